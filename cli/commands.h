@@ -1,0 +1,16 @@
+// Sub-commands of vantrel-cli. Each takes the arguments after its own name and
+// returns the process exit code.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vt::cli {
+
+using Args = std::vector<std::string>;
+
+int RunText(const Args& args);    // text DOC.vtd
+int RunCalc(const Args& args);    // calc FORMULA [NAME=VALUE ...] [--deg] [--report] [--derive VAR]
+int RunRender(const Args& args);  // render DOC.vtd OUT.png [--size WxH] [--3d]
+
+}  // namespace vt::cli

@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and runs every test: unit and render tests
+# directly (render tests draw on an offscreen EGL context, no display needed),
+# GUI tests under xvfb-run.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/install-deps.sh
+bash scripts/build.sh
+BUILD_DIR="${BUILD_DIR:-build}"
+cd "$BUILD_DIR"
+ctest --output-on-failure -j"$(nproc)" -LE gui
+if ctest -N -L gui | grep -q "Total Tests: [1-9]"; then
+  xvfb-run -a -s "-screen 0 1280x800x24" ctest --output-on-failure -L gui
+fi

@@ -1,0 +1,122 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+
+#include "document/numtext.h"
+
+namespace vt {
+namespace {
+
+TEST(SingleToText, PlainAndExponentForms) {
+  EXPECT_EQ(SingleToText(0.0f), "0");
+  EXPECT_EQ(SingleToText(-0.0f), "0");  // no negative zero in a document
+  EXPECT_EQ(SingleToText(1.0f), "1");
+  EXPECT_EQ(SingleToText(-2.5f), "-2.5");
+  EXPECT_EQ(SingleToText(0.1f), "0.1");
+  EXPECT_EQ(SingleToText(1.0f / 3.0f), "0.3333333");
+  EXPECT_EQ(SingleToText(1234567.0f), "1234567");      // all 7 digits, no exponent
+  EXPECT_EQ(SingleToText(9999999.0f), "9999999");
+  EXPECT_EQ(SingleToText(10000000.0f), "1E+07");
+  EXPECT_EQ(SingleToText(12345678.0f), "1.234568E+07");
+  EXPECT_EQ(SingleToText(1.234568e-5f), "1.234568E-05");
+  EXPECT_EQ(SingleToText(0.0001f), "0.0001");
+  EXPECT_EQ(SingleToText(0.00001f), "1E-05");
+  EXPECT_EQ(SingleToText(3.4028235e38f), "3.402823E+38");
+  EXPECT_EQ(SingleToText(0.12345f), "0.12345");
+}
+
+TEST(SingleToText, ReadsBackToTheSameText) {
+  // The writer's text read back and written again is the same text.
+  const float samples[] = {0.1f, 1.0f / 3.0f, 123.456f, -7.25e-6f, 6.2832f, 1e20f, 16777217.0f};
+  for (float v : samples) {
+    std::string t = SingleToText(v);
+    float back = 0;
+    ASSERT_TRUE(TextToSingle(t, back)) << t;
+    EXPECT_EQ(SingleToText(back), t);
+  }
+}
+
+TEST(TextToNumber, StrictFields) {
+  float f = 0;
+  EXPECT_TRUE(TextToSingle("1.5", f));
+  EXPECT_FLOAT_EQ(f, 1.5f);
+  EXPECT_TRUE(TextToSingle(" -2 ", f));
+  EXPECT_FLOAT_EQ(f, -2.0f);
+  EXPECT_TRUE(TextToSingle("1E+07", f));
+  EXPECT_FLOAT_EQ(f, 1e7f);
+  EXPECT_TRUE(TextToSingle("1.234568E-05", f));
+  EXPECT_FLOAT_EQ(f, 1.234568e-5f);
+  EXPECT_TRUE(TextToSingle(".5", f));
+  EXPECT_FLOAT_EQ(f, 0.5f);
+  EXPECT_TRUE(TextToSingle("+3", f));
+  EXPECT_FLOAT_EQ(f, 3.0f);
+  EXPECT_FALSE(TextToSingle("", f));
+  EXPECT_FALSE(TextToSingle("abc", f));
+  EXPECT_FALSE(TextToSingle("1x", f));
+  EXPECT_FALSE(TextToSingle("1,5", f));  // the period is the decimal mark
+  EXPECT_FALSE(TextToSingle("1E", f));
+  EXPECT_FALSE(TextToSingle(".", f));
+  EXPECT_FALSE(TextToSingle("1e39", f));  // beyond a single
+  EXPECT_TRUE(TextToSingle("1e-50", f));  // underflow reads as zero
+  EXPECT_EQ(f, 0.0f);
+
+  long n = 0;
+  EXPECT_TRUE(TextToLong("42", n));
+  EXPECT_EQ(n, 42);
+  EXPECT_TRUE(TextToLong("2.5", n));
+  EXPECT_EQ(n, 2);  // half to even
+  EXPECT_TRUE(TextToLong("3.5", n));
+  EXPECT_EQ(n, 4);
+  EXPECT_FALSE(TextToLong("9999999999", n));
+
+  bool b = false;
+  EXPECT_TRUE(TextToBool("-1", b));
+  EXPECT_TRUE(b);
+  EXPECT_TRUE(TextToBool("0", b));
+  EXPECT_FALSE(b);
+  EXPECT_TRUE(TextToBool("True", b));
+  EXPECT_TRUE(b);
+  EXPECT_FALSE(TextToBool("yes", b));
+}
+
+TEST(TextToNumber, ValTakesTheLeadingNumber) {
+  EXPECT_DOUBLE_EQ(Val("12abc"), 12.0);
+  EXPECT_DOUBLE_EQ(Val("  -1.5e2x"), -150.0);
+  EXPECT_DOUBLE_EQ(Val("1 2 3"), 123.0);
+  EXPECT_DOUBLE_EQ(Val("abc"), 0.0);
+  EXPECT_DOUBLE_EQ(Val("2e"), 2.0);
+  EXPECT_DOUBLE_EQ(Val(""), 0.0);
+}
+
+TEST(FormatPatterns, DecimalsAndRounding) {
+  EXPECT_EQ(FormatPattern(5.0, "0."), "5.");
+  EXPECT_EQ(FormatDecimals(5.0, 0), "5.");
+  EXPECT_EQ(FormatPattern(5.0, "0"), "5");
+  EXPECT_EQ(FormatPattern(3.14159, "0.00"), "3.14");
+  EXPECT_EQ(FormatPattern(2.5, "0."), "3.");       // a display rounds ties up
+  EXPECT_EQ(FormatPattern(0.125, "0.00"), "0.13");  // exact tie in binary
+  EXPECT_EQ(FormatPattern(2.675f, "0.00"), "2.67");  // 2.675f lies just below the tie
+  EXPECT_EQ(FormatPattern(-1.005, "0.00"), "-1.00");
+  EXPECT_EQ(FormatPattern(-0.001, "0.00"), "0.00");  // no "-0.00"
+  EXPECT_EQ(FormatPattern(9.999, "0.00"), "10.00");
+  EXPECT_EQ(FormatPattern(0.5, "0.000"), "0.500");
+  EXPECT_EQ(FormatPattern(1e7, "0.0"), "10000000.0");
+  EXPECT_EQ(FormatPattern(-2.5, "0."), "-3.");
+}
+
+TEST(Rounding, HalfToEvenAndWholeParts) {
+  EXPECT_EQ(RoundHalfEven(0.5), 0.0);
+  EXPECT_EQ(RoundHalfEven(1.5), 2.0);
+  EXPECT_EQ(RoundHalfEven(2.5), 2.0);
+  EXPECT_EQ(RoundHalfEven(-2.5), -2.0);
+  EXPECT_EQ(RoundHalfEven(1.4), 1.0);
+  EXPECT_EQ(RoundToLong(-3.5), -4);
+  EXPECT_EQ(IntPart(-1.5), -2.0);
+  EXPECT_EQ(FixPart(-1.5), -1.0);
+  EXPECT_EQ(ZeroPad(42, 4), "0042");
+  EXPECT_EQ(ZeroPad(12345, 4), "12345");
+}
+
+}  // namespace
+}  // namespace vt
