@@ -1,0 +1,192 @@
+#include "document/frame_commands.h"
+
+#include "document/document.h"
+#include "document/globals.h"
+#include "document/host.h"
+#include "document/undo.h"
+#include "persist/docio.h"
+#include "render/frame.h"
+#include "render/view_state.h"
+
+namespace vt {
+
+FrameHooks Hooks;
+std::string CurrentFilePath;
+const char* const kDocumentFilter = "(*.vtd)|*.vtd";
+
+void RefreshControls() {
+  if (Hooks.refreshControls) Hooks.refreshControls();
+}
+
+void RedrawScene() {
+  DrawScene();
+  Display();
+}
+
+bool RunGuarded(const std::function<void()>& command) {
+  try {
+    command();
+    return true;
+  } catch (const std::exception& e) {
+    host().MsgBox(e.what(), "Error", MsgButtons::OK, MsgIcon::Critical);
+    return false;
+  }
+}
+
+void SetViewToggles(bool axis, bool grid, bool snap, bool coordLines) {
+  ShowAxis = axis;
+  ShowGrid = grid;
+  SnapToGrid = snap;
+  ShowCoordLines = coordLines;
+  RefreshControls();
+}
+
+// ---- scenes ---------------------------------------------------------------------
+
+namespace {
+void ClearViewFlags() {
+  ViewRotate = ViewZoom = ViewMove = false;
+  SceneChanged = false;
+}
+}  // namespace
+
+void mnuViewISO_Click() {
+  if (SceneMode == 1) mnuFileNew3D_Click();
+  ViewGraph.RotRoll = 111;
+  ViewGraph.RotPitch = -41;
+  ViewGraph.RotYaw = 60;
+  IsoPending = true;
+  SceneChanged = false;
+  RedrawScene();
+}
+
+void mnuFileNew2D_Click() {
+  mnuViewISO_Click();
+  ViewGraph.RotRoll = ViewGraph.RotPitch = ViewGraph.RotYaw = 0;
+  ClearViewFlags();
+  SceneMode = 1;
+  AxisObject.BetterFonts = false;
+  SettingsChanged = false;
+  RefreshControls();
+  RedrawScene();
+}
+
+void mnuFileNew3D_Click() {
+  MainLight.Position[0][0] = 100;
+  MainLight.Position[0][1] = 100;
+  ViewGraph.RotRoll = 111;
+  ViewGraph.RotPitch = -41;
+  ViewGraph.RotYaw = 60;
+  ClearViewFlags();
+  SceneMode = 3;
+  AxisObject.BetterFonts = false;
+  AxisObject.SetDefault();
+  SettingsChanged = false;
+  RefreshControls();
+  RedrawScene();
+}
+
+void mnuViewAxis_Click() {
+  SetViewToggles(!ShowAxis, ShowGrid, SnapToGrid, ShowCoordLines);
+  RedrawScene();
+}
+void mnuViewGrid_Click() {
+  SetViewToggles(ShowAxis, !ShowGrid, SnapToGrid, ShowCoordLines);
+  RedrawScene();
+}
+void mnuViewSnap_Click() {
+  SetViewToggles(ShowAxis, ShowGrid, !SnapToGrid, ShowCoordLines);
+  RedrawScene();
+}
+void mnuViewCoordLines_Click() {
+  SetViewToggles(ShowAxis, ShowGrid, SnapToGrid, !ShowCoordLines);
+  RedrawScene();
+}
+
+void mnuDisShowLabels_Click() {
+  for (Position* p : Doc.Points) p->HideLabel = !p->HideLabel;
+  RedrawScene();
+}
+
+void mnuDisShowPoints_Click() {
+  for (Position* p : Doc.Points) p->Hide = !p->Hide;
+  RedrawScene();
+}
+
+// ---- files ----------------------------------------------------------------------
+
+namespace {
+void ResetNumbering() {
+  AniDefaultStep = 5.0f;
+  AniDefaultAngle = 90.0f;
+  NextObjectNumber = 0;
+  LastPointLabel = "0";
+}
+}  // namespace
+
+void mnuFileNew_Click() {
+  if (DocumentObjectCount() <= 0) return;
+  MsgResult r = host().MsgBox("Save changes to file?", "Note", MsgButtons::YesNoCancel, MsgIcon::Question);
+  if (r == MsgResult::Cancel) return;
+  if (r == MsgResult::Yes && !mnuFileSave_Click()) return;
+  mnuEditDelAll_Click();
+  ResetNumbering();
+  CurrentFilePath.clear();
+}
+
+void mnuFileOpen_Click() {
+  std::string path = host().OpenFileDialog("Open File", kDocumentFilter);
+  if (path.empty()) return;
+  std::string text;
+  if (!ReadDocumentFile(path, text) || text.empty()) return;  // the old document stays
+  OpenDocumentText(text);
+  CurrentFilePath = path;
+  PushSnapshot();
+  RedrawScene();
+}
+
+bool SaveDocumentAs(const std::string& path) {
+  std::string error;
+  if (!WriteDocumentFile(path, GetUndoVar(), error)) {
+    std::string text = "Unable to save ";
+    text += path;
+    text += ": ";
+    text += error;
+    host().MsgBox(text, "Error", MsgButtons::OK, MsgIcon::Critical);
+    return false;
+  }
+  CurrentFilePath = path;
+  return true;
+}
+
+bool mnuFileSaveAs_Click() {
+  std::string path = host().SaveFileDialog("Save File", kDocumentFilter);
+  if (path.empty()) return false;
+  if (path.size() < 4 || path.compare(path.size() - 4, 4, ".vtd") != 0) path += ".vtd";
+  return SaveDocumentAs(path);
+}
+
+bool mnuFileSave_Click() {
+  if (CurrentFilePath.empty()) return mnuFileSaveAs_Click();
+  return SaveDocumentAs(CurrentFilePath);
+}
+
+// ---- delete -----------------------------------------------------------------------
+
+void mnuEditDelete_Click() {
+  if (!RunGuarded(DeleteSelection)) return;
+  PushSnapshot();
+  RedrawScene();
+}
+
+void mnuEditDelAll_Click() {
+  ClearDocument();
+  NextObjectNumber = 0;
+  LastPointLabel = "0";
+  AniDefaultStep = 5.0f;
+  AniDefaultAngle = 90.0f;
+  PushSnapshot();
+  RedrawScene();
+}
+
+}  // namespace vt

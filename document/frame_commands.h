@@ -1,0 +1,57 @@
+// Commands of the main window that work on the document and the scene
+// flags: new scene (2D, 3D, ISO), the view toggles, new/open/save, delete.
+// The window forwards its menu handlers here; tests call them directly.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace vt {
+
+// What the core asks of the window beyond the host: mirror the state of menus
+// and toolbar (undo/redo enabled, toggles checked), and send the canvas a
+// synthetic mouse move. Unset hooks do nothing.
+struct FrameHooks {
+  std::function<void()> refreshControls;
+  std::function<void()> syntheticMouseMove;
+};
+extern FrameHooks Hooks;
+void RefreshControls();
+
+// The path of the current document ("" for a new one).
+extern std::string CurrentFilePath;
+// The document filter and titles of the file dialogs.
+extern const char* const kDocumentFilter;
+
+// DrawScene, then Display.
+void RedrawScene();
+
+// Runs a command, turning a fault that ends it into a message box; true when
+// it ran to its end.
+bool RunGuarded(const std::function<void()>& command);
+
+// Sets the four toggles and their mirrors.
+void SetViewToggles(bool axis, bool grid, bool snap, bool coordLines);
+
+void mnuFileNew2D_Click();
+void mnuFileNew3D_Click();
+void mnuViewISO_Click();
+void mnuViewAxis_Click();
+void mnuViewGrid_Click();
+void mnuViewSnap_Click();
+void mnuViewCoordLines_Click();
+void mnuDisShowLabels_Click();
+void mnuDisShowPoints_Click();
+
+void mnuFileNew_Click();
+void mnuFileOpen_Click();
+// True when the document was written.
+bool mnuFileSave_Click();
+bool mnuFileSaveAs_Click();
+// Writes the document to a path; on failure shows why and returns false.
+bool SaveDocumentAs(const std::string& path);
+
+void mnuEditDelete_Click();
+void mnuEditDelAll_Click();
+
+}  // namespace vt

@@ -1,0 +1,388 @@
+#include "persist/docio.h"
+
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <system_error>
+#include <unistd.h>
+
+#include "document/document.h"
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/numtext.h"
+#include "persist/record.h"
+#include "render/view_state.h"
+
+namespace vt {
+
+void RegisterBuiltInReaders();  // readers.cpp
+
+namespace {
+
+std::map<std::string, RecordReaderFn>& Registry() {
+  static std::map<std::string, RecordReaderFn> r;
+  return r;
+}
+
+void EnsureReaders() {
+  static bool done = false;
+  if (!done) {
+    done = true;
+    RegisterBuiltInReaders();
+  }
+}
+
+// ---- text encoding ---------------------------------------------------------
+// Documents hold the program's own text (UTF-8). Older documents in a one-byte
+// code page are taken as Windows-1252 and turned into UTF-8 on reading.
+
+bool IsValidUtf8(const std::string& s) {
+  size_t i = 0, n = s.size();
+  while (i < n) {
+    unsigned char c = static_cast<unsigned char>(s[i]);
+    size_t extra;
+    if (c < 0x80) extra = 0;
+    else if ((c & 0xE0) == 0xC0 && c >= 0xC2) extra = 1;
+    else if ((c & 0xF0) == 0xE0) extra = 2;
+    else if ((c & 0xF8) == 0xF0 && c <= 0xF4) extra = 3;
+    else return false;
+    if (i + extra >= n && extra > 0) return false;
+    for (size_t k = 1; k <= extra; ++k)
+      if ((static_cast<unsigned char>(s[i + k]) & 0xC0) != 0x80) return false;
+    i += extra + 1;
+  }
+  return true;
+}
+
+std::string Cp1252ToUtf8(const std::string& s) {
+  static const unsigned short high[32] = {
+      0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+      0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+      0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+  std::string out;
+  out.reserve(s.size());
+  for (unsigned char c : s) {
+    unsigned cp = c;
+    if (c >= 0x80 && c < 0xA0) cp = high[c - 0x80];
+    if (cp < 0x80) {
+      out.push_back(static_cast<char>(cp));
+    } else if (cp < 0x800) {
+      out.push_back(static_cast<char>(0xC0 | (cp >> 6)));
+      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+    } else {
+      out.push_back(static_cast<char>(0xE0 | (cp >> 12)));
+      out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
+      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+    }
+  }
+  return out;
+}
+
+// ---- the passes ----------------------------------------------------------------
+
+enum class ReadMode { File, Undo, Model };
+
+void ReadPointRecord(RecordReader& r, int) {
+  std::unique_ptr<Position> p = Position::Load(r);
+  std::string key = p->ID;
+  Doc.Points.Add(std::move(p), key);
+}
+
+std::string TagOf(const RecordReader& r) { return r.Field(0).substr(0, 2); }
+
+// The GL record: the scene and the four toggles.
+void ReadSceneRecord(RecordReader& r, ReadMode mode) {
+  r.Text();  // the version, kept and never tested
+  double scene;
+  if (!TextToDouble(r.Field(2), scene)) throw RecordError("bad number");
+  r.Seek(3);
+  if (scene == 1) {
+    if (mode == ReadMode::Undo) {
+      // Undo keeps the view: only the angles and the mode.
+      ViewGraph.RotRoll = ViewGraph.RotPitch = ViewGraph.RotYaw = 0;
+      SceneMode = 1;
+    } else {
+      mnuFileNew2D_Click();
+    }
+  } else {
+    mnuFileNew3D_Click();
+  }
+  bool flags[4];
+  for (bool& f : flags) {
+    double v;
+    if (!TextToDouble(r.Text(), v)) throw RecordError("bad number");
+    f = v == 1;  // only exactly 1 counts as set
+  }
+  SetViewToggles(flags[0], flags[1], flags[2], flags[3]);
+}
+
+// Reads a document text into the document. What is read stays when a record
+// turns out damaged; the counters are set from what was seen either way.
+void ReadDocumentText(const std::string& text, ReadMode mode) {
+  EnsureReaders();
+  LinkPassMode = 2;
+  const long base = mode == ReadMode::Model ? NextObjectNumber : 0;
+  if (mode != ReadMode::Model) ClearDocument();
+
+  std::vector<std::string_view> records = SplitRecords(text);
+  long highest = 0;
+  bool stopped = false;
+
+  auto finishCounters = [&]() {
+    if (mode != ReadMode::Undo) RecomputeLastPointLabel();
+    NextObjectNumber = base + highest;
+  };
+
+  try {
+    // Pass 1: the highest number, and the points.
+    for (std::string_view rec : records) {
+      if (rec.empty()) continue;
+      RecordReader r(rec, base);
+      std::string tag = TagOf(r);
+      if (tag == "GL") continue;
+      long n = IdNumber(r.Field(0));
+      if (n < 0) throw RecordError("bad id");
+      if (n > highest) highest = n;
+      if (tag == "PT") ReadPointRecord(r, 1);
+    }
+  } catch (const std::exception&) {
+    stopped = true;
+  }
+  finishCounters();
+  if (stopped) return;
+
+  try {
+    // Pass 2: everything in file order; notes and players create here.
+    for (std::string_view rec : records) {
+      if (rec.empty()) continue;
+      RecordReader r(rec, base);
+      std::string tag = TagOf(r);
+      if (tag == "GL") {
+        if (mode != ReadMode::Model) ReadSceneRecord(r, mode);
+        continue;
+      }
+      if (tag == "PT") continue;
+      if (RecordReaderFn fn = FindRecordReader(tag)) fn(r, 1);
+    }
+    // Passes 3 and 4: notes, then players, complete what names later objects.
+    for (const char* late : {"NT", "AC"}) {
+      RecordReaderFn fn = FindRecordReader(late);
+      if (!fn) continue;
+      for (std::string_view rec : records) {
+        if (rec.empty()) continue;
+        RecordReader r(rec, base);
+        if (TagOf(r) == late) fn(r, 2);
+      }
+    }
+  } catch (const std::exception&) {
+    // A damaged record ends the read; what was read stays.
+  }
+}
+
+}  // namespace
+
+void RegisterRecordReader(const std::string& tag, RecordReaderFn fn) { Registry()[tag] = fn; }
+
+RecordReaderFn FindRecordReader(const std::string& tag) {
+  EnsureReaders();
+  auto it = Registry().find(tag);
+  return it == Registry().end() ? nullptr : it->second;
+}
+
+void RegisterPointReader() { RegisterRecordReader("PT", &ReadPointRecord); }
+
+// ---- writer ---------------------------------------------------------------------
+
+std::string GetUndoVar() {
+  std::string s = "GL Ver3.00 ";
+  if (SceneMode == 1) s += "1 ";
+  else if (SceneMode == 3) s += "2 ";
+  s += BoolField(ShowAxis) + " " + BoolField(ShowGrid) + " " + BoolField(SnapToGrid) + " " +
+       BoolField(ShowCoordLines) + ";;";
+  for (Kind k : kAllKinds) {
+    if (k == Kind::IL || k == Kind::LO) continue;  // read, never written
+    CollectionBase& c = Doc.Of(k);
+    for (int i = 1; i <= c.count(); ++i) s += c.ItemBase(i)->Save();
+  }
+  return s;
+}
+
+void OpenUnRe(const std::string& text) {
+  ReadDocumentText(text, ReadMode::Undo);
+  RedrawScene();
+}
+
+// ---- files -----------------------------------------------------------------------
+
+std::string EncodeDocumentFrame(const std::string& text) {
+  std::string out;
+  auto put16 = [&](unsigned v) {
+    out.push_back(static_cast<char>(v & 0xFF));
+    out.push_back(static_cast<char>((v >> 8) & 0xFF));
+  };
+  put16(8);
+  if (text.size() < 0xFFFF) {
+    put16(static_cast<unsigned>(text.size()));
+  } else {
+    put16(0xFFFF);
+    uint32_t n = static_cast<uint32_t>(text.size());
+    for (int i = 0; i < 4; ++i) out.push_back(static_cast<char>((n >> (8 * i)) & 0xFF));
+  }
+  out += text;
+  return out;
+}
+
+bool DecodeDocumentFrame(const std::string& bytes, std::string& text) {
+  text.clear();
+  if (bytes.size() < 4) return false;
+  auto u8 = [&](size_t i) { return static_cast<unsigned>(static_cast<unsigned char>(bytes[i])); };
+  if ((u8(0) | (u8(1) << 8)) != 8) return false;
+  size_t len = u8(2) | (u8(3) << 8);
+  size_t start = 4;
+  if (len == 0xFFFF) {
+    if (bytes.size() < 8) return false;
+    len = u8(4) | (u8(5) << 8) | (u8(6) << 16) | (static_cast<size_t>(u8(7)) << 24);
+    start = 8;
+  }
+  if (bytes.size() - start < len) {
+    // A cut file gives what it holds; the reader then stops where the text ends.
+    text = bytes.substr(start);
+  } else {
+    text = bytes.substr(start, len);
+  }
+  if (!IsValidUtf8(text)) text = Cp1252ToUtf8(text);
+  return true;
+}
+
+bool ReadDocumentFile(const std::string& path, std::string& text) {
+  text.clear();
+  if (path.empty()) return false;
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return false;
+  std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  if (in.bad()) return false;
+  return DecodeDocumentFrame(bytes, text);
+}
+
+bool WriteDocumentFile(const std::string& path, const std::string& text, std::string& error) {
+  namespace fs = std::filesystem;
+  std::string bytes = EncodeDocumentFrame(text);
+  fs::path target(path);
+  fs::path tmp = target;
+  tmp += ".saving";
+  {
+    FILE* f = std::fopen(tmp.c_str(), "wb");
+    if (!f) {
+      error = std::strerror(errno);
+      return false;
+    }
+    bool ok = std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
+    ok = std::fflush(f) == 0 && ok;
+    if (ok) ok = fsync(fileno(f)) == 0;
+    int err = errno;
+    ok = std::fclose(f) == 0 && ok;
+    if (!ok) {
+      error = std::strerror(err ? err : EIO);
+      std::error_code ec;
+      fs::remove(tmp, ec);
+      return false;
+    }
+  }
+  std::error_code ec;
+  fs::rename(tmp, target, ec);
+  if (ec) {
+    error = ec.message();
+    fs::remove(tmp, ec);
+    return false;
+  }
+  return true;
+}
+
+void OpenDocumentText(const std::string& text) {
+  if (text.empty()) return;  // a failed open keeps the old document
+  ReadDocumentText(text, ReadMode::File);
+}
+
+void OpenFile(const std::string& path) {
+  std::string text;
+  ReadDocumentFile(path, text);
+  OpenDocumentText(text);
+}
+
+void OpenModelText(const std::string& text) { ReadDocumentText(text, ReadMode::Model); }
+
+void OpenModel(const std::string& path) {
+  std::string text;
+  ReadDocumentFile(path, text);
+  OpenModelText(text);
+}
+
+// ---- paste -------------------------------------------------------------------------
+
+void PasteRecords(const std::string& text) {
+  EnsureReaders();
+  LinkPassMode = 2;
+  if (text.empty()) return;
+  GraphList.FunList.clear();
+  ViewGraph.FunList.clear();
+
+  const long base = NextObjectNumber;
+  long highest = base;
+  constexpr int kMaxMapped = 2000;
+  std::vector<std::pair<std::string, std::string>> idMap;  // old id, new id
+  std::vector<std::string> pasted;
+
+  // What is pasted becomes the selection.
+  for (Kind k : kAllKinds) {
+    CollectionBase& set = Sel.Of(k);
+    for (int i = set.count(); i >= 1; --i) {
+      if (DocObject* o = GetObjectById(set.ItemBase(i)->ID)) o->Selected = false;
+      set.Remove(i);
+    }
+  }
+
+  std::vector<std::string_view> records = SplitRecords(text);
+  try {
+    for (std::string_view rec : records) {
+      if (rec.empty()) continue;
+      RecordReader r(rec, base);
+      if (TagOf(r) != "PT") continue;
+      std::unique_ptr<Position> p = Position::Load(r);
+      if (static_cast<int>(idMap.size()) >= kMaxMapped) throw RunTimeError("too many points");
+      idMap.emplace_back(r.Field(0), p->ID);
+      // A label the document already shows goes to the next free one.
+      if (!p->PLabel.empty()) {
+        for (Position* q : Doc.Points)
+          if (q->PLabel == p->PLabel) {
+            AssignNextPointLabel(*p);
+            break;
+          }
+      }
+      highest = std::max(highest, IdNumber(p->ID));
+      std::string key = p->ID;
+      pasted.push_back(key);
+      Doc.Points.Add(std::move(p), key);
+    }
+    for (std::string_view rec : records) {
+      if (rec.empty()) continue;
+      RecordReader r(rec, base);
+      std::string tag = TagOf(r);
+      if (tag != "LN" && tag != "CR" && tag != "AR" && tag != "RG") continue;
+      RecordReaderFn fn = FindRecordReader(tag);
+      if (!fn) continue;
+      fn(r, 1);
+      highest = std::max(highest, IdNumber(r.OwnId()));
+      pasted.push_back(r.OwnId());
+    }
+  } catch (const std::exception&) {
+    // A damaged clipboard text ends the paste; what was pasted stays.
+  }
+  NextObjectNumber = highest;
+  for (const std::string& id : pasted)
+    if (DocObject* o = GetObjectById(id))
+      if (o->Selected) SelectObject(*o);
+}
+
+}  // namespace vt

@@ -1,0 +1,120 @@
+#include "persist/record.h"
+
+#include "document/document.h"
+#include "document/numtext.h"
+
+namespace vt {
+
+RecordReader::RecordReader(std::string_view record, long base) : base_(base) {
+  size_t start = 0;
+  while (true) {
+    size_t blank = record.find(' ', start);
+    if (blank == std::string_view::npos) {
+      fields_.emplace_back(record.substr(start));
+      break;
+    }
+    fields_.emplace_back(record.substr(start, blank - start));
+    start = blank + 1;
+  }
+  ownId_ = ShiftId(fields_[0], base_);
+}
+
+const std::string& RecordReader::Field(size_t i) const {
+  if (i >= fields_.size()) throw RecordError("missing field");
+  return fields_[i];
+}
+
+const std::string& RecordReader::Next() {
+  if (next_ >= fields_.size()) throw RecordError("missing field");
+  return fields_[next_++];
+}
+
+std::string RecordReader::Text() { return Next(); }
+
+std::string RecordReader::FramedText() {
+  std::string f = Next();
+  if (f.empty() || f[0] != '@') return f;
+  if (f.size() >= 2 && f.back() == '@') return f.substr(1, f.size() - 2);
+  // Opened but not closed: the text held blanks.
+  for (int k = 0; k < 30 && next_ < fields_.size(); ++k) {
+    const std::string& more = fields_[next_++];
+    f += ' ';
+    f += more;
+    if (!more.empty() && more.back() == '@') break;
+  }
+  if (f.size() >= 2 && f.back() == '@') return f.substr(1, f.size() - 2);
+  return f.substr(1);
+}
+
+float RecordReader::Single() {
+  float v;
+  if (!TextToSingle(Next(), v)) throw RecordError("bad number");
+  return v;
+}
+
+double RecordReader::Double() {
+  double v;
+  if (!TextToDouble(Next(), v)) throw RecordError("bad number");
+  return v;
+}
+
+long RecordReader::Long() {
+  long v;
+  if (!TextToLong(Next(), v)) throw RecordError("bad number");
+  return v;
+}
+
+short RecordReader::Short() {
+  long v = Long();
+  if (v < -32768 || v > 32767) throw RecordError("overflow");
+  return static_cast<short>(v);
+}
+
+bool RecordReader::Bool() {
+  bool v;
+  if (!TextToBool(Next(), v)) throw RecordError("bad boolean");
+  return v;
+}
+
+std::string RecordReader::Id() { return ShiftId(Next(), base_); }
+std::string RecordReader::FramedId() { return ShiftId(FramedText(), base_); }
+
+namespace {
+// Line ends between records (a document edited by hand) are not part of them.
+std::string_view TrimLineEnds(std::string_view s) {
+  auto isEnd = [](char c) { return c == '\r' || c == '\n' || c == '\t'; };
+  while (!s.empty() && isEnd(s.front())) s.remove_prefix(1);
+  while (!s.empty() && isEnd(s.back())) s.remove_suffix(1);
+  return s;
+}
+}  // namespace
+
+std::vector<std::string_view> SplitRecords(std::string_view text) {
+  std::vector<std::string_view> out;
+  size_t start = 0;
+  while (start <= text.size()) {
+    size_t end = text.find(";;", start);
+    if (end == std::string_view::npos) {
+      std::string_view last = TrimLineEnds(text.substr(start));
+      if (!last.empty()) out.push_back(last);
+      break;
+    }
+    out.push_back(TrimLineEnds(text.substr(start, end - start)));
+    start = end + 2;
+  }
+  return out;
+}
+
+std::string Framed(const std::string& text) { return "@" + text + "@"; }
+std::string BoolField(bool b) { return b ? "1" : "0"; }
+
+RecordWriter& RecordWriter::Add(const std::string& field) {
+  s_ += ' ';
+  s_ += field;
+  return *this;
+}
+
+RecordWriter& RecordWriter::Add(float v) { return Add(SingleToText(v)); }
+RecordWriter& RecordWriter::Add(long v) { return Add(IntToText(v)); }
+
+}  // namespace vt
