@@ -41,6 +41,40 @@ void SetViewToggles(bool axis, bool grid, bool snap, bool coordLines) {
   RefreshControls();
 }
 
+void StartUp(const std::string& commandLine, bool haveContext) {
+  // Form initialisation and load: collections, view objects, the empty
+  // undo entry 1.
+  ResetGlobals();
+  if (haveContext) Initialize();
+  LocateSystemFolder();
+  ViewRotate = ViewZoom = ViewMove = false;
+  SceneChanged = false;
+  SceneQuat[0] = SceneQuat[1] = SceneQuat[2] = 0;
+  SceneQuat[3] = 1;
+  if (!commandLine.empty()) {
+    OpenFile(commandLine);
+    CurrentFilePath = commandLine;
+  } else {
+    mnuFileNew2D_Click();
+  }
+  ActiveTool = 11;
+  LineToolKind = 1;
+  SetViewToggles(false, false, false, false);
+  AniDefaultStep = 5.0f;
+  AniDefaultAngle = 90.0f;
+  LastPointLabel = "0";
+  View.ProjectType = 1;
+  View.Zoom(0.3f);
+  // The start document always comes last, also after a path from the command
+  // line, which it replaces.
+  std::string text;
+  if (ReadDocumentFile(ProgramPath("Tutorials/T000.vtd"), text) && !text.empty()) {
+    OpenDocumentText(text);
+    CurrentFilePath.clear();
+  }
+  RedrawScene();
+}
+
 // ---- scenes ---------------------------------------------------------------------
 
 namespace {

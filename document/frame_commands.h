@@ -23,6 +23,13 @@ extern std::string CurrentFilePath;
 // The document filter and titles of the file dialogs.
 extern const char* const kDocumentFilter;
 
+// The start of the program, after the window (if any) has made its drawing
+// context current: globals, the empty undo entry, the context, the document
+// from the command line or a new plane scene, the view defaults, and always
+// the start document Tutorials/T000.vtd last. haveContext tells whether a GL
+// context is current.
+void StartUp(const std::string& commandLine, bool haveContext);
+
 // DrawScene, then Display.
 void RedrawScene();
 

@@ -120,7 +120,7 @@ void ReadSceneRecord(RecordReader& r, ReadMode mode) {
 
 // Reads a document text into the document. What is read stays when a record
 // turns out damaged; the counters are set from what was seen either way.
-void ReadDocumentText(const std::string& text, ReadMode mode) {
+bool ReadDocumentText(const std::string& text, ReadMode mode) {
   EnsureReaders();
   LinkPassMode = 2;
   const long base = mode == ReadMode::Model ? NextObjectNumber : 0;
@@ -151,7 +151,7 @@ void ReadDocumentText(const std::string& text, ReadMode mode) {
     stopped = true;
   }
   finishCounters();
-  if (stopped) return;
+  if (stopped) return false;
 
   try {
     // Pass 2: everything in file order; notes and players create here.
@@ -178,7 +178,9 @@ void ReadDocumentText(const std::string& text, ReadMode mode) {
     }
   } catch (const std::exception&) {
     // A damaged record ends the read; what was read stays.
+    return false;
   }
+  return true;
 }
 
 }  // namespace
@@ -300,23 +302,23 @@ bool WriteDocumentFile(const std::string& path, const std::string& text, std::st
   return true;
 }
 
-void OpenDocumentText(const std::string& text) {
-  if (text.empty()) return;  // a failed open keeps the old document
-  ReadDocumentText(text, ReadMode::File);
+bool OpenDocumentText(const std::string& text) {
+  if (text.empty()) return false;  // a failed open keeps the old document
+  return ReadDocumentText(text, ReadMode::File);
 }
 
-void OpenFile(const std::string& path) {
+bool OpenFile(const std::string& path) {
   std::string text;
   ReadDocumentFile(path, text);
-  OpenDocumentText(text);
+  return OpenDocumentText(text);
 }
 
-void OpenModelText(const std::string& text) { ReadDocumentText(text, ReadMode::Model); }
+bool OpenModelText(const std::string& text) { return ReadDocumentText(text, ReadMode::Model); }
 
-void OpenModel(const std::string& path) {
+bool OpenModel(const std::string& path) {
   std::string text;
   ReadDocumentFile(path, text);
-  OpenModelText(text);
+  return OpenModelText(text);
 }
 
 // ---- paste -------------------------------------------------------------------------

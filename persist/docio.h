@@ -40,12 +40,14 @@ bool DecodeDocumentFrame(const std::string& bytes, std::string& text);
 
 // Reads a file and replaces the document; a file that cannot be read keeps the
 // old document. A damaged record ends the read quietly, keeping what was read.
-void OpenFile(const std::string& path);
+// The result tells whether the whole text was read (callers that only need
+// the quiet stop ignore it).
+bool OpenFile(const std::string& path);
 // Reads the same from a text already in memory (OpenFile after the frame).
-void OpenDocumentText(const std::string& text);
+bool OpenDocumentText(const std::string& text);
 // Adds a file's objects to the document under new numbers.
-void OpenModel(const std::string& path);
-void OpenModelText(const std::string& text);
+bool OpenModel(const std::string& path);
+bool OpenModelText(const std::string& text);
 // Adds clipboard records (points, lines, circles, arcs, regions) under new
 // numbers.
 void PasteRecords(const std::string& text);
