@@ -1,0 +1,312 @@
+#include <gtest/gtest.h>
+
+#include "document/document.h"
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/undo.h"
+#include "persist/docio.h"
+#include "support/fixtures.h"
+
+namespace vt {
+namespace {
+
+using test::DocumentTest;
+
+// ---- ids and labels -------------------------------------------------------------
+
+TEST_F(DocumentTest, IdsShareOneCounterAcrossKinds) {
+  EXPECT_EQ(NewObjectId("PT"), "PT0001");
+  EXPECT_EQ(NewObjectId("LN"), "LN0002");
+  NextObjectNumber = 9999;
+  EXPECT_EQ(NewObjectId("CR"), "CR10000");  // more digits, never wrapped
+  EXPECT_EQ(IdNumber("CR10000"), 10000);
+  EXPECT_EQ(IdNumber("PT00x2"), -1);
+  EXPECT_EQ(IdNumber("GL"), -1);
+  EXPECT_EQ(ShiftId("PT0003", 40), "PT0043");
+  EXPECT_EQ(ShiftId("", 40), "");
+  EXPECT_EQ(ShiftId("label", 40), "label");
+}
+
+TEST_F(DocumentTest, LabelSequenceWrapsWithSuffix) {
+  std::string last = "0";
+  std::vector<std::string> seen;
+  for (int i = 0; i < 53; ++i) {
+    last = NextPointLabel(last);
+    seen.push_back(last);
+  }
+  EXPECT_EQ(seen[0], "A");
+  EXPECT_EQ(seen[1], "B");
+  EXPECT_EQ(seen[25], "Z");
+  EXPECT_EQ(seen[26], "A1");
+  EXPECT_EQ(seen[27], "B1");
+  EXPECT_EQ(seen[51], "Z1");
+  EXPECT_EQ(seen[52], "A2");
+  EXPECT_EQ(NextPointLabel("c"), "D");  // the first letter is upper-cased
+  EXPECT_EQ(NextPointLabel(""), "A");
+}
+
+TEST_F(DocumentTest, LaterLabelRules) {
+  EXPECT_EQ(LaterPointLabel("A", "B"), "B");
+  EXPECT_EQ(LaterPointLabel("Z", "A1"), "A1");  // longer is later
+  EXPECT_EQ(LaterPointLabel("C1", "B2"), "B2");  // higher suffix
+  EXPECT_EQ(LaterPointLabel("C2", "B2"), "C2");  // then higher letter
+  EXPECT_EQ(LaterPointLabel("A''", "B"), "B");   // a prime is no label
+  EXPECT_EQ(LaterPointLabel("Z'", ""), "");
+  EXPECT_EQ(LaterPointLabel("", "C"), "C");
+}
+
+TEST_F(DocumentTest, LastLabelComesFromPointsAndIgnoresPrimes) {
+  AddPoint(0, 0, 0, "B'");
+  RecomputeLastPointLabel();
+  EXPECT_EQ(LastPointLabel, "0");
+  AddPoint(0, 0, 0, "C");
+  AddPoint(0, 0, 0, "A1");
+  AddPoint(0, 0, 0, "Z");
+  RecomputeLastPointLabel();
+  EXPECT_EQ(LastPointLabel, "A1");
+  Position* p = AddPoint(1, 1);
+  AssignNextPointLabel(*p);
+  EXPECT_EQ(p->PLabel, "B1");
+  EXPECT_EQ(LastPointLabel, "B1");
+}
+
+// ---- collections and lookups --------------------------------------------------------
+
+TEST_F(DocumentTest, CollectionItemsKeysAndRemoval) {
+  Position* a = AddPoint(1, 0);
+  Position* b = AddPoint(2, 0);
+  Position* c = AddPoint(3, 0);
+  EXPECT_EQ(Doc.Points.count(), 3);
+  EXPECT_EQ(Doc.Points.Item(2), b);
+  EXPECT_EQ(Doc.Points.Item("PT0003"), c);
+  EXPECT_THROW(Doc.Points.Item(0), RunTimeError);
+  EXPECT_THROW(Doc.Points.Item(4), RunTimeError);
+  EXPECT_THROW(Doc.Points.Item("PT0009"), RunTimeError);
+  EXPECT_THROW(Doc.Points.Add("PT0001", 0, 0, 0, 1, "", "", 0, "PT0001"), RunTimeError);
+
+  Doc.Points.Remove(2);  // from the middle: the indices behind move up
+  EXPECT_EQ(Doc.Points.FindId("PT0003"), 2);
+  EXPECT_EQ(Doc.Points.FindId("PT0002"), 0);
+  Doc.Points.Remove("PT0001");
+  EXPECT_EQ(Doc.Points.Item(1), c);
+  EXPECT_EQ(Doc.Points.FindId("PT0003"), 1);
+  (void)a;
+
+  std::vector<float> xs;
+  AddPoint(4, 0);
+  for (Position* p : Doc.Points) xs.push_back(p->x);
+  EXPECT_EQ(xs, (std::vector<float>{3, 4}));
+}
+
+TEST_F(DocumentTest, IdLookupKeepsTheFirstOfDuplicates) {
+  // A damaged document may hold one id twice: the first in list order wins,
+  // before and after removals.
+  for (int i = 0; i < 3; ++i) {
+    auto l = std::make_unique<CLine>();
+    l->ID = "LN0007";
+    l->lt = i + 1;
+    Doc.Lines.Add(std::move(l));
+  }
+  EXPECT_EQ(Doc.Lines.FindId("LN0007"), 1);
+  Doc.Lines.Remove(1);
+  EXPECT_EQ(Doc.Lines.FindId("LN0007"), 1);
+  EXPECT_EQ(Doc.Lines.FindById("LN0007")->lt, 2);
+  Doc.Lines.Remove(2);  // the last one: the first match stays
+  EXPECT_EQ(Doc.Lines.FindById("LN0007")->lt, 2);
+  Doc.Lines.Remove(1);
+  EXPECT_EQ(Doc.Lines.FindId("LN0007"), 0);
+}
+
+TEST_F(DocumentTest, FindObjectIndexCoversEveryKindAndTracks) {
+  AddPoint(0, 0);
+  auto addWithId = [](CollectionBase& c, auto obj, const std::string& id) {
+    obj->ID = id;
+    static_cast<Collection<typename decltype(obj)::element_type>&>(c).Add(std::move(obj));
+  };
+  addWithId(Doc.Lines, std::make_unique<CLine>(), "LN0002");
+  addWithId(Doc.Notes, std::make_unique<CNote>(), "NT0003");
+  addWithId(Doc.Spheres, std::make_unique<CSphere>(), "SP0004");
+  auto ctrl = std::make_unique<CAniControl>();
+  ctrl->ID = "AC0005";
+  for (int i = 0; i < 2; ++i) {
+    auto a = std::make_unique<CAnimation>();
+    a->ID = "AN000" + std::to_string(6 + i);
+    ctrl->anis.push_back(std::move(a));
+  }
+  Doc.AniCtrls.Add(std::move(ctrl));
+  auto ctrl2 = std::make_unique<CAniControl>();
+  ctrl2->ID = "AC0008";
+  auto track = std::make_unique<CAnimation>();
+  track->ID = "AN0009";
+  ctrl2->anis.push_back(std::move(track));
+  Doc.AniCtrls.Add(std::move(ctrl2));
+
+  int index = 0, ani = 0;
+  ASSERT_TRUE(FindObjectIndex("LN0002", index, ani));
+  EXPECT_EQ(index, 1);
+  EXPECT_EQ(ani, 0);
+  ASSERT_TRUE(FindObjectIndex("AN0007", index, ani));
+  EXPECT_EQ(index, 1);
+  EXPECT_EQ(ani, 2);
+  ASSERT_TRUE(FindObjectIndex("AN0009", index, ani));
+  EXPECT_EQ(index, 2);
+  EXPECT_EQ(ani, 1);
+  EXPECT_FALSE(FindObjectIndex("AN0010", index, ani));
+
+  EXPECT_EQ(GetObjectById("SP0004")->ID, "SP0004");
+  EXPECT_EQ(GetObjectById("AN0009")->ID, "AN0009");
+  EXPECT_EQ(GetObjectById("NT0003"), Doc.Notes.Item(1));
+  EXPECT_EQ(GetObjectById("PT0099"), nullptr);
+  EXPECT_EQ(GetObjectById(""), nullptr);
+  // Objects plus tracks: 1 point, 1 line, 1 note, 1 sphere, 2 players, 3 tracks.
+  EXPECT_EQ(DocumentObjectCount(), 9);
+}
+
+TEST_F(DocumentTest, SelectionShadowsAgreeWithFlags) {
+  Position* p = AddPoint(1, 2, 3);
+  p->ptype = 7;
+  SelectObject(*p);
+  EXPECT_TRUE(p->Selected);
+  ASSERT_EQ(Sel.Points.count(), 1);
+  Position* shadow = Sel.Points.Item(1);
+  EXPECT_NE(shadow, p);  // a separate instance
+  EXPECT_EQ(shadow->ID, p->ID);
+  EXPECT_EQ(shadow->z, 3);
+  EXPECT_EQ(shadow->ptype, 7);
+  SelectObject(*p);  // twice selects once
+  EXPECT_EQ(Sel.Points.count(), 1);
+  EXPECT_TRUE(IsSelectedPoint(*p));
+  int index = 0;
+  EXPECT_TRUE(FindSelIndex(p->ID, index));
+  DeselectObject(*p);
+  EXPECT_FALSE(p->Selected);
+  EXPECT_FALSE(IsSelectedPoint(*p));
+}
+
+// ---- deletion ---------------------------------------------------------------------------
+
+class DeleteTest : public DocumentTest {
+ protected:
+  // A segment from a to b, registered in both points' link lists.
+  CLine* AddSegment(Position* a, Position* b) {
+    auto l = std::make_unique<CLine>();
+    l->ID = NewObjectId("LN");
+    l->pBegin = *a;
+    l->pEnd = *b;
+    a->AddLink({l->ID, 2, 1, 0, 0});
+    b->AddLink({l->ID, 2, 2, 0, 0});
+    return Doc.Lines.Add(std::move(l));
+  }
+};
+
+TEST_F(DeleteTest, DeletingAPointTakesItsDependentsAndLinkedLines) {
+  Position* a = AddPoint(0, 0);
+  Position* b = AddPoint(4, 0);
+  Position* c = AddPoint(0, 3);
+  CLine* ab = AddSegment(a, b);
+  AddSegment(b, c);
+  // A point hanging on a, and one hanging on that.
+  Position* child = AddPoint(1, 1);
+  a->AddChild(child->ID);
+  child->AddChild(AddPoint(2, 2)->ID);
+  // A sector holding a: outside the kinds this command removes.
+  auto fan = std::make_unique<CFan>();
+  fan->ID = NewObjectId("FA");
+  a->AddLink({fan->ID, 0, 1, 0, 0});
+  Doc.Fans.Add(std::move(fan));
+  std::string abId = ab->ID;
+
+  SelectObject(*a);
+  int undoBefore = UndoCount;
+  mnuEditDelete_Click();
+
+  EXPECT_EQ(FindPoint("PT0001"), nullptr);
+  EXPECT_NE(FindPoint("PT0002"), nullptr);
+  EXPECT_EQ(FindPoint("PT0006"), nullptr);  // the child
+  EXPECT_EQ(FindPoint("PT0007"), nullptr);  // and its child
+  EXPECT_EQ(Doc.Lines.FindId(abId), 0);
+  EXPECT_EQ(Doc.Lines.count(), 1);  // b-c stays
+  EXPECT_EQ(Doc.Fans.count(), 1);   // the sector stays, its point gone
+  EXPECT_EQ(Sel.Points.count(), 0);
+  EXPECT_EQ(UndoCount, undoBefore + 1);
+}
+
+TEST_F(DeleteTest, ASelectedLineTakesItsStructurePoints) {
+  Position* a = AddPoint(0, 0);
+  Position* b = AddPoint(4, 0);
+  CLine* ab = AddSegment(a, b);
+  Position* onLine = AddPoint(2, 0);
+  onLine->ptype = 7;
+  onLine->AddParent(ab->ID);
+  ab->AddStruP(*onLine);
+  ab->StruPercB.push_back(0.5f);
+  SelectObject(*ab);
+  mnuEditDelete_Click();
+  EXPECT_EQ(Doc.Lines.count(), 0);
+  EXPECT_EQ(FindPoint("PT0004"), nullptr);
+  EXPECT_NE(FindPoint("PT0001"), nullptr);  // its ends stay
+  EXPECT_NE(FindPoint("PT0002"), nullptr);
+  EXPECT_EQ(Sel.Lines.count(), 0);
+}
+
+TEST_F(DeleteTest, NothingSelectedStillPushesASnapshot) {
+  AddPoint(1, 1);
+  std::string before = GetUndoVar();
+  int undo = UndoCount;
+  mnuEditDelete_Click();
+  EXPECT_EQ(GetUndoVar(), before);
+  EXPECT_EQ(UndoCount, undo + 1);
+  EXPECT_TRUE(UndoEnabled);
+}
+
+TEST_F(DeleteTest, MoreThan500IdsEndsTheCommandWithoutChanges) {
+  Position* root = AddPoint(0, 0);
+  for (int i = 0; i < 500; ++i) root->Child.push_back(AddPoint(i, 1)->ID);  // past the bound of 30 on purpose
+  SelectObject(*root);
+  int count = Doc.Points.count();
+  int undo = UndoCount;
+  mnuEditDelete_Click();
+  EXPECT_EQ(Doc.Points.count(), count);
+  EXPECT_EQ(UndoCount, undo);
+  ASSERT_EQ(host_.messages.size(), 1u);
+  EXPECT_EQ(host_.messages[0].title, "Error");
+}
+
+TEST_F(DeleteTest, DeleteAllRestartsNumbering) {
+  AddPoint(0, 0, 0, "A");
+  AddPoint(1, 0, 0, "B");
+  LastPointLabel = "B";
+  AniDefaultStep = 7;
+  mnuEditDelAll_Click();
+  EXPECT_EQ(DocumentObjectCount(), 0);
+  EXPECT_EQ(NextObjectNumber, 0);
+  EXPECT_EQ(LastPointLabel, "0");
+  EXPECT_EQ(AniDefaultStep, 5.0f);
+  EXPECT_EQ(NewObjectId("PT"), "PT0001");
+}
+
+TEST_F(DeleteTest, ClearDocumentKeepsCounters) {
+  AddPoint(0, 0);
+  SelectObject(*Doc.Points.Item(1));
+  LastPointLabel = "C";
+  ClearDocument();
+  EXPECT_EQ(Doc.Points.count(), 0);
+  EXPECT_EQ(Sel.Points.count(), 0);
+  EXPECT_EQ(NextObjectNumber, 1);
+  EXPECT_EQ(LastPointLabel, "C");
+}
+
+TEST_F(DocumentTest, BoundedListsRefuseTheEntryPastTheLimit) {
+  Position* p = AddPoint(0, 0);
+  for (int i = 0; i < Position::kMaxLinks; ++i) p->AddLink({"LN0001", 2, 1, 0, 0});
+  EXPECT_THROW(p->AddLink({"LN0002", 2, 1, 0, 0}), RunTimeError);
+  EXPECT_EQ(p->LinkNum(), 20);
+  for (int i = 0; i < 30; ++i) p->AddChild("PT0002");
+  EXPECT_THROW(p->AddChild("PT0003"), RunTimeError);
+  CLine line;
+  for (int i = 0; i < 30; ++i) line.AddStruP(*p);
+  EXPECT_THROW(line.AddStruP(*p), RunTimeError);
+}
+
+}  // namespace
+}  // namespace vt

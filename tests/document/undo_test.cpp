@@ -1,0 +1,182 @@
+#include <gtest/gtest.h>
+
+#include "document/document.h"
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/undo.h"
+#include "persist/docio.h"
+#include "support/fixtures.h"
+
+namespace vt {
+namespace {
+
+class UndoTest : public test::DocumentTest {
+ protected:
+  void SetUp() override {
+    DocumentTest::SetUp();
+    SceneMode = 1;
+  }
+  // A command: one more point, then a snapshot.
+  void AddPointCommand(float x) {
+    Position* p = AddPoint(x, 0);
+    AssignNextPointLabel(*p);
+    PushSnapshot();
+  }
+  std::vector<float> Xs() {
+    std::vector<float> xs;
+    for (Position* p : Doc.Points) xs.push_back(p->x);
+    return xs;
+  }
+};
+
+TEST_F(UndoTest, DisabledAtStartEnabledByTheFirstCommand) {
+  EXPECT_EQ(UndoCount, 1);
+  EXPECT_EQ(UndoEntry(1), "");
+  EXPECT_FALSE(UndoEnabled);
+  EXPECT_FALSE(RedoEnabled);
+  mnuFUndo_Click();  // nothing to undo: nothing happens
+  EXPECT_EQ(UndoCount, 1);
+  EXPECT_EQ(RedoCount, 0);
+  AddPointCommand(1);
+  EXPECT_TRUE(UndoEnabled);
+  mnuFUndo_Click();
+  EXPECT_EQ(Doc.Points.count(), 0);
+  EXPECT_FALSE(UndoEnabled);
+  EXPECT_TRUE(RedoEnabled);
+  mnuFRedo_Click();
+  EXPECT_EQ(Xs(), std::vector<float>{1});
+  EXPECT_FALSE(RedoEnabled);
+  EXPECT_TRUE(UndoEnabled);
+}
+
+TEST_F(UndoTest, UndoTwiceNewCommandRedoBringsBackTheOldState) {
+  AddPointCommand(1);
+  AddPointCommand(2);
+  AddPointCommand(3);
+  mnuFUndo_Click();
+  mnuFUndo_Click();
+  EXPECT_EQ(Xs(), std::vector<float>{1});
+  AddPointCommand(9);  // the redo stack survives a new command
+  EXPECT_EQ(Xs(), (std::vector<float>{1, 9}));
+  EXPECT_EQ(RedoCount, 2);
+  mnuFRedo_Click();
+  EXPECT_EQ(Xs(), (std::vector<float>{1, 2}));  // the state before the first undo's target
+  mnuFRedo_Click();
+  EXPECT_EQ(Xs(), (std::vector<float>{1, 2, 3}));
+  EXPECT_EQ(RedoCount, 0);
+  mnuFRedo_Click();  // nothing left
+  EXPECT_EQ(Xs(), (std::vector<float>{1, 2, 3}));
+}
+
+TEST_F(UndoTest, UndoRestoresTogglesAndClearsSelection) {
+  AddPointCommand(1);
+  mnuViewAxis_Click();
+  SelectObject(*Doc.Points.Item(1));
+  PushSnapshot();
+  EXPECT_TRUE(ShowAxis);
+  mnuFUndo_Click();
+  EXPECT_FALSE(ShowAxis);
+  EXPECT_EQ(Sel.Points.count(), 0);
+}
+
+TEST_F(UndoTest, DepthStopsStoringAtAThousandWhileTheCounterRises) {
+  for (int i = 0; i < 1000; ++i) PushSnapshot();
+  EXPECT_EQ(UndoCount, 1001);
+  EXPECT_NE(UndoEntry(999), "");
+  EXPECT_EQ(UndoEntry(1000), "");
+  EXPECT_EQ(UndoEntry(1001), "");
+  // Undo from past the depth reaches an empty entry, as the simple check
+  // allows; then the stored entries come back.
+  AddPoint(5, 5);
+  mnuFUndo_Click();
+  EXPECT_EQ(UndoCount, 1000);
+  EXPECT_EQ(Doc.Points.count(), 0);
+  mnuFUndo_Click();
+  EXPECT_EQ(UndoCount, 999);
+  EXPECT_EQ(GetUndoVar(), UndoEntry(999));
+}
+
+TEST_F(UndoTest, SnapshotsAreDocumentTexts) {
+  AddPointCommand(4);
+  EXPECT_EQ(UndoEntry(2), GetUndoVar());
+  EXPECT_EQ(UndoEntry(2).rfind("GL Ver3.00 1 ", 0), 0u);
+}
+
+// ---- clipboard -------------------------------------------------------------------------
+
+TEST_F(UndoTest, CopyTakesSelectedPointsOnlyAndPasteNeverReusesIds) {
+  Position* a = AddPoint(1, 1, 0, "A");
+  Position* b = AddPoint(2, 2, 0, "B");
+  AddPoint(3, 3, 0, "C");
+  a->AddChild(b->ID);
+  b->AddParent(a->ID);
+  SelectObject(*a);
+  SelectObject(*b);
+  mnuEditCopy_Click();
+  EXPECT_EQ(host_.clipboardText, a->Save() + b->Save());
+
+  LastPointLabel = "C";
+  mnuEditPaste_Click();
+  ASSERT_EQ(Doc.Points.count(), 5);
+  Position* a2 = Doc.Points.Item(4);
+  Position* b2 = Doc.Points.Item(5);
+  EXPECT_EQ(a2->ID, "PT0004");
+  EXPECT_EQ(b2->ID, "PT0005");
+  EXPECT_EQ(a2->Child, std::vector<std::string>{"PT0005"});
+  EXPECT_EQ(b2->Parent, std::vector<std::string>{"PT0004"});
+  // Labels already shown go to the next free ones.
+  EXPECT_EQ(a2->PLabel, "D");
+  EXPECT_EQ(b2->PLabel, "E");
+  EXPECT_EQ(NextObjectNumber, 5);
+  // The pasted points are the selection now.
+  EXPECT_EQ(Sel.Points.count(), 2);
+  EXPECT_TRUE(IsSelectedPoint(*a2));
+  EXPECT_FALSE(Doc.Points.Item(1)->Selected);
+  // A second paste again takes fresh ids.
+  mnuEditPaste_Click();
+  // The clipboard still holds PT0001 and PT0002: with base 5 they become 6, 7.
+  EXPECT_EQ(Doc.Points.Item(6)->ID, "PT0006");
+  EXPECT_EQ(Doc.Points.Item(7)->ID, "PT0007");
+  EXPECT_EQ(Doc.Points.Item(7)->Parent, std::vector<std::string>{"PT0006"});
+}
+
+TEST_F(UndoTest, CopyOfNoPointsIsEmptyAndPasteStillPushes) {
+  auto text = std::make_unique<CText>();
+  text->ID = NewObjectId("TT");
+  CText* t = Doc.Texts.Add(std::move(text));
+  SelectObject(*t);
+  mnuEditCopy_Click();
+  EXPECT_EQ(host_.clipboardText, "");
+  std::string before = GetUndoVar();
+  int undo = UndoCount;
+  mnuEditPaste_Click();
+  EXPECT_EQ(GetUndoVar(), before);
+  EXPECT_EQ(UndoCount, undo + 1);
+}
+
+TEST_F(UndoTest, PasteKeepsUnusedLabelsAndSurvivesDamage) {
+  Position p(1, 1, 0);
+  p.ID = "PT0001";
+  p.PLabel = "K";
+  host_.clipboardText = p.Save() + "PT0002 1 2;;";
+  AddPoint(9, 9, 0, "A");
+  mnuEditPaste_Click();
+  ASSERT_EQ(Doc.Points.count(), 2);  // the damaged record ends the paste
+  EXPECT_EQ(Doc.Points.Item(2)->PLabel, "K");
+  EXPECT_EQ(Doc.Points.Item(2)->ID, "PT0002");
+  EXPECT_EQ(NextObjectNumber, 2);
+}
+
+TEST_F(UndoTest, CutIsCopyThenDelete) {
+  Position* a = AddPoint(1, 1, 0, "A");
+  SelectObject(*a);
+  std::string record = a->Save();
+  int undo = UndoCount;
+  mnuEditCut_Click();
+  EXPECT_EQ(Doc.Points.count(), 0);
+  EXPECT_EQ(host_.clipboardText, record);
+  EXPECT_EQ(UndoCount, undo + 1);
+}
+
+}  // namespace
+}  // namespace vt
