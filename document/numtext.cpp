@@ -110,6 +110,17 @@ std::string ZeroPad(long long v, int width) {
   return v < 0 ? "-" + digits : digits;
 }
 
+std::string HexText(unsigned long long v, int width) {
+  char buf[32];
+  auto res = std::to_chars(buf, buf + sizeof buf, v, 16);
+  std::string digits(buf, res.ptr);
+  for (char& c : digits)
+    if (c >= 'a' && c <= 'f') c = static_cast<char>(c - 'a' + 'A');
+  if (static_cast<int>(digits.size()) < width)
+    digits.insert(0, static_cast<size_t>(width) - digits.size(), '0');
+  return digits;
+}
+
 bool TextToDouble(std::string_view text, double& out) { return ParseDouble(text, out); }
 
 bool TextToSingle(std::string_view text, float& out) {

@@ -24,6 +24,8 @@ std::string DoubleToText(double v);
 std::string IntToText(long long v);
 // Number formatted with at least `width` digits, zero-padded ("0000").
 std::string ZeroPad(long long v, int width);
+// Upper-case hexadecimal digits, zero-padded to at least `width` ("3DFCD35B").
+std::string HexText(unsigned long long v, int width);
 
 bool TextToSingle(std::string_view text, float& out);
 bool TextToDouble(std::string_view text, double& out);
