@@ -1,13 +1,33 @@
 // The table of record readers: one line per kind whose record the program
-// reads.
+// reads. Each reader builds its object and adds it to the document.
+#include "document/document.h"
 #include "persist/docio.h"
+#include "persist/record.h"
 
 namespace vt {
 
 void RegisterPointReader();
 
+namespace {
+
+template <class T, class C>
+void AddLoaded(C& collection, std::unique_ptr<T> obj) {
+  collection.Add(std::move(obj));
+}
+
+void ReadLine(RecordReader& r, int) { AddLoaded(Doc.Lines, CLine::Load(r)); }
+void ReadCircle(RecordReader& r, int) { AddLoaded(Doc.Circles, CCircle::Load(r)); }
+void ReadArc(RecordReader& r, int) { AddLoaded(Doc.Arcs, CArc::Load(r)); }
+void ReadRegion(RecordReader& r, int) { AddLoaded(Doc.Regions, CRegion::Load(r)); }
+
+}  // namespace
+
 void RegisterBuiltInReaders() {
   RegisterPointReader();
+  RegisterRecordReader("LN", &ReadLine);
+  RegisterRecordReader("CR", &ReadCircle);
+  RegisterRecordReader("AR", &ReadArc);
+  RegisterRecordReader("RG", &ReadRegion);
 }
 
 }  // namespace vt

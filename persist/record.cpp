@@ -107,6 +107,7 @@ std::vector<std::string_view> SplitRecords(std::string_view text) {
 
 std::string Framed(const std::string& text) { return "@" + text + "@"; }
 std::string BoolField(bool b) { return b ? "1" : "0"; }
+std::string TrueFalseField(bool b) { return b ? "-1" : "0"; }
 
 RecordWriter& RecordWriter::Add(const std::string& field) {
   s_ += ' ';

@@ -64,6 +64,7 @@ std::vector<std::string_view> SplitRecords(std::string_view text);
 // Writer pieces.
 std::string Framed(const std::string& text);  // "@" + text + "@"
 std::string BoolField(bool b);                 // "1" or "0"
+std::string TrueFalseField(bool b);            // "-1" or "0", the plain form of a flag
 
 // Builds a record: fields joined by single blanks, closed by ";;".
 class RecordWriter {
@@ -79,6 +80,8 @@ class RecordWriter {
   RecordWriter& Add(unsigned v) { return Add(static_cast<long>(v)); }
   RecordWriter& Add(bool b) { return Add(BoolField(b)); }
   RecordWriter& AddFramed(const std::string& text) { return Add(Framed(text)); }
+  // A flag in its plain form, -1 or 0 (fields not written as "1"/"0").
+  RecordWriter& AddFlag(bool b) { return Add(TrueFalseField(b)); }
   // Appends raw text that already carries its own separators.
   RecordWriter& Raw(const std::string& text) {
     s_ += text;

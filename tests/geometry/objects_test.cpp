@@ -1,0 +1,309 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "document/document.h"
+#include "document/globals.h"
+#include "persist/docio.h"
+#include "persist/record.h"
+#include "support/fixtures.h"
+
+namespace vt {
+namespace {
+
+class ObjectsTest : public test::DocumentTest {
+ protected:
+  // Reads a record back through the document reader and returns its text.
+  std::string RoundTrip(const std::string& record) {
+    std::string text = GetUndoVar();
+    text += record;
+    EXPECT_TRUE(OpenDocumentText(text));
+    return GetUndoVar();
+  }
+};
+
+TEST_F(ObjectsTest, LineRecordKeepsEveryFieldAndTakesPlacesFromPoints) {
+  SceneMode = 1;
+  AddPoint(0, 0, 0, "A");
+  AddPoint(4, 2, 0, "B");
+  Position* s = AddPoint(2, 1, 0, "C");
+  auto l = std::make_unique<CLine>();
+  l->ID = NewObjectId("LN");
+  l->Line1("PT0001", "PT0002");
+  l->LLabel = "a b";
+  l->lt = 3;
+  l->DrawMode = 2;
+  l->LType = 1;
+  l->ForeColor = RGB(10, 20, 30);
+  l->GELineStyle = 4;
+  l->GELineWidth = 1.5f;
+  l->AddStruPoint(*s, 0.5f);
+  l->LKID = "PT0003";
+  l->LKID3 = "RG0009";
+  l->Selected = true;
+  l->HideLabel = true;
+  l->Para1 = 0.25f;
+  l->MoveType = 2;
+  l->TransType = 1;
+  std::string rec = l->Save();
+  EXPECT_EQ(rec, "LN0004 PT0001 PT0002 @a b@ 3 2 1 1971210 4 1.5 1 PT0003 0.5 @PT0003@ @@ @RG0009@ @@ 1 0 1 0.25 0 0 2 1;;");
+  Doc.Lines.Add(std::move(l));
+  std::string doc = GetUndoVar();
+  ASSERT_TRUE(OpenDocumentText(doc));
+  EXPECT_EQ(GetUndoVar(), doc);
+  CLine* back = Doc.Lines.Item(1);
+  EXPECT_FLOAT_EQ(back->pEnd.x, 4);  // the copy takes the real point's place
+  EXPECT_EQ(back->StruP[0].ID, "PT0003");
+  EXPECT_FLOAT_EQ(back->StruP[0].y, 1);
+}
+
+TEST_F(ObjectsTest, CircleArcAndRegionRecordsRoundTrip) {
+  SceneMode = 1;
+  for (int i = 0; i < 4; ++i) AddPoint(static_cast<float>(i), static_cast<float>(i * i), 0, std::string(1, 'A' + i));
+  auto c = std::make_unique<CCircle>();
+  c->ID = NewObjectId("CR");
+  c->CType = 2;
+  c->Circle2("PT0001", "PT0002", "PT0003");
+  c->PCenter = HolderCopyOf("PT0004");
+  c->R = 2.5f;
+  c->Filled = true;
+  c->CLabel = "c";
+  c->AddStruPoint(*Doc.Points.Item(4), 1.25f);
+  c->Hide = true;
+  c->LKID2 = "LN0001";
+  Doc.Circles.Add(std::move(c));
+
+  auto a = std::make_unique<CArc>();
+  a->ID = NewObjectId("AR");
+  a->AType = 2;
+  a->AT = 3;
+  a->arc2("PT0001", "PT0002", "PT0003");
+  a->R = 1;
+  a->Label = "arc one";
+  a->ForeColor = 0xFF0000;
+  a->GELineWidth = 3;
+  a->Selected = true;
+  Doc.Arcs.Add(std::move(a));
+
+  auto g = std::make_unique<CRegion>();
+  g->ID = NewObjectId("RG");
+  for (int i = 1; i <= 3; ++i) g->Points.push_back(HolderCopy(*Doc.Points.Item(i)));
+  g->Alpha = 0.5f;
+  g->Label = "T";
+  g->Texture = "my texture.bmp";
+  g->RType = 1;
+  g->StruP.push_back(HolderCopy(*Doc.Points.Item(4)));
+  g->StruXScale = {0.25f};
+  g->StruYScale = {0.5f};
+  g->StruZScale = {0};
+  Doc.Regions.Add(std::move(g));
+
+  std::string doc = GetUndoVar();
+  // Flags not written as "1"/"0" take their plain form, -1 for set.
+  EXPECT_NE(doc.find("CR0005 @c@ @2.5@ PT0001 @PT0002@ @PT0003@ PT0004 1 2 0 1 2 1 PT0004 1.25 1 0 -1 0 @@ @LN0001@"),
+            std::string::npos)
+      << doc;
+  EXPECT_NE(doc.find("AR0006 @arc one@ @1@ PT0001 PT0003 @@ @PT0002@ 1 2 16711680 1 3 3 0 -1 0 0"), std::string::npos)
+      << doc;
+  EXPECT_NE(doc.find("RG0007 @T@ 0 0.5 1 3 PT0001 PT0002 PT0003 1 PT0004 0.25 0.5 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 "
+                     "@my texture.bmp@ 1;;"),
+            std::string::npos)
+      << doc;
+  ASSERT_TRUE(OpenDocumentText(doc));
+  EXPECT_EQ(GetUndoVar(), doc);
+  EXPECT_EQ(Doc.Regions.Item(1)->Texture, "my texture.bmp");
+  EXPECT_FLOAT_EQ(Doc.Circles.Item(1)->PCircleR3.x, 2);
+}
+
+TEST_F(ObjectsTest, MissingPointsLeaveEmptyReferences) {
+  std::string text = "GL Ver3.00 1 0 0 0 0;;LN0003 PT0001 PT0002 @@ 1 1 0 0 1 2 0 @@ @@ @@ @@ 1 0 0 0 0 0 0 0;;";
+  ASSERT_TRUE(OpenDocumentText(text));
+  ASSERT_EQ(Doc.Lines.count(), 1);
+  EXPECT_EQ(Doc.Lines.Item(1)->pBegin.ID, "");
+  EXPECT_EQ(NextObjectNumber, 3);
+  // A line record cut short stops the read.
+  ResetGlobals();
+  EXPECT_FALSE(OpenDocumentText("GL Ver3.00 1 0 0 0 0;;LN0003 PT0001 PT0002 @@ 1;;"));
+  EXPECT_EQ(Doc.Lines.count(), 0);
+}
+
+TEST(LineShape, BoxesSlopesAndStructurePoints) {
+  CLine l;
+  l.pBegin = Position(1, 2, 0);
+  l.pEnd = Position(3, -1, 1);
+  CBox b;
+  l.GetBox(b);
+  EXPECT_EQ(b.MinX, 1);
+  EXPECT_EQ(b.MaxY, 2);
+  EXPECT_EQ(b.MaxZ, 1);
+  l.lt = 3;  // a ray runs out on the side it points to
+  l.GetBox(b);
+  EXPECT_EQ(b.MaxX, 1000);
+  EXPECT_EQ(b.MinY, -1000);
+  EXPECT_EQ(b.MinX, 1);
+  l.lt = 2;
+  l.GetBox(b);
+  EXPECT_EQ(b.MinZ, -1000);
+
+  float k, c;
+  l.LineKX(k, c);
+  EXPECT_FLOAT_EQ(k, -1.5f);
+  EXPECT_FLOAT_EQ(c, -1 + 1.5f * 3);
+  l.pEnd.x = 1;
+  l.LineKX(k, c);
+  EXPECT_FLOAT_EQ(k, 10000);
+
+  std::vector<Position> pts = CLine().Points();
+  EXPECT_EQ(pts.size(), 51u);
+}
+
+TEST_F(ObjectsTest, LineStructurePointsFollowTheEnds) {
+  Position* on = AddPoint(1, 0);
+  CLine l;
+  l.pBegin = Position(0, 0, 0);
+  l.pEnd = Position(4, 0, 0);
+  l.AddStruPoint(*on, 0.25f);
+  l.pEnd.Set(4, 8, 0);
+  l.UpdateStru();
+  EXPECT_FLOAT_EQ(on->x, 1);
+  EXPECT_FLOAT_EQ(on->y, 2);
+  EXPECT_FLOAT_EQ(l.StruP[0].y, 2);
+}
+
+TEST(LinePick, NearTheLineWithinTheBox) {
+  CLine seg;
+  seg.pBegin = Position(0, 0, 0);
+  seg.pEnd = Position(4, 0, 0);
+  auto ray = [](float x, float y) { return std::pair<Position, Position>{Position(x, y, 50), Position(x, y, -50)}; };
+  auto [n1, f1] = ray(2, 0.1f);
+  EXPECT_TRUE(seg.Pick(n1, f1));
+  auto [n2, f2] = ray(2, 0.13f);
+  EXPECT_FALSE(seg.Pick(n2, f2));
+  auto [n3, f3] = ray(6, 0);  // on the carrier line but past the segment's box
+  EXPECT_FALSE(seg.Pick(n3, f3));
+  seg.lt = 2;
+  EXPECT_TRUE(seg.Pick(n3, f3));
+  seg.Hide = true;
+  EXPECT_FALSE(seg.Pick(Position(), f3, n3));
+}
+
+TEST(CircleShape, SegmentsRadiusAndPick) {
+  CCircle c;
+  c.PCenter = Position(0, 0, 0);
+  c.PCircleR = Position(0.25f, 0, 0);
+  EXPECT_EQ(c.SegmentCount(), 60);  // solid
+  c.GELineStyle = 2;
+  EXPECT_EQ(c.SegmentCount(), 6);  // a small dashed circle is a hexagon
+  c.PCircleR.x = 0.5f;
+  EXPECT_EQ(c.SegmentCount(), 10);
+  c.PCircleR.x = 0.75f;
+  EXPECT_EQ(c.SegmentCount(), 16);
+  c.PCircleR.x = 1.6f;
+  EXPECT_EQ(c.SegmentCount(), 32);
+  c.PCircleR.x = 10;
+  EXPECT_EQ(c.SegmentCount(), 60);  // capped
+  c.DrawMode = 2;                   // selected: solid
+  EXPECT_EQ(c.SegmentCount(), 60);
+
+  c.DrawMode = 1;
+  c.GELineStyle = 1;
+  c.PCircleR.x = 2;
+  Position nearRim(0, 2.05f, 10), farRim(0, 2.05f, -10);
+  EXPECT_TRUE(c.Pick(nearRim, farRim));
+  Position nearIn(0.3f, 0.3f, 10), farIn(0.3f, 0.3f, -10);
+  EXPECT_FALSE(c.Pick(nearIn, farIn));
+  c.Filled = true;  // a filled circle is hit inside too
+  EXPECT_TRUE(c.Pick(nearIn, farIn));
+
+  CCircle three;
+  three.CType = 2;
+  three.PCircleR = Position(1, 0, 0);
+  three.PCircleR2 = Position(0, 1, 0);
+  three.PCircleR3 = Position(-1, 0, 0);
+  EXPECT_NEAR(three.Radius(), 1, 1e-6);
+  EXPECT_NEAR(three.Centre().x, 0, 1e-6);
+}
+
+TEST(ArcShape, SweepAndProjection) {
+  CArc a;
+  a.PCenter = Position(0, 0, 0);
+  a.pBegin = Position(1, 0, 0);
+  a.pEnd = Position(0, 1, 0);
+  EXPECT_NEAR(a.RadiusAngle(), 3.1416 / 2, 1e-3);
+  std::swap(a.pBegin, a.pEnd);
+  EXPECT_NEAR(a.RadiusAngle(), 6.2832 - 3.1416 / 2, 1e-3);  // the long way round
+  std::swap(a.pBegin, a.pEnd);
+
+  // Through three points: the middle point decides the sense.
+  CArc t;
+  t.AType = 2;
+  t.pBegin = Position(1, 0, 0);
+  t.pMid = Position(0, -1, 0);
+  t.pEnd = Position(0, 1, 0);
+  EXPECT_NEAR(t.RadiusAngle(), 6.2832 - 3.1416 / 2, 1e-3);  // more than half a turn
+  std::vector<Position> s = t.Samples();
+  EXPECT_NEAR(s.front().x, 0, 1e-4);  // runs from the end round through the middle
+  EXPECT_NEAR(s.front().y, 1, 1e-4);
+  EXPECT_GE(s.size(), 4u);
+
+  float angle = 0;
+  Position on = a.ProjectOnArc(Position(2, 2, 0), &angle);
+  EXPECT_NEAR(on.x, std::sqrt(0.5), 1e-4);
+  EXPECT_NEAR(angle, std::atan(1.0), 1e-4);
+  Position end = a.ProjectOnArc(Position(-1, 0.2f, 0));  // past the end: the nearer end
+  EXPECT_NEAR(end.x, 0, 1e-4);
+  EXPECT_NEAR(end.y, 1, 1e-4);
+  Position start = a.ProjectOnArc(Position(0.5f, -2, 0));
+  EXPECT_NEAR(start.x, 1, 1e-4);
+}
+
+TEST(RegionShape, PickByWindingAndFrames) {
+  CRegion g;
+  g.Points = {Position(0, 0, 0), Position(4, 0, 0), Position(4, 4, 0), Position(2, 1, 0), Position(0, 4, 0)};
+  auto hits = [&](float x, float y) { return g.Pick(Position(x, y, 10), Position(x, y, -10)); };
+  EXPECT_TRUE(hits(1, 0.5f));
+  EXPECT_TRUE(hits(3.5f, 3));
+  EXPECT_FALSE(hits(2, 3));  // in the notch of the concave polygon
+  EXPECT_FALSE(hits(5, 1));
+  CRegion two;
+  two.Points = {Position(0, 0, 0), Position(1, 0, 0)};
+  EXPECT_FALSE(two.Pick(Position(0.5f, 0, 1), Position(0.5f, 0, -1)));  // no plane
+  two.UpdateStru();                                                       // and nothing to do
+
+  // A structure point keeps its frame place when the region turns.
+  CRegion tri;
+  tri.Points = {Position(0, 0, 0), Position(2, 0, 0), Position(0, 2, 0)};
+  Position p(0.5f, 0.5f, 0);
+  p.ID = "PT0042";
+  tri.AddStruPoint(p);
+  tri.Points = {Position(0, 0, 0), Position(0, 2, 0), Position(-2, 0, 0)};  // a quarter turn
+  tri.UpdateStru();
+  EXPECT_NEAR(tri.StruP[0].x, -0.5, 1e-5);
+  EXPECT_NEAR(tri.StruP[0].y, 0.5, 1e-5);
+  EXPECT_EQ(tri.GetRotPoints().size(), 4u);
+}
+
+TEST_F(ObjectsTest, TransformImagesTakeTheLastPointsIds) {
+  Position* a = AddPoint(0, 0);
+  Position* b = AddPoint(2, 0);
+  auto l = std::make_unique<CLine>();
+  l->ID = NewObjectId("LN");
+  l->Line1(a->ID, b->ID);
+  CLine* line = Doc.Lines.Add(std::move(l));
+  a->Move0(0, 2, 1, 1, 0, "", "");
+  b->Move0(0, 2, 1, 1, 0, "", "");
+  CLine* img = line->Move(2, 1, 1, 0, "", "", 0);
+  ASSERT_NE(img, nullptr);
+  EXPECT_EQ(img->pBegin.ID, "PT0004");
+  EXPECT_EQ(img->pEnd.ID, "PT0005");
+  EXPECT_FLOAT_EQ(img->pEnd.x, 3);
+  EXPECT_EQ(img->LKID, line->ID);
+  EXPECT_EQ(img->TransType, 1);
+  EXPECT_EQ(img->lt, 1);
+  // In place, the line itself moves.
+  EXPECT_EQ(line->Zoom(2, 1), nullptr);
+  EXPECT_FLOAT_EQ(line->pEnd.x, 4);
+}
+
+}  // namespace
+}  // namespace vt
