@@ -83,12 +83,26 @@ bool ParseDouble(std::string_view text, double& out) {
   double v = 0;
   auto res = std::from_chars(first, norm.data() + norm.size(), v);
   if (res.ec == std::errc::result_out_of_range) {
-    // Underflow reads as 0; overflow is an error.
-    if (std::strchr(norm.c_str(), 'e') && std::strstr(norm.c_str(), "e-")) {
-      v = 0;
-    } else {
-      return false;
+    // Underflow reads as 0; overflow is an error. The decimal exponent of
+    // the first significant digit tells which.
+    long exp10 = 0;
+    bool seenDot = false, seenDigit = false;
+    long intDigits = 0, leadingFracZeros = 0;
+    const char* p = first;
+    for (; *p && *p != 'e'; ++p) {
+      if (*p == '.') {
+        seenDot = true;
+      } else if (!seenDigit && *p == '0') {
+        if (seenDot) ++leadingFracZeros;
+      } else {
+        if (!seenDot) ++intDigits;
+        seenDigit = true;
+      }
     }
+    if (*p == 'e') exp10 = std::strtol(p + 1, nullptr, 10);
+    long magnitude = (intDigits > 0 ? intDigits - 1 : -(leadingFracZeros + 1)) + exp10;
+    if (magnitude >= 0) return false;
+    v = 0;
   } else if (res.ec != std::errc() || res.ptr != norm.data() + norm.size()) {
     return false;
   }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <string>
 
 #include "document/numtext.h"
 
@@ -87,6 +88,12 @@ TEST(TextToNumber, ValTakesTheLeadingNumber) {
   EXPECT_DOUBLE_EQ(Val("abc"), 0.0);
   EXPECT_DOUBLE_EQ(Val("2e"), 2.0);
   EXPECT_DOUBLE_EQ(Val(""), 0.0);
+  EXPECT_DOUBLE_EQ(Val("0." + std::string(400, '0') + "1"), 0.0);  // too small: zero
+  EXPECT_GT(Val("1" + std::string(400, '0')), 1e300);                 // too large: the largest
+  double d = 1;
+  EXPECT_TRUE(TextToDouble("0.000" + std::string(400, '0') + "5", d));
+  EXPECT_EQ(d, 0.0);
+  EXPECT_FALSE(TextToDouble("12" + std::string(400, '0'), d));
 }
 
 TEST(FormatPatterns, DecimalsAndRounding) {

@@ -1,0 +1,96 @@
+#include "expr/text_prep.h"
+
+#include <string_view>
+
+namespace vt {
+
+namespace {
+
+constexpr std::string_view kExprChars =
+    "-1234567890.+*/^()abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+constexpr std::string_view kNumberChars = "-1234567890Ee.";
+
+bool FilterText(std::string& source, std::string& result, std::string_view accepted) {
+  const std::string copy = source;
+  result.clear();
+  bool outcome = false;
+  const std::size_t rounds = source.size();
+  for (std::size_t k = 0; k < rounds; ++k) {
+    const char c = source.front();
+    if (accepted.find(c) != std::string_view::npos) {
+      result.push_back(c);
+    } else if (c == ' ') {
+      // dropped
+    } else if (c == ',') {
+      result.push_back('.');
+    } else {
+      return false;
+    }
+    source.erase(0, 1);
+    outcome = true;
+  }
+  if (copy.empty() || copy == " ") {
+    result = "0";
+    outcome = true;
+  }
+  return outcome;
+}
+
+bool In(std::string_view set, char c) { return set.find(c) != std::string_view::npos; }
+bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+constexpr std::string_view kVarLetters = "abnrtxyziABNRTXYZI";
+constexpr std::string_view kLeadSet = "1234567890+-*/^()pP";
+constexpr std::string_view kDigitsRightParen = "1234567890)";
+constexpr std::string_view kNumberOrOpen = "1234567890.,(";
+constexpr std::string_view kNumberChars2 = "1234567890.,";
+
+}  // namespace
+
+bool FilterExprText(std::string& source, std::string& result) {
+  return FilterText(source, result, kExprChars);
+}
+
+bool FilterNumberText(std::string& source, std::string& result) {
+  return FilterText(source, result, kNumberChars);
+}
+
+std::string InsertImplicitProducts(const std::string& text) {
+  if (text.empty()) return "*";
+  std::string out;
+  out.reserve(text.size() + text.size() / 2);
+  const std::size_t n = text.size();
+  for (std::size_t i = 0; i + 1 < n; ++i) {
+    const char c = text[i];
+    const char next = text[i + 1];
+    out.push_back(c);
+    bool product = false;
+    if (In(kDigitsRightParen, c) && (IsLetter(next) || next == '(')) product = true;  // 1
+    if (In(kVarLetters, c) && In(kNumberOrOpen, next)) {
+      if (i == 0) product = true;                     // 2
+      else if (In(kLeadSet, text[i - 1])) product = true;  // 3
+    }
+    if (c == ')' && In(kNumberChars2, next)) product = true;  // 4
+    if (product) out.push_back('*');
+  }
+  out.push_back(text[n - 1]);
+  return out;
+}
+
+std::string FoldSigns(const std::string& text) {
+  std::string out;
+  out.reserve(text.size());
+  std::size_t i = 0;
+  while (i < text.size()) {
+    if (i + 1 < text.size() && text[i + 1] == '-' && (text[i] == '+' || text[i] == '-')) {
+      out.push_back(text[i] == '+' ? '-' : '+');
+      i += 2;
+    } else {
+      out.push_back(text[i]);
+      ++i;
+    }
+  }
+  return out;
+}
+
+}  // namespace vt

@@ -1,0 +1,28 @@
+// Text preparation between what a user types and the compiler: two input
+// filters for dialog fields, the rewriter that makes implicit products
+// explicit, and the folding of doubled signs in derivative text. Free
+// functions on text, no state, no messages (the dialogs show their own).
+#pragma once
+
+#include <string>
+
+namespace vt {
+
+// Filter for formula and range fields: drops blanks, turns "," into ".",
+// keeps "-1234567890.+*/^()" and ASCII letters. Any other character stops it
+// with false: `result` holds what was accepted, `source` the rest from that
+// character on. On success `source` is empty. A source that is "" or " "
+// gives "0" and true.
+bool FilterExprText(std::string& source, std::string& result);
+// The same for one-number fields, keeping "-1234567890Ee.".
+bool FilterNumberText(std::string& source, std::string& result);
+
+// Puts "*" where a product is implied: "2x" -> "2*x", "(x+1)(x-1)" ->
+// "(x+1)*(x-1)", "x2" -> "x*2", "2pi" -> "2*pi". The empty text gives "*",
+// which the compiler refuses as a missing operand.
+std::string InsertImplicitProducts(const std::string& text);
+
+// One pass left to right: "+-" -> "-", "--" -> "+"; "---" gives "+-".
+std::string FoldSigns(const std::string& text);
+
+}  // namespace vt

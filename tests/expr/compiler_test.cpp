@@ -1,0 +1,244 @@
+// The compiler: postfix text, ranks and grouping, states, and the exact
+// positions and messages of syntax errors.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "expr/expression.h"
+#include "expr/stack.h"
+#include "expr_test_util.h"
+
+namespace vt {
+namespace {
+
+using exprtest::HostScope;
+
+struct Compiled {
+  std::int32_t result;
+  std::string postfix;
+  std::string message;  // LastSyntaxError, "" when no box showed
+  std::size_t boxes;
+};
+
+Compiled Compile(HostScope& scope, const std::string& formula, const VariableTable& vars) {
+  Cls6 calc;
+  Compiled c{};
+  const std::size_t before = scope.host.messages.size();
+  c.result = calc.InfixToPostfix(formula, vars, c.postfix);
+  c.boxes = scope.host.messages.size() - before;
+  if (c.boxes) c.message = calc.GetLastSyntaxError();
+  return c;
+}
+
+VariableTable Vars(std::initializer_list<const char*> names) {
+  VariableTable t;
+  for (const char* n : names) t.Add(n, 0);
+  return t;
+}
+
+TEST(Compiler, PostfixOfOperatorsRanksAndGrouping) {
+  HostScope scope;
+  VariableTable vars = Vars({"x", "Y", "x2"});
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"2^3^2", "2 3 ^ 2 ^ "},           // "^" groups to the left
+      {"-2^2", "2 2 ^ (-) "},            // unary minus below "^"
+      {"-x*y", "X (-) Y * "},            // and above "*"
+      {"2^-3", "2 3 (-) ^ "},            // a sign after "^" pops nothing
+      {"1-2-3", "1 2 - 3 - "},
+      {"1+2*3", "1 2 3 * + "},
+      {"(1+2)*3", "1 2 + 3 * "},
+      {"+x", "X "},                      // unary plus is nothing
+      {"(-x)", "X (-) "},
+      {"sin(x)^2", "X SIN 2 ^ "},        // the function leaves by rank after ")"
+      {"sin x", "X SIN "},               // a symbol may follow a function name
+      {"sin cos x", "X COS SIN "},
+      {"SiN(X)", "X SIN "},              // case never matters
+      {"asech(x)+1", "X 1 + ASECH "},    // ASECH has rank 0: "(" in effect
+      {"asech(x+1)", "X 1 + ASECH "},
+      {"asech(x)*2^x", "X 2 X ^ * ASECH "},
+      {"pi", "3.1415926 "},
+      {"1,5", "1,5 "},                   // a number as its digits stand
+      {".5", ".5 "},
+      {"x2", "X2 "},                     // one symbol
+      {"2x", "2 X * "},                  // implicit products
+      {"2pi", "2 3.1415926 * "},
+      {"x(x+1)", "X X 1 + * "},
+      {"(x+1)(x-1)", "X 1 + X 1 - * "},
+      {"2sin(x)", "2 X SIN * "},
+      {"x y", "X Y * "},
+      {"1\t+\r\n2", "1 2 + "},           // control characters are skipped
+      {"", ""},
+      {"   ", ""},
+  };
+  for (const auto& [formula, postfix] : cases) {
+    Compiled c = Compile(scope, formula, vars);
+    EXPECT_EQ(c.result, 0) << formula;
+    EXPECT_EQ(c.boxes, 0u) << formula;
+    EXPECT_EQ(c.postfix, postfix) << formula;
+  }
+}
+
+TEST(Compiler, ErrorPositionsAndMessages) {
+  HostScope scope;
+  VariableTable vars = Vars({"x", "y"});
+  struct Case {
+    const char* formula;
+    std::int32_t position;
+    const char* message;
+  };
+  const Case cases[] = {
+      // Operators and ")" report the token before them.
+      {")(", 1, "Operand expected"},
+      {"x)(", 0, "Closing parenthesis without matching open parenthesis"},
+      {"(x))", 3, "Closing parenthesis without matching open parenthesis"},
+      {"1+*2", 2, "Operand expected"},
+      {"2+-3", 2, "Operand expected"},
+      {"--x", 1, "Operand expected"},
+      {"*2", 1, "Operand expected"},
+      {"(*2)", 1, "Operand expected"},
+      {"2*/3", 2, "Operand expected"},
+      {"sin*2", 0, "Operand expected"},
+      {"()", 1, "Operand expected"},
+      // Numbers: the index before their last digit, or the value before them.
+      {"2 3", 0, "Operator expected"},
+      {"x+12 34", 3, "Operator expected"},
+      {"1..2", 1, "Operand contains multiple decimal points"},
+      {"x+1,2.5", 2, "Operand contains multiple decimal points"},
+      {".", 0, "Invalid operand"},
+      {"x+,", 2, "Invalid operand"},
+      {"sin 2", 4, "Open parenthesis expected"},
+      {"sin 123", 6, "Open parenthesis expected"},
+      // Symbols: the index before their first character.
+      {"q", 0, "Undefined symbol : 'q'"},
+      {"x+Qq", 2, "Undefined symbol : 'Qq'"},
+      {"x+sin2x", 2, "Undefined symbol : 'sin2x'"},
+      {"_", 0, "Undefined symbol : '_'"},
+      // Other characters: the value before them.
+      {"#", 1, "Unexpected character encountered"},
+      {"x+#", 2, "Unexpected character encountered"},
+      {"12#", 1, "Unexpected character encountered"},
+      {"x\xC3\xA9", 0, "Unexpected character encountered"},
+      // The end of the text: its length.
+      {"1+", 2, "Operand expected"},
+      {"2*(", 3, "Operand expected"},
+      {"sin", 3, "Operand expected"},
+      {"(1+2", 4, "Closing parenthesis expected"},
+      {"((x)", 4, "Closing parenthesis expected"},
+      {"(", 1, "Closing parenthesis expected"},
+  };
+  for (const Case& k : cases) {
+    Compiled c = Compile(scope, k.formula, vars);
+    EXPECT_EQ(c.result, k.position) << k.formula;
+    EXPECT_EQ(c.message, k.message) << k.formula;
+    ASSERT_EQ(c.boxes, 1u) << k.formula;
+    const RecordingHost::Message& box = scope.host.messages.back();
+    EXPECT_EQ(box.text, "Character " + std::to_string(k.position) + ":  " + k.message);
+    EXPECT_EQ(box.title, "Syntax Error");
+    EXPECT_EQ(box.icon, MsgIcon::Critical);
+    EXPECT_EQ(box.buttons, MsgButtons::OK);
+  }
+}
+
+TEST(Compiler, PostfixStandsAsFarAsItGotAfterAnError) {
+  HostScope scope;
+  VariableTable vars = Vars({"x"});
+  // Output written before the error stays; the operator stack is not emptied.
+  EXPECT_EQ(Compile(scope, "x*2+q", vars).postfix, "X 2 * ");
+  EXPECT_EQ(Compile(scope, "2 3", vars).postfix, "2 ");
+  // An undefined symbol at the start gives 0, as success does.
+  Compiled c = Compile(scope, "q+1", vars);
+  EXPECT_EQ(c.result, 0);
+  EXPECT_EQ(c.postfix, "");
+  EXPECT_EQ(c.boxes, 1u);
+}
+
+TEST(Compiler, NamesAreLookedUpInTheTableOnly) {
+  HostScope scope;
+  // E is an ordinary symbol, and functions win over table names.
+  EXPECT_EQ(Compile(scope, "e", Vars({})).message, "Undefined symbol : 'e'");
+  EXPECT_EQ(Compile(scope, "e", Vars({"E"})).postfix, "E ");
+  EXPECT_EQ(Compile(scope, "sin(1)", Vars({"SIN"})).postfix, "1 SIN ");
+  // Only entries 1..count are searched.
+  VariableTable t = Vars({"a", "b"});
+  t.SetCount(1);
+  EXPECT_EQ(Compile(scope, "b", t).message, "Undefined symbol : 'b'");
+  // The output uses the symbol folded to upper case.
+  EXPECT_EQ(Compile(scope, "Alpha_1", Vars({"ALPHA_1"})).postfix, "ALPHA_1 ");
+}
+
+TEST(Compiler, LastSyntaxErrorKeepsTheLastMessage) {
+  HostScope scope;
+  Cls6 calc;
+  VariableTable vars = Vars({"x"});
+  std::string post;
+  EXPECT_EQ(calc.GetLastSyntaxError(), "");
+  calc.InfixToPostfix("1+", vars, post);
+  EXPECT_EQ(calc.GetLastSyntaxError(), "Operand expected");
+  post.clear();
+  EXPECT_EQ(calc.InfixToPostfix("x", vars, post), 0);
+  EXPECT_EQ(calc.GetLastSyntaxError(), "Operand expected");
+}
+
+TEST(Cls13, PushPopPeekAndGrowth) {
+  Cls13 s;
+  EXPECT_EQ(s.StackSize(), 0);
+  EXPECT_EQ(s.Capacity(), 0);
+  for (int i = 1; i <= 11; ++i) s.Push(static_cast<double>(i));
+  EXPECT_EQ(s.StackSize(), 11);
+  EXPECT_EQ(s.Capacity(), 20);  // grows by 10 places
+  s.Push("text");
+  EXPECT_TRUE(s.GetPopValue().isText);
+  EXPECT_EQ(s.Pop().text, "text");
+  EXPECT_EQ(s.GetPopValue().number, 11);
+  EXPECT_EQ(s.StackSize(), 11);
+  for (int i = 11; i >= 1; --i) EXPECT_EQ(s.Pop().number, i);
+  try {
+    s.Pop();
+    FAIL() << "Pop on an empty stack";
+  } catch (const ExprFailure& f) {
+    EXPECT_EQ(f.code(), kObjectErrorBase + 1011);
+    EXPECT_STREQ(f.what(), "Pop method invoked on empty stack");
+  }
+  try {
+    s.GetPopValue();
+    FAIL() << "GetPopValue on an empty stack";
+  } catch (const ExprFailure& f) {
+    EXPECT_EQ(f.code(), kObjectErrorBase + 1012);
+    EXPECT_STREQ(f.what(), "GetPopValue method invoked on empty stack");
+  }
+}
+
+TEST(VariableTable, LookupAndStamp) {
+  VariableTable t;
+  EXPECT_EQ(t.Add("Speed", 2), 1);
+  EXPECT_EQ(t.Add("x", 3), 2);
+  EXPECT_EQ(t.Add("SPEED", 4), 3);
+  EXPECT_EQ(t.Find("speed"), 1);  // first match, any case
+  EXPECT_EQ(t.Find("X"), 2);
+  EXPECT_EQ(t.Find("y"), 0);
+
+  const std::uint64_t s1 = t.Stamp();
+  EXPECT_EQ(t.Stamp(), s1);
+  t.values[2] = 9;  // values do not touch the stamp
+  EXPECT_EQ(t.Stamp(), s1);
+  // The same names again after a Clear: the same stamp.
+  t.Clear();
+  t.Add("Speed");
+  t.Add("x");
+  t.Add("SPEED");
+  EXPECT_EQ(t.Stamp(), s1);
+  t.SetName(2, "y");
+  const std::uint64_t s2 = t.Stamp();
+  EXPECT_NE(s2, s1);
+  t.SetCount(2);
+  EXPECT_NE(t.Stamp(), s2);
+
+  VariableTable full;
+  for (int i = 1; i <= VariableTable::kLastIndex; ++i) EXPECT_EQ(full.Add("v" + std::to_string(i)), i);
+  EXPECT_EQ(full.Add("more"), 0);
+  EXPECT_EQ(full.Count(), 50);
+}
+
+}  // namespace
+}  // namespace vt

@@ -1,0 +1,368 @@
+// The evaluator: values to the bit, the functions and their guards, domain
+// errors (silent and reported), the failures left to the caller, and the
+// agreement of the prepared evaluator with the plain reading of the text.
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "expr/expression.h"
+#include "expr/functions.h"
+#include "expr_test_util.h"
+
+namespace vt {
+namespace {
+
+using exprtest::Calc;
+using exprtest::Compute;
+using exprtest::EvaluateBoth;
+using exprtest::HostScope;
+using exprtest::XY;
+
+float Value(HostScope& s, const std::string& formula, float x = 0, float y = 0, bool deg = false) {
+  VariableTable t = XY(x, y);
+  Calc c = Compute(s.host, formula, t, deg);
+  EXPECT_EQ(c.compiled, 0) << formula;
+  EXPECT_TRUE(c.eval.ok) << formula;
+  EXPECT_FALSE(c.eval.failed) << formula << ": " << c.eval.failure;
+  return c.eval.value;
+}
+
+// A silent break: ok with BreakValue, no box.
+void ExpectBreak(HostScope& s, const std::string& formula, float x = 0) {
+  VariableTable t = XY(x);
+  Calc c = Compute(s.host, formula, t);
+  ASSERT_EQ(c.compiled, 0) << formula;
+  EXPECT_TRUE(c.eval.ok) << formula;
+  EXPECT_EQ(c.eval.bits(), 0x3DFCD35Bu) << formula << " gave " << c.eval.value;
+  EXPECT_EQ(c.eval.boxes, 0u) << formula;
+}
+
+// With ReportEvalErrors: the box, ok false, result untouched.
+void ExpectReported(HostScope& s, const std::string& formula, float x, const std::string& message) {
+  ReportEvalErrors = true;
+  VariableTable t = XY(x);
+  Calc c = Compute(s.host, formula, t);
+  ReportEvalErrors = false;
+  ASSERT_EQ(c.compiled, 0) << formula;
+  EXPECT_FALSE(c.eval.ok) << formula;
+  EXPECT_EQ(c.eval.value, -777.0f) << formula;  // untouched
+  ASSERT_EQ(c.eval.boxes, 1u) << formula;
+  EXPECT_EQ(c.eval.lastBox, message) << formula;
+  EXPECT_EQ(s.host.messages.back().title, "Error");
+  EXPECT_EQ(s.host.messages.back().icon, MsgIcon::Critical);
+}
+
+TEST(Evaluator, BreakValueBits) {
+  EXPECT_EQ(std::bit_cast<std::uint32_t>(BreakValue), 0x3DFCD35Bu);
+}
+
+TEST(Evaluator, OperatorsGroupingAndSingleRounding) {
+  HostScope s;
+  EXPECT_EQ(Value(s, "2^3^2"), 64.0f);
+  EXPECT_EQ(Value(s, "-2^2"), -4.0f);
+  EXPECT_EQ(Value(s, "-x*y", 2, 3), -6.0f);
+  EXPECT_EQ(Value(s, "2^-3"), 0.125f);
+  EXPECT_EQ(Value(s, "7-2-1"), 4.0f);
+  EXPECT_EQ(Value(s, "8/4/2"), 1.0f);
+  EXPECT_EQ(Value(s, "(x+1)(x-1)", 3), 8.0f);
+  // Every read from the stack is a Single.
+  EXPECT_EQ(Value(s, "0.1+0.2"), 0.1f + 0.2f);
+  EXPECT_EQ(Value(s, "16777217"), 16777216.0f);
+  EXPECT_EQ(Value(s, "16777217-16777216"), 0.0f);
+  EXPECT_EQ(Value(s, "sqr(2)*sqr(2)"), static_cast<float>(std::sqrt(2.0)) * static_cast<float>(std::sqrt(2.0)));
+  // PI compiles to 3.1415926; degrees and the ends of ASIN/ACOS use 3.1416.
+  EXPECT_EQ(Value(s, "pi"), 3.1415926f);
+  EXPECT_NE(3.1415926f, 3.1416f);
+  // A comma reads as a decimal mark in the compiler, but the evaluator stops there.
+  EXPECT_EQ(Value(s, "1,5"), 1.0f);
+  EXPECT_EQ(Value(s, "1.5"), 1.5f);
+  EXPECT_EQ(Value(s, ",5+1"), 1.0f);
+}
+
+TEST(Evaluator, PowerRules) {
+  HostScope s;
+  for (float x : {0.0f, 1.0f, -3.0f, 2.5f}) EXPECT_EQ(Value(s, "x^0", x), 1.0f) << x;
+  EXPECT_EQ(Value(s, "0^0"), 1.0f);
+  EXPECT_EQ(Value(s, "5^0.0000001"), 1.0f);  // an exponent under 1e-6 is 0
+  EXPECT_EQ(Value(s, "(-8)^3"), -512.0f);
+  EXPECT_EQ(Value(s, "(-2)^2"), 4.0f);
+  EXPECT_EQ(Value(s, "x^2", -3), 9.0f);
+  EXPECT_EQ(Value(s, "x^3", 1.1f), static_cast<float>(std::pow(static_cast<double>(1.1f), 3.0)));
+  EXPECT_EQ(Value(s, "2^0.5"), static_cast<float>(std::sqrt(2.0)));
+  EXPECT_EQ(Value(s, "(-0.5)^2"), 0.25f);
+  ExpectBreak(s, "(-8)^(1/3)");
+  ExpectBreak(s, "(-0.5)^0.5");
+  ExpectBreak(s, "x^1.5", -0.25f);
+  ExpectReported(s, "(-8)^(1/3)", 0, "A^B, B must be a integer if A is negative.");
+}
+
+TEST(Evaluator, DomainErrorsAreSilentBreaksOrReported) {
+  HostScope s;
+  ExpectBreak(s, "sqr(0)");
+  ExpectBreak(s, "sqr(x)", 0.00000009f);
+  EXPECT_EQ(Value(s, "sqr(x)", 0.0000002f), static_cast<float>(std::sqrt(static_cast<double>(0.0000002f))));
+  ExpectBreak(s, "log(0)");
+  ExpectBreak(s, "log(x)", 0.00001f);  // at or below 1e-5
+  EXPECT_GT(Value(s, "log(x)", 0.00002f), -11.0f);
+  ExpectBreak(s, "1/0");
+  ExpectBreak(s, "1/x", 0.0000009f);
+  ExpectBreak(s, "sec(pi/2)");
+  ExpectBreak(s, "csec(0)");
+  ExpectBreak(s, "ctan(0)");
+  ExpectBreak(s, "asin(1.5)");
+  ExpectBreak(s, "acos(-2)");
+  ExpectBreak(s, "asec(0.5)");
+  ExpectBreak(s, "acsec(1)");
+  // A domain error ends the evaluation: what follows is not looked at.
+  ExpectBreak(s, "log(0)+exp(100)");
+
+  ExpectReported(s, "sqr(x)", -1, "The parameter of function SQR must be larger than or equal to 0.");
+  ExpectReported(s, "log(x)", 0, "The parameter of function LOG must be larger than 0.");
+  ExpectReported(s, "2/x", 0, "Devision by zero.");
+  ExpectReported(s, "sec(x)", 3.1415926f / 2, "Devision by zero.");
+  ExpectReported(s, "asin(x)", 2, "The expression is illegal.");
+  ExpectReported(s, "asec(x)", 0, "The expression is illegal.");
+
+  // The hyperbolic inverses and the like have no message even when reporting.
+  ReportEvalErrors = true;
+  ExpectBreak(s, "ctanh(0)");
+  ExpectBreak(s, "csech(0)");
+  ExpectBreak(s, "atanh(1)");
+  ExpectBreak(s, "actanh(1)");
+  ExpectBreak(s, "asech(0)");
+  ExpectBreak(s, "acsech(0)");
+  ExpectBreak(s, "acosh(0.5)");
+  ExpectBreak(s, "asinh(-100000)");  // the logarithm's argument under 1e-5
+  ReportEvalErrors = false;
+}
+
+TEST(Evaluator, FunctionValues) {
+  HostScope s;
+  const double t = 0.3f;  // the argument as the evaluator reads it
+  struct Case {
+    const char* f;
+    float x;
+    double expected;
+  };
+  // ASEC and ACSEC keep their own formulas, branches included.
+  const double a2 = std::atan(2 / std::sqrt(3.0)), halfPi = std::acos(0.0);
+  const Case cases[] = {
+      {"sin", 0.3f, std::sin(t)},          {"cos", 0.3f, std::cos(t)},
+      {"tan", 0.3f, std::tan(t)},          {"sec", 0.3f, 1 / std::cos(t)},
+      {"csec", 0.3f, 1 / std::sin(t)},     {"ctan", 0.3f, 1 / std::tan(t)},
+      {"atan", 0.3f, std::atan(t)},        {"asin", 0.3f, std::asin(t)},
+      {"acos", 0.3f, std::acos(t)},        {"actan", 0.3f, std::atan(1 / t)},
+      {"sinh", 0.3f, std::sinh(t)},        {"cosh", 0.3f, std::cosh(t)},
+      {"tanh", 0.3f, std::tanh(t)},        {"ctanh", 0.3f, 1 / std::tanh(t)},
+      {"sech", 0.3f, 1 / std::cosh(t)},    {"csech", 0.3f, 1 / std::sinh(t)},
+      {"asinh", 0.3f, std::asinh(t)},      {"acosh", 2, std::acosh(2.0)},
+      {"atanh", 0.3f, std::atanh(t)},      {"asech", 0.3f, std::acosh(1 / t)},
+      {"acsech", 0.3f, std::asinh(1 / t)}, {"actanh", 2, std::atanh(0.5)},
+      {"abs", -1.5f, 1.5},                 {"exp", 0.3f, std::exp(t)},
+      {"int", -1.5f, -2},                  {"int", 0.3f, 0},
+      {"log", 0.3f, std::log(t)},          {"sqr", 0.3f, std::sqrt(t)},
+      {"asec", 2, a2 + halfPi},            {"asec", -2, -a2 - halfPi},
+      {"acsec", 2, a2},                    {"acsec", -2, -a2 - 2 * halfPi},
+  };
+  for (const Case& k : cases)
+    EXPECT_NEAR(Value(s, std::string(k.f) + "(x)", k.x), k.expected, 2e-7 * std::max(1.0, std::fabs(k.expected)))
+        << k.f << "(" << k.x << ")";
+  // TAN has no guard: tan at 3.1415926 / 2 is just large.
+  EXPECT_GT(std::fabs(Value(s, "tan(pi/2)")), 1e6f);
+}
+
+TEST(Evaluator, EndsOfAsinAndAcos) {
+  HostScope s;
+  EXPECT_EQ(Value(s, "asin(1)"), static_cast<float>(3.1416 / 2));
+  EXPECT_EQ(Value(s, "asin(x)", 0.99999999f), static_cast<float>(3.1416 / 2));  // 1 in Single
+  EXPECT_EQ(Value(s, "asin(-1)"), static_cast<float>(-3.1416 / 2));
+  EXPECT_EQ(Value(s, "acos(1)"), 0.0f);
+  EXPECT_EQ(Value(s, "acos(-1)"), 3.1416f);
+  // Off the ends, inside the narrow band, nothing is pushed. No Single other
+  // than 1 and -1 lies in the band, so the routine is asked directly.
+  EXPECT_TRUE(FunctionValue(Fn::ASIN, 1 - 3e-8, false).IsNoValue());
+  EXPECT_TRUE(FunctionValue(Fn::ACOS, -1 - 3e-8, false).IsNoValue());
+  EXPECT_TRUE(FunctionValue(Fn::ASIN, 1.0, false).IsValue());
+}
+
+TEST(Evaluator, DegreeFlag) {
+  HostScope s;
+  const double r = 30 * 3.1416 / 180;
+  EXPECT_EQ(Value(s, "sin(x)", 30, 0, true), static_cast<float>(std::sin(r)));
+  EXPECT_EQ(Value(s, "cos(x)", 30, 0, true), static_cast<float>(std::cos(r)));
+  EXPECT_EQ(Value(s, "tan(x)", 30, 0, true), static_cast<float>(std::tan(r)));
+  EXPECT_EQ(Value(s, "sec(x)", 30, 0, true), static_cast<float>(1 / std::cos(r)));
+  EXPECT_EQ(Value(s, "csec(x)", 30, 0, true), static_cast<float>(1 / std::sin(r)));
+  EXPECT_EQ(Value(s, "ctan(x)", 30, 0, true), static_cast<float>(1 / std::tan(r)));
+  // ATAN converts its argument too; the other inverses do not.
+  EXPECT_EQ(Value(s, "atan(x)", 30, 0, true), static_cast<float>(std::atan(r)));
+  EXPECT_EQ(Value(s, "asin(x)", 0.5f, 0, true), Value(s, "asin(x)", 0.5f));
+  EXPECT_EQ(Value(s, "sinh(x)", 0.5f, 0, true), Value(s, "sinh(x)", 0.5f));
+}
+
+TEST(Evaluator, RandomIgnoresItsArgument) {
+  HostScope s;
+  VariableTable t = XY(0);
+  Cls6 calc;
+  SeedRandom(7);
+  std::vector<float> a;
+  for (int i = 0; i < 50; ++i) {
+    float r = 0;
+    bool ok = false;
+    calc.DoEvaluate(i % 2 ? "5 RND " : "X RND ", false, t, r, ok);
+    ASSERT_TRUE(ok);
+    EXPECT_GE(r, 0.0f);
+    EXPECT_LT(r, 1.0f);
+    a.push_back(r);
+  }
+  SeedRandom(7);
+  for (float expected : a) EXPECT_EQ(NextRandom(), expected);
+}
+
+TEST(Evaluator, FailuresReachTheCaller) {
+  HostScope s;
+  VariableTable t = XY(1);
+  // Overflow: a value beyond Single, as an operand or as the result.
+  Calc c = Compute(s.host, "exp(100)", t);
+  EXPECT_TRUE(c.eval.failed);
+  EXPECT_EQ(c.eval.code, kErrOverflow);
+  EXPECT_FALSE(c.eval.ok);
+  EXPECT_TRUE(Compute(s.host, "exp(100)*0", t).eval.failed);
+  EXPECT_TRUE(Compute(s.host, "10^39", t).eval.failed);
+  EXPECT_TRUE(Compute(s.host, "exp(1000)", t).eval.failed);
+  EXPECT_TRUE(Compute(s.host, "1" + std::string(39, '0'), t).eval.failed);
+  EXPECT_TRUE(Compute(s.host, "0^(-1)", t).eval.failed);
+  EXPECT_FALSE(Compute(s.host, "exp(88)", t).eval.failed);
+  EXPECT_TRUE(Compute(s.host, "sinh(100)-sinh(100)", t).eval.failed);
+
+  // A broken postfix text: the stack runs short, or a token is unknown.
+  exprtest::Eval e = EvaluateBoth(s.host, "1 + ", t);
+  EXPECT_TRUE(e.failed);
+  EXPECT_EQ(e.code, kObjectErrorBase + 1011);
+  EXPECT_EQ(e.failure, "Pop method invoked on empty stack");
+  e = EvaluateBoth(s.host, "SIN ", t);
+  EXPECT_EQ(e.code, kObjectErrorBase + 1011);
+  e = EvaluateBoth(s.host, "1 Q + ", t);
+  EXPECT_EQ(e.code, kObjectErrorBase + 1002);
+  EXPECT_EQ(e.failure, "Bad token in Evaluate: Q");
+  e = EvaluateBoth(s.host, "sin ", t);  // tokens are matched case-sensitively
+  EXPECT_EQ(e.failure, "Bad token in Evaluate: sin");
+  // A domain error before the bad token ends the evaluation first.
+  e = EvaluateBoth(s.host, "0 LOG Q + ", t);
+  EXPECT_FALSE(e.failed);
+  EXPECT_EQ(e.bits(), 0x3DFCD35Bu);
+
+  // An empty stack at the end is ok false; values below the top are ignored.
+  e = EvaluateBoth(s.host, "", t);
+  EXPECT_FALSE(e.ok);
+  EXPECT_EQ(e.value, -777.0f);
+  e = EvaluateBoth(s.host, "1 2 ", t);
+  EXPECT_TRUE(e.ok);
+  EXPECT_EQ(e.value, 2.0f);
+  // An undefined symbol at the start compiles to an empty text: ok false.
+  c = Compute(s.host, "q*2", t);
+  EXPECT_EQ(c.compiled, 0);
+  EXPECT_FALSE(c.eval.ok);
+}
+
+TEST(Evaluator, VariablesByNameAnyCaseFirstMatch) {
+  HostScope s;
+  VariableTable t;
+  t.Add("Speed", 2);
+  t.Add("x", 3);
+  t.Add("SPEED", 100);
+  Calc c = Compute(s.host, "speed*X", t);
+  EXPECT_EQ(c.postfix, "SPEED X * ");
+  EXPECT_EQ(c.eval.value, 6.0f);
+}
+
+TEST(Evaluator, PreparedTextsNeverGoStale) {
+  HostScope s;
+  Cls6 calc;
+  VariableTable t = XY(2, 10);
+  float r = 0;
+  bool ok = false;
+  std::string post = "X 1 + ";
+  calc.DoEvaluate(post, false, t, r, ok);
+  EXPECT_EQ(r, 3.0f);
+  post[2] = '5';  // changed in place: same length, same buffer
+  calc.DoEvaluate(post, false, t, r, ok);
+  EXPECT_EQ(r, 7.0f);
+  // New values are seen at once.
+  t.values[1] = 4;
+  calc.DoEvaluate(post, false, t, r, ok);
+  EXPECT_EQ(r, 9.0f);
+  // Renamed entries: the look-up follows the names.
+  t.SetName(1, "Y");
+  t.SetName(2, "X");
+  calc.DoEvaluate(post, false, t, r, ok);
+  EXPECT_EQ(r, 15.0f);
+  // A name gone from the table: the failure of the plain reading.
+  t.SetCount(1);
+  EXPECT_THROW(calc.DoEvaluate(post, false, t, r, ok), ExprFailure);
+  // Many texts in turn, more than the recent ones kept up front.
+  VariableTable u = XY(1);
+  for (int round = 0; round < 3; ++round)
+    for (int k = 0; k < 20; ++k) {
+      calc.DoEvaluate("X " + std::to_string(k) + " + ", false, u, r, ok);
+      EXPECT_EQ(r, 1.0f + k);
+    }
+  ClearEvaluatorCache();
+  calc.DoEvaluate("X 3 * ", false, u, r, ok);
+  EXPECT_EQ(r, 3.0f);
+}
+
+// Random formulas over every function and operator, evaluated by both
+// evaluators at awkward values, must agree to the bit in every outcome.
+TEST(Evaluator, PreparedAndPlainReadingAgree) {
+  HostScope s;
+  std::mt19937 rng(20240611);
+  const float values[] = {0.0f, 1.0f, -1.0f, 0.5f, -2.5f, 3.1415926f, 1e-7f, 60.0f, -1e30f, 1e38f};
+  Cls6 calc;
+  int evaluated = 0, breaks = 0, failures = 0;
+  for (int n = 0; n < 600; ++n) {
+    const std::string f = exprtest::RandomFormula(rng, 4);
+    VariableTable t = XY(0);
+    std::string post;
+    ASSERT_EQ(calc.InfixToPostfix(f, t, post), 0) << f;
+    for (int k = 0; k < 4; ++k) {
+      t.values[1] = values[rng() % 10];
+      t.values[2] = values[rng() % 10];
+      ReportEvalErrors = (k == 3);
+      exprtest::Eval e = EvaluateBoth(s.host, post, t, k == 2);
+      ReportEvalErrors = false;
+      ++evaluated;
+      if (e.ok && e.bits() == 0x3DFCD35Bu) ++breaks;
+      if (e.failed) ++failures;
+    }
+  }
+  // The sample reaches the interesting paths.
+  EXPECT_GT(breaks, 100);
+  EXPECT_GT(failures, 10);
+  EXPECT_EQ(evaluated, 2400);
+}
+
+TEST(Evaluator, PreparedAndPlainReadingAgreeOnBrokenTexts) {
+  HostScope s;
+  std::mt19937 rng(99);
+  static const char* kTokens[] = {"1", "2,5", ".", "X", "Y", "Q", "+", "-", "*", "/", "^",
+                                  "(-)", "SIN", "ASIN", "ACOS", "LOG", "EXP", "sin", "", "100"};
+  VariableTable t = XY(0.25f, -3);
+  for (int n = 0; n < 1500; ++n) {
+    std::string post;
+    const int len = static_cast<int>(rng() % 9);
+    for (int k = 0; k < len; ++k) {
+      post += kTokens[rng() % (sizeof kTokens / sizeof *kTokens)];
+      post += ' ';
+    }
+    if (rng() % 5 == 0) post += "X";  // a tail without its blank is not read
+    EvaluateBoth(s.host, post, t);
+  }
+}
+
+}  // namespace
+}  // namespace vt
