@@ -1,12 +1,70 @@
+// vantrel-cli render DOC.vtd OUT.png [--size WxH] [--3d]: one frame of the
+// document, drawn offscreen as the canvas would draw it at that size.
 #include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
 
 #include "cli/commands.h"
+#include "render/headless.h"
 
 namespace vt::cli {
 
-int RunRender(const Args&) {
-  std::fprintf(stderr, "vantrel-cli: render is not available in this build\n");
-  return 2;
+namespace {
+
+void RenderUsage() { std::fprintf(stderr, "usage: vantrel-cli render DOC.vtd OUT.png [--size WxH] [--3d]\n"); }
+
+bool ParseSize(const std::string& text, int& w, int& h) {
+  const size_t x = text.find_first_of("xX");
+  if (x == std::string::npos || x == 0 || x + 1 >= text.size()) return false;
+  char* end = nullptr;
+  const long lw = std::strtol(text.c_str(), &end, 10);
+  if (end != text.c_str() + x) return false;
+  const long lh = std::strtol(text.c_str() + x + 1, &end, 10);
+  if (*end != '\0' || lw <= 0 || lh <= 0 || lw > 16384 || lh > 16384) return false;
+  w = static_cast<int>(lw);
+  h = static_cast<int>(lh);
+  return true;
+}
+
+}  // namespace
+
+int RunRender(const Args& args) {
+  HeadlessRender request;
+  std::vector<std::string> positional;
+  for (size_t i = 0; i < args.size(); ++i) {
+    const std::string& a = args[i];
+    if (a == "--size") {
+      if (i + 1 >= args.size() || !ParseSize(args[i + 1], request.width, request.height)) {
+        std::fprintf(stderr, "vantrel-cli: --size wants WxH, as 800x600\n");
+        return 2;
+      }
+      ++i;
+    } else if (a == "--3d") {
+      request.space = true;
+    } else if (a.size() > 1 && a[0] == '-' && a[1] == '-') {
+      std::fprintf(stderr, "vantrel-cli: unknown option %s\n", a.c_str());
+      RenderUsage();
+      return 2;
+    } else {
+      positional.push_back(a);
+    }
+  }
+  if (positional.size() != 2) {
+    RenderUsage();
+    return 2;
+  }
+  request.documentPath = positional[0];
+  request.pngPath = positional[1];
+  std::string error;
+  std::vector<std::string> messages;
+  const bool ok = RenderDocumentToPng(request, error, &messages);
+  for (const std::string& m : messages) std::fprintf(stderr, "vantrel-cli: note: %s\n", m.c_str());
+  if (!ok) {
+    std::fprintf(stderr, "vantrel-cli: %s\n", error.c_str());
+    return 1;
+  }
+  return 0;
 }
 
 }  // namespace vt::cli

@@ -1,7 +1,10 @@
 // Drawing of lines.
+#include <cmath>
+
 #include "geometry/geom.h"
 #include "geometry/line.h"
 #include "render/strokes.h"
+#include "render/text.h"
 
 namespace vt {
 
@@ -9,18 +12,29 @@ void CLine::Draw() {
   if (Hide) return;
   if (lt == 4) {
     DrawVector(*this);
-    return;
+  } else {
+    // Lines and rays are not clipped to the view: they are made long enough.
+    Position a = pBegin, b = pEnd;
+    if (lt == 2) {
+      a = PointBeyond(pEnd, pBegin, 500);
+      b = PointBeyond(pBegin, pEnd, 500);
+    } else if (lt == 3) {
+      b = PointBeyond(pBegin, pEnd, 500);
+    }
+    DrawLineStroke(a, b, ForeColor, DrawMode, GELineStyle, GELineWidth);
+    EndLineLook();
   }
-  // Lines and rays are not clipped to the view: they are made long enough.
-  Position a = pBegin, b = pEnd;
-  if (lt == 2) {
-    a = PointBeyond(pEnd, pBegin, 500);
-    b = PointBeyond(pBegin, pEnd, 500);
-  } else if (lt == 3) {
-    b = PointBeyond(pBegin, pEnd, 500);
+  if (!HideLabel && !LLabel.empty() && PlaneView()) {
+    // The label stands 0.4 from the end, 0.1 off the line, on its outer side.
+    double dx = static_cast<double>(pEnd.x) - pBegin.x, dy = static_cast<double>(pEnd.y) - pBegin.y;
+    double len = std::sqrt(dx * dx + dy * dy);
+    if (len > 0) {
+      double ux = dx / len, uy = dy / len;
+      double along = std::sqrt(0.16 - 0.01);
+      DrawTextAt(static_cast<float>(pEnd.x + ux * along - uy * 0.1), static_cast<float>(pEnd.y + uy * along + ux * 0.1),
+                 pEnd.z, LLabel);
+    }
   }
-  DrawLineStroke(a, b, ForeColor, DrawMode, GELineStyle, GELineWidth);
-  EndLineLook();
 }
 
 }  // namespace vt

@@ -121,8 +121,12 @@ bool Position::Pick(const Position& scenePoint, const Position& farPoint, const 
 }
 
 bool Position::Pick(const Position& rayStart, const Position& rayEnd) const {
-  double dx = rayEnd.x - rayStart.x, dy = rayEnd.y - rayStart.y, dz = rayEnd.z - rayStart.z;
-  double ox = x - rayStart.x, oy = y - rayStart.y, oz = z - rayStart.z;
+  // A z of magnitude above 900 (the far end of the ray in a flat view) counts
+  // as 0 in the distance.
+  auto zOf = [](float v) { return std::fabs(v) > 900 ? 0.0 : static_cast<double>(v); };
+  const double sz = zOf(rayStart.z), ez = zOf(rayEnd.z), pz = zOf(z);
+  double dx = rayEnd.x - rayStart.x, dy = rayEnd.y - rayStart.y, dz = ez - sz;
+  double ox = x - rayStart.x, oy = y - rayStart.y, oz = pz - sz;
   double len2 = dx * dx + dy * dy + dz * dz;
   double t = len2 > 0 ? (ox * dx + oy * dy + oz * dz) / len2 : 0.0;
   double cx = ox - t * dx, cy = oy - t * dy, cz = oz - t * dz;

@@ -7,6 +7,7 @@
 #include "document/document.h"
 #include "document/globals.h"
 #include "geometry/region.h"
+#include "render/frame.h"
 
 namespace vt {
 
@@ -85,7 +86,7 @@ void Cls4::SetEye(float x, float y, float z) { EyePos.Set(x, y, z); }
 
 void Cls4::SetScreen(int width, int height) {
   if (height == 0) height = 1;
-  glViewport(0, 0, width, height);
+  if (HaveContext()) glViewport(0, 0, width, height);
   ScreenWidth = static_cast<float>(width);
   ScreenHeight = static_cast<float>(height);
   VolWidth = VolHeight * ScreenWidth / ScreenHeight;
@@ -138,7 +139,9 @@ void Cls4::ZoomAll(const CBox& box) {
   double miny = box.MinY / ScaleY, maxy = box.MaxY / ScaleY;
   double minz = box.MinZ / ScaleZ, maxz = box.MaxZ / ScaleZ;
   double ext = std::fmax(std::fmax(maxx - minx, maxy - miny), maxz - minz);
-  SetViewRect(static_cast<float>(ext), static_cast<float>(ext));
+  // A box without extent (one point) keeps the rectangle: a volume of no
+  // height would show nothing.
+  if (ext > 0) SetViewRect(static_cast<float>(ext), static_cast<float>(ext));
   D3 c = {(minx + maxx) / 2, (miny + maxy) / 2, (minz + maxz) / 2};
   D3 delta = Sub(c, Of(RefPos));
   RefPos.Set(static_cast<float>(c.x), static_cast<float>(c.y), static_cast<float>(c.z));

@@ -35,17 +35,31 @@ class Cls4 {
   Position VecUp{0, 1, 0};
 
   void GetViewRect(float& width, float& height) const;
+  // Keeps the height; the width follows the screen's aspect.
   void SetViewRect(float width, float height);
   void SetVecup(float x, float y, float z);
   void SetRef(float x, float y, float z);
   void SetEye(float x, float y, float z);
+  // The canvas size: the viewport from (0, 0) (when a context is current), a
+  // height of 0 taken as 1, the volume's width following the aspect.
   void SetScreen(int width, int height);
+  // Moves eye and reference by fractions of the canvas, so the picture
+  // follows the mouse.
   void MoveView(float dx, float dy);
+  // Eye around the reference at the present distance (0 taken as 50, 30000
+  // and more as 10000): 1 +z, 2 -z, 3 +y, 4 -y, 5 +x, 6 -x, 7 (-1, 1, -1),
+  // 8 (1, -1, 1), 9 (1, 1, 1), 10 (-1, -1, -1); other numbers do nothing.
   void SetViewType(int type);
+  // Fits the volume to the box (in axis units, ScaleX..ScaleZ) and centres it;
+  // the viewing direction stays. A box without extent only centres.
   void ZoomAll(const CBox& box);
+  // Turns the eye about the axis through the reference; angle in radians.
   void RotateView(float angle, float x, float y, float z);
+  // Scales the volume; factors at or below 0 are refused.
   void Zoom(float factor);
   void Selection() {}
+  // Loads projection and modelview for a frame (frame.cpp): mode 0 a plain
+  // frame, otherwise a pick rectangle of pickW x pickH around (pickX, pickY).
   void Projection(float pickX, float pickY, float pickW, float pickH, int mode);
 };
 
@@ -93,8 +107,10 @@ extern Cls8 GraphList;
 extern Cls4 View;
 extern Cls10 MainLight;
 extern Cls3 AxisObject;
-extern float SceneQuat[4];     // x, y, z, w
-extern float SceneMatrix[16];  // column-major, as glMultMatrixf takes it
+extern float SceneQuat[4];  // x, y, z, w
+// The rotation matrix of SceneQuat written row by row, handed to
+// glMultMatrixf as it stands (see trackball.h for what that means).
+extern float SceneMatrix[16];
 // The ground of the space scene.
 class CRegion;
 CRegion& GroundRegion();

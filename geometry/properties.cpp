@@ -1,0 +1,274 @@
+#include "geometry/properties.h"
+
+#include "document/document.h"
+#include "document/frame_commands.h"
+#include "document/numtext.h"
+#include "document/undo.h"
+#include "expr/text_prep.h"
+
+namespace vt {
+
+const char* const kIllegalData = "Illegal data exist.";
+const char* const kObjectNotExist = "The selected object is not exist.";
+
+const std::vector<std::string>& SymbolNames() {
+  static const std::vector<std::string> names = {"Solid Circle", "Hollow Circle", "Solid Rectangle",
+                                                 "Solid Triangle", "Pyramid", "Crosshair"};
+  return names;
+}
+
+const std::vector<std::string>& LineStyleNames() {
+  static const std::vector<std::string> names = {"Solid", "Dash", "Dot", "Dot Dash"};
+  return names;
+}
+
+const std::vector<std::string>& LineKindNames() {
+  static const std::vector<std::string> names = {"Segment", "Line", "Ray", "Vector"};
+  return names;
+}
+
+const std::vector<std::string>& ArcShowNames() {
+  static const std::vector<std::string> names = {"Arc", "Sector", "Bow Face"};
+  return names;
+}
+
+bool ReadNumberField(std::string& text, float& value) {
+  std::string source = text, cleaned;
+  if (!FilterNumberText(source, cleaned)) return false;
+  text = cleaned;
+  return TextToSingle(cleaned, value);
+}
+
+namespace {
+
+// Ends an OK that changed something: one snapshot, one redraw.
+void Changed() {
+  PushSnapshot();
+  RedrawScene();
+}
+
+template <class T>
+bool Differs(const T& a, const T& b) {
+  return !(a == b);
+}
+
+bool ReadWidth(std::string& text, float& width) { return ReadNumberField(text, width) && width > 0 && width <= 100; }
+
+}  // namespace
+
+// ---- points ------------------------------------------------------------------------
+
+void WriteThroughCopies(const Position& real) {
+  auto copyInto = [&](Position& copy) {
+    if (copy.ID == real.ID) copy.Set(real.x, real.y, real.z);
+  };
+  for (const CLinkObj& link : real.LinkObjs) {
+    switch (link.GEType) {
+      case 2:
+        if (CLine* l = Doc.Lines.FindById(link.ID)) {
+          copyInto(l->pBegin);
+          copyInto(l->pEnd);
+          l->UpdateStru();
+        }
+        break;
+      case 3:
+        if (CCircle* c = Doc.Circles.FindById(link.ID)) {
+          copyInto(c->PCenter);
+          copyInto(c->PCircleR);
+          copyInto(c->PCircleR2);
+          copyInto(c->PCircleR3);
+          c->UpdateStru();
+        }
+        break;
+      case 4:
+        if (CRegion* g = Doc.Regions.FindById(link.ID)) {
+          for (Position& p : g->Points) copyInto(p);
+          g->UpdateStru();
+        }
+        break;
+      case 5:
+        if (CArc* a = Doc.Arcs.FindById(link.ID)) {
+          copyInto(a->pBegin);
+          copyInto(a->pEnd);
+          copyInto(a->pMid);
+          copyInto(a->PCenter);
+          a->UpdateStru();
+        }
+        break;
+      default:
+        break;
+    }
+  }
+}
+
+bool LoadPointProps(const std::string& id, PointProps& p) {
+  const Position* pt = FindPoint(id);
+  if (!pt) return false;
+  p.label = pt->PLabel;
+  p.x = SingleToText(pt->x);
+  p.y = SingleToText(pt->y);
+  p.z = SingleToText(pt->z);
+  p.coordsEditable = pt->ptype == 1 || pt->ptype == 8;
+  p.color = pt->ForeColor;
+  p.size = pt->Size;
+  p.symbol = pt->Symbol;
+  p.hideLabel = pt->HideLabel;
+  return true;
+}
+
+std::string ApplyPointProps(const std::string& id, PointProps& p) {
+  Position* pt = FindPoint(id);
+  if (!pt) return kObjectNotExist;
+  float x = pt->x, y = pt->y, z = pt->z;
+  if (p.coordsEditable && !(ReadNumberField(p.x, x) && ReadNumberField(p.y, y) && ReadNumberField(p.z, z)))
+    return kIllegalData;
+  if (p.size < 1 || p.size > 9 || p.symbol < 1 || p.symbol > 6) return kIllegalData;
+  bool moved = p.coordsEditable && (x != pt->x || y != pt->y || z != pt->z);
+  bool changed = moved || p.label != pt->PLabel || p.color != pt->ForeColor || p.size != pt->Size ||
+                 p.symbol != pt->Symbol || p.hideLabel != pt->HideLabel;
+  if (!changed) return {};
+  pt->PLabel = p.label;
+  pt->ForeColor = p.color;
+  pt->Size = static_cast<short>(p.size);
+  pt->Symbol = p.symbol;
+  pt->HideLabel = p.hideLabel;
+  if (moved) {
+    pt->Set(x, y, z);
+    WriteThroughCopies(*pt);
+  }
+  Changed();
+  return {};
+}
+
+std::string ApplyPointStyleToSelection(const PointStyle& s) {
+  if (s.size < 1 || s.size > 9 || s.symbol < 1 || s.symbol > 6) return kIllegalData;
+  bool any = false;
+  for (Position* shadow : Sel.Points)
+    if (Position* pt = FindPoint(shadow->ID)) {
+      pt->ForeColor = s.color;
+      pt->Size = static_cast<short>(s.size);
+      pt->Symbol = s.symbol;
+      any = true;
+    }
+  if (any) Changed();
+  return {};
+}
+
+// ---- lines, circles, arcs, regions ----------------------------------------------------
+
+bool LoadLineProps(const std::string& id, LineProps& p) {
+  const CLine* l = Doc.Lines.FindById(id);
+  if (!l) return false;
+  p.label = l->LLabel;
+  p.lt = l->lt;
+  p.style = l->GELineStyle;
+  p.width = SingleToText(l->GELineWidth);
+  p.color = l->ForeColor;
+  p.hideLabel = l->HideLabel;
+  return true;
+}
+
+std::string ApplyLineProps(const std::string& id, LineProps& p) {
+  CLine* l = Doc.Lines.FindById(id);
+  if (!l) return kObjectNotExist;
+  float width;
+  if (!ReadWidth(p.width, width) || p.lt < 1 || p.lt > 4 || p.style < 1 || p.style > 4) return kIllegalData;
+  if (p.label == l->LLabel && p.lt == l->lt && p.style == l->GELineStyle && width == l->GELineWidth &&
+      p.color == l->ForeColor && p.hideLabel == l->HideLabel)
+    return {};
+  l->LLabel = p.label;
+  l->lt = p.lt;
+  l->GELineStyle = p.style;
+  l->GELineWidth = width;
+  l->ForeColor = p.color;
+  l->HideLabel = p.hideLabel;
+  Changed();
+  return {};
+}
+
+bool LoadCircleProps(const std::string& id, CircleProps& p) {
+  const CCircle* c = Doc.Circles.FindById(id);
+  if (!c) return false;
+  p.label = c->CLabel;
+  p.radiusEditable = c->CType == 3;
+  p.radius = SingleToText(c->Radius());
+  p.style = c->GELineStyle;
+  p.width = SingleToText(c->GELineWidth);
+  p.color = c->ForeColor;
+  p.filled = c->Filled;
+  return true;
+}
+
+std::string ApplyCircleProps(const std::string& id, CircleProps& p) {
+  CCircle* c = Doc.Circles.FindById(id);
+  if (!c) return kObjectNotExist;
+  float width, radius = c->R;
+  if (!ReadWidth(p.width, width) || p.style < 1 || p.style > 4) return kIllegalData;
+  if (p.radiusEditable && (!ReadNumberField(p.radius, radius) || radius < 0)) return kIllegalData;
+  if (p.label == c->CLabel && radius == c->R && p.style == c->GELineStyle && width == c->GELineWidth &&
+      p.color == c->ForeColor && p.filled == c->Filled)
+    return {};
+  c->CLabel = p.label;
+  if (p.radiusEditable) {
+    c->R = radius;
+    c->UpdateStru();
+  }
+  c->GELineStyle = p.style;
+  c->GELineWidth = width;
+  c->ForeColor = p.color;
+  c->Filled = p.filled;
+  Changed();
+  return {};
+}
+
+bool LoadArcProps(const std::string& id, ArcProps& p) {
+  const CArc* a = Doc.Arcs.FindById(id);
+  if (!a) return false;
+  p.label = a->Label;
+  p.show = a->AT;
+  p.style = a->GELineStyle;
+  p.width = SingleToText(a->GELineWidth);
+  p.color = a->ForeColor;
+  return true;
+}
+
+std::string ApplyArcProps(const std::string& id, ArcProps& p) {
+  CArc* a = Doc.Arcs.FindById(id);
+  if (!a) return kObjectNotExist;
+  float width;
+  if (!ReadWidth(p.width, width) || p.show < 1 || p.show > 3 || p.style < 1 || p.style > 4) return kIllegalData;
+  if (p.label == a->Label && p.show == a->AT && p.style == a->GELineStyle && width == a->GELineWidth &&
+      p.color == a->ForeColor)
+    return {};
+  a->Label = p.label;
+  a->AT = p.show;
+  a->GELineStyle = p.style;
+  a->GELineWidth = width;
+  a->ForeColor = p.color;
+  Changed();
+  return {};
+}
+
+bool LoadRegionProps(const std::string& id, RegionProps& p) {
+  const CRegion* g = Doc.Regions.FindById(id);
+  if (!g) return false;
+  p.label = g->Label;
+  p.color = g->ForeColor;
+  p.alpha = SingleToText(g->Alpha);
+  return true;
+}
+
+std::string ApplyRegionProps(const std::string& id, RegionProps& p) {
+  CRegion* g = Doc.Regions.FindById(id);
+  if (!g) return kObjectNotExist;
+  float alpha;
+  if (!ReadNumberField(p.alpha, alpha) || alpha < 0 || alpha > 1) return kIllegalData;
+  if (p.label == g->Label && p.color == g->ForeColor && alpha == g->Alpha) return {};
+  g->Label = p.label;
+  g->ForeColor = p.color;
+  g->Alpha = alpha;
+  Changed();
+  return {};
+}
+
+}  // namespace vt

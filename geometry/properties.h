@@ -1,0 +1,94 @@
+// The property dialogs of points, lines, circles, arcs and regions, without
+// their windows: what a dialog shows is loaded into a plain struct, and its
+// OK validates the fields and applies them. The Qt dialogs and the tests call
+// the same functions.
+//
+// Apply returns the empty text on success, or the message the dialog shows
+// (title "Error") and keeps it open. A change pushes one undo snapshot and
+// redraws; an OK that changes nothing pushes none.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vt {
+
+extern const char* const kIllegalData;      // "Illegal data exist."
+extern const char* const kObjectNotExist;   // "The selected object is not exist."
+
+// The names offered for a point's symbol (1..6) and a line's style (1..4).
+const std::vector<std::string>& SymbolNames();
+const std::vector<std::string>& LineStyleNames();
+const std::vector<std::string>& LineKindNames();  // lt 1..4
+const std::vector<std::string>& ArcShowNames();   // AT 1..3
+
+// A number field as the dialogs read it: filtered, then read; false for a
+// text that is not one number.
+bool ReadNumberField(std::string& text, float& value);
+
+struct PointProps {
+  std::string label;
+  std::string x, y, z;          // text fields
+  bool coordsEditable = false;  // free and following points only
+  std::uint32_t color = 0;
+  int size = 2;    // 1..9
+  int symbol = 1;  // 1..6
+  bool hideLabel = false;
+};
+bool LoadPointProps(const std::string& id, PointProps& p);
+std::string ApplyPointProps(const std::string& id, PointProps& p);
+
+// The point style dialog: applies to every selected point.
+struct PointStyle {
+  std::uint32_t color = 0xFF;
+  int size = 2;
+  int symbol = 1;
+};
+std::string ApplyPointStyleToSelection(const PointStyle& s);
+
+struct LineProps {
+  std::string label;
+  int lt = 1;
+  int style = 1;
+  std::string width;
+  std::uint32_t color = 0;
+  bool hideLabel = false;
+};
+bool LoadLineProps(const std::string& id, LineProps& p);
+std::string ApplyLineProps(const std::string& id, LineProps& p);
+
+struct CircleProps {
+  std::string label;
+  std::string radius;            // a text field
+  bool radiusEditable = false;   // circles of a given radius
+  int style = 1;
+  std::string width;
+  std::uint32_t color = 0;
+  bool filled = false;
+};
+bool LoadCircleProps(const std::string& id, CircleProps& p);
+std::string ApplyCircleProps(const std::string& id, CircleProps& p);
+
+struct ArcProps {
+  std::string label;
+  int show = 1;  // AT
+  int style = 1;
+  std::string width;
+  std::uint32_t color = 0;
+};
+bool LoadArcProps(const std::string& id, ArcProps& p);
+std::string ApplyArcProps(const std::string& id, ArcProps& p);
+
+struct RegionProps {
+  std::string label;
+  std::uint32_t color = 0;
+  std::string alpha;  // opacity 0..1
+};
+bool LoadRegionProps(const std::string& id, RegionProps& p);
+std::string ApplyRegionProps(const std::string& id, RegionProps& p);
+
+// Writes a real point's place into the copies its holders keep.
+void WriteThroughCopies(const class Position& real);
+
+}  // namespace vt

@@ -1,0 +1,21 @@
+// From a canvas pixel to world points, for the mouse handlers of the canvas:
+// the point under the mouse (from the depth buffer) and the pick ray. Both
+// read the current matrices and viewport, so they run after a frame was
+// drawn in the current context. X and Y are canvas pixels, Y down.
+#pragma once
+
+namespace vt {
+
+class Position;
+
+// viewPoint: the pixel unprojected at the depth the depth buffer holds there,
+// with the current modelview. scenePoint: the same after the modelview is
+// multiplied by SceneMatrix; that modelview stays current for ScreenToRay
+// (the next frame loads the view again).
+void ScreenToWorld(float X, float Y, Position& viewPoint, Position& scenePoint);
+
+// The pick ray through the pixel: farPoint at window depth 1, nearPoint at
+// window depth 0, with the current matrices.
+void ScreenToRay(float X, float Y, Position& farPoint, Position& nearPoint);
+
+}  // namespace vt

@@ -1,0 +1,99 @@
+#include "render/headless.h"
+
+#include <fstream>
+
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/host.h"
+#include "persist/docio.h"
+#include "render/frame.h"
+#include "render/offscreen.h"
+#include "render/view_state.h"
+
+namespace vt {
+
+namespace {
+
+constexpr int kMaxSide = 16384;
+
+bool StartsWithSceneRecord(const std::string& text) {
+  size_t i = 0;
+  while (i < text.size() && (text[i] == ' ' || text[i] == '\r' || text[i] == '\n' || text[i] == '\t')) ++i;
+  return text.compare(i, 2, "GL") == 0;
+}
+
+// Puts the previous host back when the render ends, however it ends.
+class HostScope {
+ public:
+  explicit HostScope(Host* mine) : previous_(&host()) { SetHost(mine); }
+  ~HostScope() { SetHost(previous_); }
+  HostScope(const HostScope&) = delete;
+  HostScope& operator=(const HostScope&) = delete;
+
+ private:
+  Host* previous_;
+};
+
+}  // namespace
+
+bool RenderDocumentToPng(const HeadlessRender& request, std::string& error, std::vector<std::string>* messages) {
+  const std::string& path = request.documentPath;
+  if (request.width <= 0 || request.height <= 0 || request.width > kMaxSide || request.height > kMaxSide) {
+    error = "the size must be between 1x1 and 16384x16384";
+    return false;
+  }
+  if (!std::ifstream(path, std::ios::binary)) {
+    error = "cannot open " + path;
+    return false;
+  }
+  std::string text;
+  if (!ReadDocumentFile(path, text) || text.empty()) {
+    error = path + " is damaged: it is not a document file";
+    return false;
+  }
+  if (!StartsWithSceneRecord(text)) {
+    error = path + " is damaged: it does not begin with a scene record";
+    return false;
+  }
+
+  OffscreenContext context;
+  std::string why;
+  if (!context.Create(request.width, request.height, why)) {
+    error = "no offscreen OpenGL context: " + why;
+    return false;
+  }
+
+  RecordingHost local;
+  local.canvasWidth = request.width;
+  local.canvasHeight = request.height;
+  local.openPaths.push_back(path);
+  bool ok = true;
+  {
+    HostScope scope(&local);
+    StartUp("", true);
+    View.SetScreen(request.width, request.height);
+    CanvasWidth = request.width;
+    CanvasHeight = request.height;
+    if (!OpenDocumentText(text)) {
+      error = path + " is damaged: a record cannot be read";
+      ok = false;
+    } else {
+      mnuFileOpen_Click();  // as File-Open opens it
+      if (request.space) mnuFileNew3D_Click();
+      DrawScene();
+      Display();
+      const Image image = context.ReadPixels();
+      if (!WritePng(request.pngPath, image)) {
+        error = "cannot write " + request.pngPath;
+        ok = false;
+      }
+    }
+  }
+  if (messages) {
+    for (const auto& m : local.messages) messages->push_back(m.text);
+  }
+  context.Destroy();
+  return ok;
+}
+
+}  // namespace vt

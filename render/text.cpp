@@ -1,0 +1,618 @@
+#include "render/text.h"
+
+#include <GL/gl.h>
+#include <GL/glu.h>
+#include <fontconfig/fontconfig.h>
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_OUTLINE_H
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <deque>
+#include <vector>
+
+#include "document/host.h"
+
+namespace vt {
+
+unsigned int FontBitmapBase = 0;
+unsigned int FontOutlineSmall = 0;
+unsigned int FontOutlineLarge = 0;
+std::string FontFileOverride;
+
+namespace {
+
+constexpr int kBitmapNames = 256;   // names reserved for the bitmap font
+constexpr int kBitmapGlyphs = 128;  // characters built: 0 to 127
+constexpr int kOutlineGlyphs = 256;
+constexpr double kExtrusion = 0.3;
+constexpr int kCurveSteps = 8;  // segments of each curve of an outline
+
+// Windows-1252 bytes 0x80 to 0x9F; 0 marks the unassigned ones.
+constexpr unsigned short kHigh1252[32] = {
+    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+
+// ---- faces ---------------------------------------------------------------------
+
+struct FaceFile {
+  std::string path;
+  int index = 0;
+};
+
+bool FindFace(const char* family, bool bold, FaceFile& out) {
+  if (!FontFileOverride.empty()) {
+    out.path = FontFileOverride;
+    out.index = 0;
+    return true;
+  }
+  static bool fcReady = FcInit() == FcTrue;
+  if (!fcReady) return false;
+  FcPattern* pat = FcPatternCreate();
+  if (!pat) return false;
+  FcPatternAddString(pat, FC_FAMILY, reinterpret_cast<const FcChar8*>(family));
+  FcPatternAddInteger(pat, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
+  FcPatternAddInteger(pat, FC_SLANT, FC_SLANT_ROMAN);
+  FcPatternAddBool(pat, FC_OUTLINE, FcTrue);
+  FcConfigSubstitute(nullptr, pat, FcMatchPattern);
+  FcDefaultSubstitute(pat);
+  FcResult result = FcResultNoMatch;
+  FcPattern* match = FcFontMatch(nullptr, pat, &result);
+  FcPatternDestroy(pat);
+  if (!match) return false;
+  FcChar8* file = nullptr;
+  bool ok = FcPatternGetString(match, FC_FILE, 0, &file) == FcResultMatch && file;
+  if (ok) {
+    out.path = reinterpret_cast<const char*>(file);
+    int index = 0;
+    if (FcPatternGetInteger(match, FC_INDEX, 0, &index) != FcResultMatch) index = 0;
+    out.index = index;
+  }
+  FcPatternDestroy(match);
+  return ok;
+}
+
+class FreeTypeFace {
+ public:
+  FreeTypeFace() = default;
+  FreeTypeFace(const FreeTypeFace&) = delete;
+  FreeTypeFace& operator=(const FreeTypeFace&) = delete;
+  ~FreeTypeFace() {
+    if (face_) FT_Done_Face(face_);
+    if (lib_) FT_Done_FreeType(lib_);
+  }
+  bool Open(const FaceFile& f) {
+    if (FT_Init_FreeType(&lib_) != 0) {
+      lib_ = nullptr;
+      return false;
+    }
+    if (FT_New_Face(lib_, f.path.c_str(), f.index, &face_) != 0) {
+      face_ = nullptr;
+      return false;
+    }
+    return FT_IS_SCALABLE(face_);
+  }
+  FT_Face get() const { return face_; }
+
+ private:
+  FT_Library lib_ = nullptr;
+  FT_Face face_ = nullptr;
+};
+
+void ReportFontFailure() {
+  host().MsgBox("Unable to create font", "Error", MsgButtons::OK, MsgIcon::Exclamation);
+}
+
+// ---- bitmap glyphs ----------------------------------------------------------------
+
+// The bitmap glyphs again as one alpha texture, for writing many labels in
+// window space (DrawTextsInWindow): each glyph keeps its place in the texture
+// and the numbers of its glBitmap call.
+struct AtlasGlyph {
+  bool defined = false;  // a list exists for the character
+  int w = 0, h = 0;      // bitmap size; 0 for a glyph that only moves
+  float xorig = 0, yorig = 0, advance = 0;
+  int u = 0, v = 0;  // lower left corner in the texture
+};
+
+struct GlyphAtlas {
+  GLuint texture = 0;
+  int width = 0, height = 0;
+  std::array<AtlasGlyph, kBitmapGlyphs> glyphs;
+};
+
+GlyphAtlas g_atlas;
+
+struct GlyphBits {
+  int w = 0, h = 0;
+  std::vector<GLubyte> alpha;  // w * h, rows bottom-up, 255 where a bit is set
+};
+
+void BuildAtlas(const std::array<GlyphBits, kBitmapGlyphs>& bits) {
+  // Shelves of glyphs in a texture 256 wide, one texel of space between them.
+  constexpr int kWidth = 256;
+  int x = 1, y = 1, shelf = 0;
+  for (int c = 0; c < kBitmapGlyphs; ++c) {
+    const GlyphBits& b = bits[static_cast<size_t>(c)];
+    if (b.w == 0 || b.h == 0) continue;
+    if (x + b.w + 1 > kWidth) {
+      x = 1;
+      y += shelf + 1;
+      shelf = 0;
+    }
+    g_atlas.glyphs[static_cast<size_t>(c)].u = x;
+    g_atlas.glyphs[static_cast<size_t>(c)].v = y;
+    x += b.w + 1;
+    shelf = std::max(shelf, b.h);
+  }
+  int height = 1;
+  while (height < y + shelf + 1) height *= 2;
+  std::vector<GLubyte> texels(static_cast<size_t>(kWidth) * static_cast<size_t>(height), 0);
+  for (int c = 0; c < kBitmapGlyphs; ++c) {
+    const GlyphBits& b = bits[static_cast<size_t>(c)];
+    const AtlasGlyph& g = g_atlas.glyphs[static_cast<size_t>(c)];
+    for (int r = 0; r < b.h; ++r) {
+      for (int k = 0; k < b.w; ++k) {
+        texels[static_cast<size_t>(g.v + r) * kWidth + static_cast<size_t>(g.u + k)] =
+            b.alpha[static_cast<size_t>(r) * static_cast<size_t>(b.w) + static_cast<size_t>(k)];
+      }
+    }
+  }
+  GLint oldBinding = 0;
+  glGetIntegerv(GL_TEXTURE_BINDING_2D, &oldBinding);
+  glGenTextures(1, &g_atlas.texture);
+  glBindTexture(GL_TEXTURE_2D, g_atlas.texture);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+  glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, kWidth, height, 0, GL_ALPHA, GL_UNSIGNED_BYTE, texels.data());
+  glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(oldBinding));
+  g_atlas.width = kWidth;
+  g_atlas.height = height;
+}
+
+bool BuildBitmapFont(GLuint& base) {
+  FaceFile file;
+  FreeTypeFace face;
+  if (!FindFace("Verdana", false, file) || !face.Open(file)) return false;
+  FT_Face f = face.get();
+  if (FT_Set_Pixel_Sizes(f, 0, 12) != 0) return false;
+  base = glGenLists(kBitmapNames);
+  if (!base) return false;
+  GLint oldAlign = 4;
+  glGetIntegerv(GL_UNPACK_ALIGNMENT, &oldAlign);
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+  g_atlas = GlyphAtlas();
+  std::array<GlyphBits, kBitmapGlyphs> bits;
+  std::vector<GLubyte> rows;
+  for (int c = 0; c < kBitmapGlyphs; ++c) {
+    glNewList(base + static_cast<GLuint>(c), GL_COMPILE);
+    AtlasGlyph& ag = g_atlas.glyphs[static_cast<size_t>(c)];
+    FT_UInt glyph = c >= 32 ? FT_Get_Char_Index(f, static_cast<FT_ULong>(c)) : 0;
+    if (glyph && FT_Load_Glyph(f, glyph, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO | FT_LOAD_MONOCHROME) == 0) {
+      const FT_GlyphSlot g = f->glyph;
+      const FT_Bitmap& bm = g->bitmap;
+      const float advance = static_cast<float>(g->advance.x) / 64.0f;
+      ag.defined = true;
+      ag.advance = advance;
+      if (bm.width > 0 && bm.rows > 0 && bm.pixel_mode == FT_PIXEL_MODE_MONO) {
+        const int width = static_cast<int>(bm.width);
+        const int rowBytes = (width + 7) / 8;
+        const int height = static_cast<int>(bm.rows);
+        rows.assign(static_cast<size_t>(rowBytes) * static_cast<size_t>(height), 0);
+        GlyphBits& gb = bits[static_cast<size_t>(c)];
+        gb.w = width;
+        gb.h = height;
+        gb.alpha.assign(static_cast<size_t>(width) * static_cast<size_t>(height), 0);
+        // FreeType's rows run top-down, glBitmap's bottom-up.
+        for (int r = 0; r < height; ++r) {
+          const unsigned char* src = bm.buffer + static_cast<ptrdiff_t>(r) * bm.pitch;
+          const size_t up = static_cast<size_t>(height - 1 - r);
+          GLubyte* dst = rows.data() + up * static_cast<size_t>(rowBytes);
+          for (int k = 0; k < rowBytes; ++k) dst[k] = src[k];
+          for (int k = 0; k < width; ++k) {
+            if (src[k / 8] & (0x80 >> (k % 8))) gb.alpha[up * static_cast<size_t>(width) + static_cast<size_t>(k)] = 255;
+          }
+        }
+        ag.w = width;
+        ag.h = height;
+        ag.xorig = static_cast<float>(-g->bitmap_left);
+        ag.yorig = static_cast<float>(height - g->bitmap_top);
+        glBitmap(width, height, ag.xorig, ag.yorig, advance, 0.0f, rows.data());
+      } else {
+        glBitmap(0, 0, 0.0f, 0.0f, advance, 0.0f, nullptr);
+      }
+    }
+    glEndList();
+  }
+  glPixelStorei(GL_UNPACK_ALIGNMENT, oldAlign);
+  BuildAtlas(bits);
+  return true;
+}
+
+// ---- outline glyphs ---------------------------------------------------------------
+
+using Contour = std::vector<std::array<double, 2>>;
+
+struct OutlineWalk {
+  std::vector<Contour> contours;
+  double scale = 1;
+  double lastX = 0, lastY = 0;
+
+  void Add(double x, double y) {
+    contours.back().push_back({x * scale, y * scale});
+    lastX = x;
+    lastY = y;
+  }
+};
+
+int MoveTo(const FT_Vector* to, void* user) {
+  auto* w = static_cast<OutlineWalk*>(user);
+  w->contours.emplace_back();
+  w->Add(static_cast<double>(to->x), static_cast<double>(to->y));
+  return 0;
+}
+
+int LineTo(const FT_Vector* to, void* user) {
+  auto* w = static_cast<OutlineWalk*>(user);
+  w->Add(static_cast<double>(to->x), static_cast<double>(to->y));
+  return 0;
+}
+
+int ConicTo(const FT_Vector* control, const FT_Vector* to, void* user) {
+  auto* w = static_cast<OutlineWalk*>(user);
+  const double x0 = w->lastX, y0 = w->lastY;
+  const double cx = static_cast<double>(control->x), cy = static_cast<double>(control->y);
+  const double x1 = static_cast<double>(to->x), y1 = static_cast<double>(to->y);
+  for (int i = 1; i <= kCurveSteps; ++i) {
+    const double t = static_cast<double>(i) / kCurveSteps, u = 1 - t;
+    w->Add(u * u * x0 + 2 * u * t * cx + t * t * x1, u * u * y0 + 2 * u * t * cy + t * t * y1);
+  }
+  return 0;
+}
+
+int CubicTo(const FT_Vector* c1, const FT_Vector* c2, const FT_Vector* to, void* user) {
+  auto* w = static_cast<OutlineWalk*>(user);
+  const double x0 = w->lastX, y0 = w->lastY;
+  const double ax = static_cast<double>(c1->x), ay = static_cast<double>(c1->y);
+  const double bx = static_cast<double>(c2->x), by = static_cast<double>(c2->y);
+  const double x1 = static_cast<double>(to->x), y1 = static_cast<double>(to->y);
+  for (int i = 1; i <= kCurveSteps; ++i) {
+    const double t = static_cast<double>(i) / kCurveSteps, u = 1 - t;
+    const double b0 = u * u * u, b1 = 3 * u * u * t, b2 = 3 * u * t * t, b3 = t * t * t;
+    w->Add(b0 * x0 + b1 * ax + b2 * bx + b3 * x1, b0 * y0 + b1 * ay + b2 * by + b3 * y1);
+  }
+  return 0;
+}
+
+// Vertex storage of one tessellation: the tessellator keeps pointers into it
+// until the polygon ends, so it never moves its elements.
+using VertexStore = std::deque<std::array<GLdouble, 3>>;
+
+void GLAPIENTRY TessBegin(GLenum mode) { glBegin(mode); }
+void GLAPIENTRY TessEnd() { glEnd(); }
+void GLAPIENTRY TessVertex(void* data) { glVertex3dv(static_cast<const GLdouble*>(data)); }
+void GLAPIENTRY TessCombine(GLdouble coords[3], void* /*neighbours*/[4], GLfloat /*weights*/[4], void** out,
+                            void* polygon) {
+  auto* store = static_cast<VertexStore*>(polygon);
+  store->push_back({coords[0], coords[1], coords[2]});
+  *out = store->back().data();
+}
+void GLAPIENTRY TessError(GLenum) {}
+
+void TessellateFace(GLUtesselator* tess, const std::vector<Contour>& contours, double z) {
+  VertexStore store;
+  gluTessBeginPolygon(tess, &store);
+  for (const Contour& c : contours) {
+    if (c.size() < 3) continue;
+    gluTessBeginContour(tess);
+    for (const auto& p : c) {
+      store.push_back({p[0], p[1], z});
+      gluTessVertex(tess, store.back().data(), store.back().data());
+    }
+    gluTessEndContour(tess);
+  }
+  gluTessEndPolygon(tess);
+}
+
+void DrawSides(const std::vector<Contour>& contours, bool clockwise) {
+  for (const Contour& c : contours) {
+    const size_t n = c.size();
+    if (n < 2) continue;
+    glBegin(GL_QUADS);
+    for (size_t i = 0; i < n; ++i) {
+      const auto& p = c[i];
+      const auto& q = c[(i + 1) % n];
+      double nx = q[1] - p[1], ny = -(q[0] - p[0]);
+      if (!clockwise) {
+        nx = -nx;
+        ny = -ny;
+      }
+      const double len = std::sqrt(nx * nx + ny * ny);
+      if (len <= 0) continue;
+      glNormal3d(nx / len, ny / len, 0);
+      glVertex3d(p[0], p[1], 0);
+      glVertex3d(q[0], q[1], 0);
+      glVertex3d(q[0], q[1], -kExtrusion);
+      glVertex3d(p[0], p[1], -kExtrusion);
+    }
+    glEnd();
+  }
+}
+
+// One glyph's geometry, one unit to the em.
+struct OutlineGlyph {
+  std::vector<Contour> contours;
+  bool clockwise = true;
+  double advance = 0;
+};
+
+bool LoadOutlines(std::vector<OutlineGlyph>& glyphs) {
+  FaceFile file;
+  FreeTypeFace face;
+  if (!FindFace("Arial", true, file) || !face.Open(file)) return false;
+  FT_Face f = face.get();
+  const double scale = f->units_per_EM > 0 ? 1.0 / f->units_per_EM : 1.0 / 2048;
+  FT_Outline_Funcs funcs{};
+  funcs.move_to = &MoveTo;
+  funcs.line_to = &LineTo;
+  funcs.conic_to = &ConicTo;
+  funcs.cubic_to = &CubicTo;
+  glyphs.assign(kOutlineGlyphs, OutlineGlyph());
+  for (int c = 32; c < kOutlineGlyphs; ++c) {
+    unsigned code = AnsiToUnicode(static_cast<unsigned char>(c));
+    if (code == 0) continue;
+    FT_UInt index = FT_Get_Char_Index(f, code);
+    if (!index) continue;
+    if (FT_Load_Glyph(f, index, FT_LOAD_NO_SCALE | FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP) != 0) continue;
+    OutlineGlyph& g = glyphs[static_cast<size_t>(c)];
+    g.advance = static_cast<double>(f->glyph->advance.x) * scale;
+    if (f->glyph->format != FT_GLYPH_FORMAT_OUTLINE) continue;
+    OutlineWalk walk;
+    walk.scale = scale;
+    FT_Outline_Decompose(&f->glyph->outline, &funcs, &walk);
+    // A closing point that repeats the first adds nothing.
+    for (Contour& k : walk.contours) {
+      if (k.size() > 1 && k.front() == k.back()) k.pop_back();
+    }
+    g.contours = std::move(walk.contours);
+    g.clockwise = FT_Outline_Get_Orientation(&f->glyph->outline) == FT_ORIENTATION_TRUETYPE;
+  }
+  return true;
+}
+
+bool BuildOutlineFont(const std::vector<OutlineGlyph>& glyphs, GLuint& base) {
+  GLUtesselator* tess = gluNewTess();
+  if (!tess) return false;
+  base = glGenLists(kOutlineGlyphs);
+  if (!base) {
+    gluDeleteTess(tess);
+    return false;
+  }
+  gluTessCallback(tess, GLU_TESS_BEGIN, reinterpret_cast<_GLUfuncptr>(&TessBegin));
+  gluTessCallback(tess, GLU_TESS_END, reinterpret_cast<_GLUfuncptr>(&TessEnd));
+  gluTessCallback(tess, GLU_TESS_VERTEX, reinterpret_cast<_GLUfuncptr>(&TessVertex));
+  gluTessCallback(tess, GLU_TESS_COMBINE_DATA, reinterpret_cast<_GLUfuncptr>(&TessCombine));
+  gluTessCallback(tess, GLU_TESS_ERROR, reinterpret_cast<_GLUfuncptr>(&TessError));
+  gluTessProperty(tess, GLU_TESS_WINDING_RULE, GLU_TESS_WINDING_NONZERO);
+  gluTessNormal(tess, 0, 0, 1);
+  for (int c = 0; c < kOutlineGlyphs; ++c) {
+    const OutlineGlyph& g = glyphs[static_cast<size_t>(c)];
+    glNewList(base + static_cast<GLuint>(c), GL_COMPILE);
+    if (!g.contours.empty()) {
+      glNormal3d(0, 0, 1);
+      TessellateFace(tess, g.contours, 0);
+      glNormal3d(0, 0, -1);
+      TessellateFace(tess, g.contours, -kExtrusion);
+      DrawSides(g.contours, g.clockwise);
+    }
+    if (g.advance != 0) glTranslated(g.advance, 0, 0);
+    glEndList();
+  }
+  gluDeleteTess(tess);
+  return true;
+}
+
+void DeleteFontLists() {
+  if (g_atlas.texture) glDeleteTextures(1, &g_atlas.texture);
+  if (FontBitmapBase) glDeleteLists(FontBitmapBase, kBitmapNames);
+  if (FontOutlineSmall) glDeleteLists(FontOutlineSmall, kOutlineGlyphs);
+  if (FontOutlineLarge) glDeleteLists(FontOutlineLarge, kOutlineGlyphs);
+  ForgetFonts();
+}
+
+}  // namespace
+
+unsigned AnsiToUnicode(unsigned char byte) {
+  if (byte >= 0x80 && byte < 0xA0) return kHigh1252[byte - 0x80];
+  return byte;
+}
+
+std::string AnsiBytes(const std::string& utf8) {
+  std::string out;
+  out.reserve(utf8.size());
+  size_t i = 0;
+  const size_t n = utf8.size();
+  while (i < n) {
+    const unsigned char c = static_cast<unsigned char>(utf8[i]);
+    unsigned cp = 0;
+    size_t extra = 0;
+    if (c < 0x80) {
+      cp = c;
+    } else if ((c & 0xE0) == 0xC0) {
+      cp = c & 0x1F;
+      extra = 1;
+    } else if ((c & 0xF0) == 0xE0) {
+      cp = c & 0x0F;
+      extra = 2;
+    } else if ((c & 0xF8) == 0xF0) {
+      cp = c & 0x07;
+      extra = 3;
+    } else {
+      out.push_back('?');  // a byte that starts no character
+      ++i;
+      continue;
+    }
+    bool valid = i + extra < n || extra == 0;
+    for (size_t k = 1; valid && k <= extra; ++k) {
+      const unsigned char cc = static_cast<unsigned char>(utf8[i + k]);
+      if ((cc & 0xC0) != 0x80) valid = false;
+      else cp = (cp << 6) | (cc & 0x3F);
+    }
+    if (!valid) {
+      out.push_back('?');
+      ++i;
+      continue;
+    }
+    i += extra + 1;
+    char byte = '?';
+    if (cp < 0x80 || (cp >= 0xA0 && cp <= 0xFF)) {
+      byte = static_cast<char>(cp);
+    } else {
+      for (int k = 0; k < 32; ++k) {
+        if (kHigh1252[k] != 0 && kHigh1252[k] == cp) {
+          byte = static_cast<char>(0x80 + k);
+          break;
+        }
+      }
+    }
+    out.push_back(byte);
+  }
+  return out;
+}
+
+bool BuildFonts() {
+  DeleteFontLists();
+  bool all = true;
+  GLuint base = 0;
+  if (BuildBitmapFont(base)) {
+    FontBitmapBase = base;
+  } else {
+    if (base) glDeleteLists(base, kBitmapNames);
+    g_atlas = GlyphAtlas();
+    ReportFontFailure();
+    all = false;
+  }
+  // Both outline sizes come from the same unhinted outlines: the lists are in
+  // units of the em, whatever the size asked for.
+  std::vector<OutlineGlyph> glyphs;
+  const bool loaded = LoadOutlines(glyphs);
+  for (unsigned* slot : {&FontOutlineSmall, &FontOutlineLarge}) {
+    GLuint b = 0;
+    if (loaded && BuildOutlineFont(glyphs, b)) {
+      *slot = b;
+    } else {
+      ReportFontFailure();
+      if (b) glDeleteLists(b, kOutlineGlyphs);
+      all = false;
+    }
+  }
+  return all;
+}
+
+void EnsureFonts() {
+  const bool have = FontBitmapBase && glIsList(FontBitmapBase + 'A') && FontOutlineSmall &&
+                    glIsList(FontOutlineSmall + 'A') && FontOutlineLarge && glIsList(FontOutlineLarge + 'A');
+  if (!have) BuildFonts();
+}
+
+void ForgetFonts() {
+  FontBitmapBase = FontOutlineSmall = FontOutlineLarge = 0;
+  g_atlas = GlyphAtlas();
+}
+
+void DrawTextAt(float x, float y, float z, const std::string& text) {
+  if (text.empty() || !FontBitmapBase) return;
+  const std::string bytes = AnsiBytes(text);
+  glPushAttrib(GL_LIST_BIT | GL_ENABLE_BIT);
+  glDisable(GL_LIGHTING);
+  glColor3f(0, 0, 0);
+  glRasterPos3f(x, y, z);
+  glListBase(FontBitmapBase);
+  glCallLists(static_cast<GLsizei>(bytes.size()), GL_UNSIGNED_BYTE, bytes.data());
+  glPopAttrib();
+}
+
+bool ProjectToWindow(const WindowProjection& m, double x, double y, double z, double& wx, double& wy,
+                     double& wz) {
+  if (!m.valid) return false;
+  double eye[4], clip[4];
+  for (int r = 0; r < 4; ++r) eye[r] = m.model[r] * x + m.model[4 + r] * y + m.model[8 + r] * z + m.model[12 + r];
+  for (int r = 0; r < 4; ++r)
+    clip[r] = m.proj[r] * eye[0] + m.proj[4 + r] * eye[1] + m.proj[8 + r] * eye[2] + m.proj[12 + r] * eye[3];
+  const double w = clip[3];
+  if (!(w > 0)) return false;
+  for (int i = 0; i < 3; ++i) {
+    if (clip[i] < -w || clip[i] > w) return false;
+  }
+  wx = m.viewport[0] + (clip[0] / w + 1) * m.viewport[2] / 2.0;
+  wy = m.viewport[1] + (clip[1] / w + 1) * m.viewport[3] / 2.0;
+  wz = (clip[2] / w + 1) / 2.0;
+  return true;
+}
+
+void DrawTextsInWindow(const std::vector<TextAt>& texts, const WindowProjection& m) {
+  if (texts.empty() || !m.valid || !g_atlas.texture || !FontBitmapBase) return;
+  const double tw = g_atlas.width, th = g_atlas.height;
+  glMatrixMode(GL_PROJECTION);
+  glPushMatrix();
+  glLoadIdentity();
+  // Window pixels in x and y; z is the window depth itself.
+  glOrtho(m.viewport[0], m.viewport[0] + m.viewport[2], m.viewport[1], m.viewport[1] + m.viewport[3], 0, -1);
+  glMatrixMode(GL_MODELVIEW);
+  glPushMatrix();
+  glLoadIdentity();
+  glPushAttrib(GL_ENABLE_BIT | GL_TEXTURE_BIT | GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT);
+  glDisable(GL_LIGHTING);
+  glEnable(GL_TEXTURE_2D);
+  glBindTexture(GL_TEXTURE_2D, g_atlas.texture);
+  glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+  glEnable(GL_ALPHA_TEST);
+  glAlphaFunc(GL_GREATER, 0.5f);
+  glColor4f(0, 0, 0, 1);
+  glBegin(GL_QUADS);
+  std::string bytes;
+  for (const TextAt& t : texts) {
+    if (!t.text || t.text->empty()) continue;
+    double rx, ry, rz;
+    if (!ProjectToWindow(m, t.x, t.y, t.z, rx, ry, rz)) continue;  // no valid raster position
+    bytes = AnsiBytes(*t.text);
+    const float z = static_cast<float>(rz);
+    float pen = static_cast<float>(rx);
+    const float base = static_cast<float>(ry);
+    for (unsigned char b : bytes) {
+      if (b >= kBitmapGlyphs) continue;  // no list: nothing drawn, no move
+      const AtlasGlyph& g = g_atlas.glyphs[b];
+      if (!g.defined) continue;
+      if (g.w > 0) {
+        // Where glBitmap puts the bitmap: the floor of the raster position
+        // less the origin.
+        const float x0 = std::floor(pen - g.xorig), y0 = std::floor(base - g.yorig);
+        const float x1 = x0 + static_cast<float>(g.w), y1 = y0 + static_cast<float>(g.h);
+        const float u0 = static_cast<float>(g.u / tw), v0 = static_cast<float>(g.v / th);
+        const float u1 = static_cast<float>((g.u + g.w) / tw), v1 = static_cast<float>((g.v + g.h) / th);
+        glTexCoord2f(u0, v0);
+        glVertex3f(x0, y0, z);
+        glTexCoord2f(u1, v0);
+        glVertex3f(x1, y0, z);
+        glTexCoord2f(u1, v1);
+        glVertex3f(x1, y1, z);
+        glTexCoord2f(u0, v1);
+        glVertex3f(x0, y1, z);
+      }
+      pen += g.advance;
+    }
+  }
+  glEnd();
+  glPopAttrib();
+  glMatrixMode(GL_PROJECTION);
+  glPopMatrix();
+  glMatrixMode(GL_MODELVIEW);
+  glPopMatrix();
+}
+
+}  // namespace vt

@@ -1,0 +1,76 @@
+// Text in the GL context: three sets of glyph display lists built once per
+// context from FreeType glyphs of faces found through fontconfig, and the
+// routine that writes a text at a place in the scene.
+//
+// - FontBitmapBase: bitmap glyphs of a Verdana-like face, 12 pixels, normal
+//   weight, for the characters 0 to 127. 256 names are reserved so that a
+//   byte of 128 and up calls an empty name and draws nothing.
+// - FontOutlineSmall, FontOutlineLarge: outline glyphs of a bold Arial-like
+//   face for the characters 0 to 255 (Windows-1252), as filled polygons
+//   through GLU's tessellator, one unit to the em, extruded 0.3 towards -z,
+//   each list ending with a move by the glyph's advance.
+//
+// Text arrives as UTF-8 and is turned into bytes of the Windows-1252 code
+// page for the list calls.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vt {
+
+extern unsigned int FontBitmapBase;
+extern unsigned int FontOutlineSmall;
+extern unsigned int FontOutlineLarge;
+
+// A font file used in place of fontconfig's choice for all three fonts
+// (empty: ask fontconfig). A file that cannot be loaded makes every font fail.
+extern std::string FontFileOverride;
+
+// Builds the three fonts in the current context, deleting any that exist.
+// A font that cannot be had shows "Unable to create font", keeps base 0 and
+// is left out; drawing goes on without it. True when all three were built.
+bool BuildFonts();
+// Builds the fonts when the current context has none.
+void EnsureFonts();
+// The context is gone with its lists: forget the names.
+void ForgetFonts();
+
+// The bytes for the list calls: a character of the code page is its byte, a
+// blank stays a blank, a character outside the code page becomes "?". The
+// count of bytes is the length of the text in the code page.
+std::string AnsiBytes(const std::string& utf8);
+// The character of a Windows-1252 byte (0 for the five unassigned bytes).
+unsigned AnsiToUnicode(unsigned char byte);
+
+// Writes the text in black with the bitmap glyphs, starting at the raster
+// position of the place. An empty text, or no bitmap font, draws nothing.
+// Lighting is off while the raster position is taken, so black stays black.
+void DrawTextAt(float x, float y, float z, const std::string& text);
+
+// A text and its place, for the writing of many texts at once.
+struct TextAt {
+  float x, y, z;
+  const std::string* text;
+};
+
+// The matrices and viewport a frame draws with, read back from GL.
+struct WindowProjection {
+  double model[16];
+  double proj[16];
+  int viewport[4];
+  bool valid = false;
+};
+// The window position of a place as glRasterPos finds it: false when the
+// place lies outside the view volume (an invalid raster position).
+bool ProjectToWindow(const WindowProjection& m, double x, double y, double z, double& wx, double& wy,
+                     double& wz);
+// Many texts written as DrawTextAt writes them, pixel for pixel, but in one
+// pass of textured quads placed in window space with the matrices given:
+// each glyph of the bitmap font lands where glBitmap would put it, at the
+// window depth of its place, in black, depth-tested. The quads are only
+// right for the view they were placed with: the scene list is compiled again
+// when the view changes (frame.cpp).
+void DrawTextsInWindow(const std::vector<TextAt>& texts, const WindowProjection& m);
+
+}  // namespace vt

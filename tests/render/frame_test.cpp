@@ -1,0 +1,473 @@
+// The frame drawn offscreen: the one scene list, the reference, the overlay,
+// lights and projection, the repaint after a resize, canvas input, and what
+// happens without a context.
+#include <EGL/egl.h>
+#include <GL/gl.h>
+#include <GL/glu.h>
+
+#include <cmath>
+#include <string>
+
+#include "document/globals.h"
+#include "geometry/line.h"
+#include "render/canvas_input.h"
+#include "render/frame.h"
+#include "render/material.h"
+#include "render/strokes.h"
+#include "render/text.h"
+#include "render/view_state.h"
+#include "render_fixture.h"
+
+namespace vt {
+namespace {
+
+using test::RenderTest;
+using test::Rgb;
+
+// A text of the overlay, drawn by the shared text routine at its place in
+// per cent of the canvas.
+class OverlayText : public CText {
+ public:
+  void Draw() override { DrawTextAt(PosX, PosY, 0, "Note"); }
+};
+
+// A vector drawn by the shared vector routine.
+class TestVector : public CLine {
+ public:
+  void Draw() override { DrawVector(*this); }
+};
+
+class FrameTest : public RenderTest {};
+
+TEST_F(FrameTest, OneSceneListIsAliveAtATime) {
+  DrawScene();
+  const unsigned first = SceneList();
+  ASSERT_NE(first, 0u);
+  EXPECT_TRUE(glIsList(first));
+  DrawScene();
+  const unsigned second = SceneList();
+  EXPECT_TRUE(glIsList(second));
+  if (second != first) {
+    EXPECT_FALSE(glIsList(first));
+  }
+  // The glyph lists are untouched by the scene's turnover.
+  EXPECT_TRUE(glIsList(FontBitmapBase + 'A'));
+}
+
+TEST_F(FrameTest, BusyViewGraphKeepsTheOldListAndDrawsNothing) {
+  AddPoint(0.33f, 0.27f)->Size = 9;
+  DrawScene();
+  const unsigned list = SceneList();
+  ViewGraph.Busy = true;
+  DrawScene();
+  EXPECT_EQ(SceneList(), list);
+  Repaint();
+  EXPECT_TRUE(IsWhite(At(0.33f, 0.27f)));
+  ViewGraph.Busy = false;
+  Repaint();
+  EXPECT_TRUE(Near(At(0.33f, 0.27f), 255, 0, 0, 10));
+}
+
+TEST_F(FrameTest, RubberBandIsDottedAndDrawnAboveEverything) {
+  SetCanvas(kW, kH, 4);
+  Position* p = AddPoint(0, 0);
+  p->Size = 9;  // red disc of radius 0.3: 9 pixels
+  double wx, wy;
+  Frame();
+  ASSERT_TRUE(WindowOf(0, 0, 0, wx, wy));
+  // A band whose top edge runs through the middle of the disc.
+  RubberBandOn = true;
+  DragAnchorX = static_cast<float>(wx) - 30;
+  DragAnchorY = static_cast<float>(kH - wy);
+  DragCurrentX = static_cast<float>(wx) + 30;
+  DragCurrentY = static_cast<float>(kH - wy) + 20;
+  Frame();
+  // The row of the band's top edge, across the disc: dots of black with the
+  // red of the disc between them.
+  auto count = [&](int row, int& black, int& red) {
+    black = red = 0;
+    for (int x = static_cast<int>(wx) - 5; x <= static_cast<int>(wx) + 5; ++x) {
+      const Rgb c = Pixel(x, row);
+      if (IsDark(c) && !Near(c, 255, 0, 0, 60)) ++black;
+      if (Near(c, 255, 0, 0, 10)) ++red;
+    }
+  };
+  const int base = static_cast<int>(std::lround(wy));
+  int black = 0, red = 0, row = base;
+  for (int r = base - 1; r <= base; ++r) {
+    int b, rd;
+    count(r, b, rd);
+    if (b > black) {
+      black = b;
+      red = rd;
+      row = r;
+    }
+  }
+  EXPECT_GE(black, 4) << "the band is hidden by the point";
+  EXPECT_GE(red, 3) << "the band is not dotted";
+
+  LabelsOverlay = false;
+  Frame();
+  count(row, black, red);
+  EXPECT_EQ(black, 0);
+  EXPECT_EQ(red, 11);
+}
+
+TEST_F(FrameTest, OverlayTextsShowOnlyWithLabelsOverlay) {
+  auto text = std::make_unique<OverlayText>();
+  text->ID = "TT0001";
+  text->PosX = 10;
+  text->PosY = 20;
+  Doc.Texts.Add(std::move(text), "TT0001");
+  Frame();
+  // 10 % and 20 % of the canvas, y up: the text starts at pixel (16, 24).
+  EXPECT_GT(DarkPixels(16, 24, 50, 36), 5);
+  EXPECT_EQ(DarkPixels(60, 60, kW - 1, kH - 1), 0);
+  LabelsOverlay = false;
+  Frame();
+  EXPECT_EQ(DarkPixels(0, 0, kW - 1, kH - 1), 0);
+}
+
+TEST_F(FrameTest, GridIsOchreAndLeavesTheAxesAlone) {
+  ShowAxis = true;
+  Frame();
+  const Image axesOnly = image_;
+  ShowGrid = true;
+  Frame();
+  // A grid line away from the axes: x = 3.
+  bool ochre = false;
+  double wx, wy;
+  ASSERT_TRUE(WindowOf(3, 2.5f, 0, wx, wy));
+  for (int dx = -1; dx <= 1; ++dx)
+    ochre = ochre || Near(Pixel(static_cast<int>(wx) + dx, static_cast<int>(wy)), 200, 150, 0, 12);
+  EXPECT_TRUE(ochre);
+  // Whatever the axes drew dark is drawn dark with the grid too.
+  int axisPixels = 0;
+  for (int y = 0; y < kH; ++y) {
+    for (int x = 0; x < kW; ++x) {
+      const size_t i = (static_cast<size_t>(kH - 1 - y) * kW + static_cast<size_t>(x)) * 3;
+      const Rgb before = {axesOnly.rgb[i], axesOnly.rgb[i + 1], axesOnly.rgb[i + 2]};
+      if (!IsDark(before)) continue;
+      ++axisPixels;
+      EXPECT_TRUE(IsDark(Pixel(x, y))) << x << ", " << y;
+    }
+  }
+  EXPECT_GT(axisPixels, 100);
+}
+
+TEST_F(FrameTest, AxesCarryTickNumbersAndNames) {
+  SetCanvas(kW, kH, 4);  // 30 pixels to the unit: the numbers clear the axes
+  // Regions of "1" under the x axis, "-1" left of the y axis, "O" at the
+  // origin, and one between the numbers.
+  auto one = [&] { return DarkPixelsAround(0.92f, -0.38f, 1.3f, -0.12f); };
+  auto minusOne = [&] { return DarkPixelsAround(-0.48f, -1.08f, -0.05f, -0.82f); };
+  auto origin = [&] { return DarkPixelsAround(-0.28f, -0.38f, -0.05f, -0.12f); };
+  auto between = [&] { return DarkPixelsAround(0.35f, -0.38f, 0.7f, -0.12f); };
+  Frame();
+  EXPECT_EQ(one() + minusOne() + origin(), 0);
+  ShowAxis = true;
+  Frame();
+  EXPECT_GT(one(), 4);
+  EXPECT_GT(minusOne(), 4);
+  EXPECT_GT(origin(), 4);
+  EXPECT_EQ(between(), 0);
+  // Ticks 0.2 long on the upper side of the x axis and the right of the y axis.
+  EXPECT_TRUE(DarkNear(1, 0.1f));
+  EXPECT_TRUE(IsWhite(At(1.5f, -0.07f)));
+  EXPECT_TRUE(DarkNear(0.1f, 1));
+  EXPECT_TRUE(IsWhite(At(-0.1f, 1.5f)));
+}
+
+TEST_F(FrameTest, AxesReachFurtherUpInSpaceAndGainAZAxis) {
+  SetCanvas(kW, kH, 24);  // 5 pixels to the unit
+  ShowAxis = true;
+  Frame();
+  EXPECT_TRUE(DarkNear(0, 5.5f));
+  EXPECT_FALSE(DarkNear(0, 8.0f));  // the plane y axis ends at 6
+  EXPECT_TRUE(DarkNear(9.5f, 0));   // the x axis reaches 10 in both scenes
+  SceneMode = 3;
+  Frame();
+  EXPECT_TRUE(DarkNear(0, 9.5f));   // in space the y axis reaches 10
+  // A pitch of 90 degrees turns the scene's z axis up the screen: it runs to
+  // 6, with ticks to the right of it.
+  ViewGraph.RotPitch = 90;
+  Frame();
+  EXPECT_TRUE(DarkNear(0, 0, 5.5f));
+  EXPECT_FALSE(DarkNear(0, 0, 7.5f));
+  EXPECT_FALSE(DarkNear(0, 0, -7.5f));
+  EXPECT_TRUE(DarkNear(0.15f, 0, 4));
+  EXPECT_FALSE(DarkNear(-0.6f, 0, 4.5f));  // ticks stand on one side
+}
+
+TEST_F(FrameTest, VectorHasAnArrowHeadInThePlaneOnly) {
+  SetCanvas(kW, kH, 4);  // 30 pixels to the unit
+  auto v = std::make_unique<TestVector>();
+  v->ID = "LN0001";
+  v->lt = 4;
+  v->GELineWidth = 1;
+  v->pBegin.Set(-2, 0, 0);
+  v->pEnd.Set(1.5f, 0, 0);
+  Doc.Lines.Add(std::move(v), "LN0001");
+  Frame();
+  // The head is 0.45 long and 2 * 0.45 * tan 15 deg = 0.24 wide at its base.
+  EXPECT_TRUE(IsDark(At(1.5f - 0.3f, 0.06f)));
+  EXPECT_TRUE(IsDark(At(1.5f - 0.3f, -0.06f)));
+  EXPECT_TRUE(IsWhite(At(1.5f - 0.3f, 0.16f)));
+  EXPECT_TRUE(IsWhite(At(-1.0f, 0.06f)));  // the shaft is thin
+  EXPECT_TRUE(IsWhite(At(1.6f, 0)));       // nothing past the tip
+
+  SceneMode = 3;  // in space a vector is a plain segment
+  Frame();
+  EXPECT_TRUE(IsDark(At(0, 0, 0)));
+  EXPECT_TRUE(IsWhite(At(1.5f - 0.3f, 0.06f)));
+  EXPECT_TRUE(IsWhite(At(1.5f - 0.3f, -0.06f)));
+}
+
+TEST_F(FrameTest, ShortVectorHasAHeadAsLongAsItself) {
+  SetCanvas(kW, kH, 2);  // 60 pixels to the unit
+  auto v = std::make_unique<TestVector>();
+  v->ID = "LN0001";
+  v->lt = 4;
+  v->GELineWidth = 1;
+  v->pBegin.Set(-0.15f, 0, 0);
+  v->pEnd.Set(0.15f, 0, 0);
+  Doc.Lines.Add(std::move(v), "LN0001");
+  Frame();
+  // Near the start the head is still 2 * 0.27 * tan 15 deg = 0.14 wide.
+  EXPECT_TRUE(IsDark(At(-0.12f, 0.04f)));
+  EXPECT_TRUE(IsDark(At(-0.12f, -0.04f)));
+  EXPECT_TRUE(IsWhite(At(-0.2f, 0)));
+}
+
+TEST_F(FrameTest, DashedStyleStipplesOnlyInDrawModeOne) {
+  SetCanvas(kW, kH, 4);
+  auto v = std::make_unique<TestVector>();
+  v->ID = "LN0001";
+  v->GELineStyle = 3;  // dots: every other pixel
+  v->GELineWidth = 1;
+  // Half a pixel above a pixel edge, so the line fills one row.
+  const float y = 0.5f + 0.5f / 30;
+  v->pBegin.Set(-2.5f, y, 0);
+  v->pEnd.Set(1.0f, y, 0);
+  TestVector* line = static_cast<TestVector*>(Doc.Lines.Add(std::move(v), "LN0001"));
+  auto gaps = [&]() {
+    int white = 0;
+    double wx, wy;
+    WindowOf(-2.0f, y, 0, wx, wy);
+    for (int x = static_cast<int>(wx); x < static_cast<int>(wx) + 60; ++x) {
+      if (IsWhite(Pixel(x, static_cast<int>(wy)))) ++white;
+    }
+    return white;
+  };
+  Frame();
+  EXPECT_GT(gaps(), 15);
+  line->DrawMode = 2;  // red, solid
+  Frame();
+  EXPECT_EQ(gaps(), 0);
+  EXPECT_TRUE(Near(At(-2.0f, y), 255, 0, 0, 60));
+}
+
+TEST_F(FrameTest, CoordinateLinesRunFromTheSelectedPointToTheAxes) {
+  SetCanvas(kW, kH, 8);
+  // Both guides run through the middles of pixels (15 pixels to the unit).
+  Position* p = AddPoint(30.5f / 15, 2.5f);
+  SelectObject(*p);
+  Frame();
+  EXPECT_EQ(DarkPixelsAround(1.9f, 0.3f, 2.1f, 2.2f), 0);
+  ShowCoordLines = true;
+  Frame();
+  EXPECT_GT(DarkPixelsAround(1.9f, 0.3f, 2.1f, 2.2f), 5);   // down to the x axis
+  EXPECT_GT(DarkPixelsAround(0.3f, 2.4f, 1.7f, 2.6f), 5);   // across to the y axis
+  EXPECT_EQ(DarkPixelsAround(2.3f, 0.3f, 3.5f, 2.2f), 0);
+  p->Hide = true;  // a hidden point has no guides
+  Frame();
+  EXPECT_EQ(DarkPixelsAround(1.9f, 0.3f, 2.1f, 2.2f), 0);
+}
+
+TEST_F(FrameTest, ToolCursorPointIsDrawnAfterTheObjects) {
+  Position* under = AddPoint(-1.03f, -1.03f);
+  under->Size = 9;
+  Position cursor(-1.03f, -1.03f, 0);
+  cursor.DrawMode = 4;
+  cursor.Size = 9;
+  ToolCursorPoint = &cursor;
+  Frame();
+  EXPECT_TRUE(Near(At(-1.03f, -1.03f), 0, 255, 0, 10));
+}
+
+TEST_F(FrameTest, OrthographicAndPerspectiveVolumes) {
+  Frame();
+  GLdouble proj[16];
+  glGetDoublev(GL_PROJECTION_MATRIX, proj);
+  // glOrtho(-8, 8, -6, 6, 0.001, 2000).
+  EXPECT_NEAR(proj[0], 2.0 / 16, 1e-6);
+  EXPECT_NEAR(proj[5], 2.0 / 12, 1e-6);
+  EXPECT_NEAR(proj[10], -2.0 / (2000 - 0.001), 1e-9);
+  EXPECT_FLOAT_EQ(View.Volleft, -8);
+  EXPECT_FLOAT_EQ(View.VolTop, 6);
+
+  AddPoint(-3, 0);
+  AddPoint(3.05f, 1.05f)->Size = 9;  // the document is 6.05 wide
+  View.ProjectType = 2;
+  Frame();
+  glGetDoublev(GL_PROJECTION_MATRIX, proj);
+  const double n = 0.01, f = 1000 - 6.05;
+  EXPECT_FLOAT_EQ(View.VolNear, 0.01f);
+  EXPECT_NEAR(proj[10], -(f + n) / (f - n), 1e-6);
+  EXPECT_NEAR(proj[14], -2 * f * n / (f - n), 1e-7);
+  // The edges are the volume scaled by near over the eye's distance 50, so
+  // the plane through the point looked at shows as much as the orthographic
+  // volume did.
+  EXPECT_NEAR(proj[0], 2 * n / (16 * n / 50), 1e-4);
+  EXPECT_TRUE(Near(At(3.05f, 1.05f), 255, 0, 0, 10));
+}
+
+TEST_F(FrameTest, LightsAreSetAtEveryFrameInTheViewsFrame) {
+  Frame();
+  EXPECT_TRUE(glIsEnabled(GL_LIGHT0));
+  EXPECT_FALSE(glIsEnabled(GL_LIGHT1));
+  GLfloat pos[4], amb[4], two[4];
+  glGetLightfv(GL_LIGHT0, GL_POSITION, pos);
+  // (100, 100, 100) seen from the eye at (0, 0, 50).
+  EXPECT_FLOAT_EQ(pos[0], 100);
+  EXPECT_FLOAT_EQ(pos[1], 100);
+  EXPECT_FLOAT_EQ(pos[2], 50);
+  glGetFloatv(GL_LIGHT_MODEL_AMBIENT, amb);
+  EXPECT_FLOAT_EQ(amb[0], 1);
+  EXPECT_FLOAT_EQ(amb[1], 0);
+  glGetFloatv(GL_LIGHT_MODEL_TWO_SIDE, two);
+  EXPECT_NE(two[0], 0);
+
+  MainLight.Enabled[1] = true;
+  MainLight.Diffuse[1][0] = 0.25f;
+  Frame();
+  EXPECT_TRUE(glIsEnabled(GL_LIGHT1));
+  GLfloat d[4];
+  glGetLightfv(GL_LIGHT1, GL_DIFFUSE, d);
+  EXPECT_FLOAT_EQ(d[0], 0.25f);
+
+  MainLight.LightingOn = false;
+  MainLight.SetLight();
+  EXPECT_FALSE(glIsEnabled(GL_LIGHTING));
+  MainLight.LightingOn = true;
+  MainLight.SetLight();
+  EXPECT_TRUE(glIsEnabled(GL_LIGHTING));
+}
+
+TEST_F(FrameTest, MaterialSchemesSetFrontAndBack) {
+  Cls11 m;
+  m.SetMaterial(4);  // "Metal"
+  EXPECT_STREQ(kMaterialSchemeNames[3], "Metal");
+  for (GLenum face : {GL_FRONT, GL_BACK}) {
+    GLfloat v[4], s;
+    glGetMaterialfv(face, GL_DIFFUSE, v);
+    EXPECT_FLOAT_EQ(v[0], 0.497f);
+    EXPECT_FLOAT_EQ(v[1], 0.3449f);
+    glGetMaterialfv(face, GL_SPECULAR, v);
+    EXPECT_FLOAT_EQ(v[1], 0.888f);
+    glGetMaterialfv(face, GL_AMBIENT, v);
+    EXPECT_FLOAT_EQ(v[0], 0.1333f);
+    glGetMaterialfv(face, GL_SHININESS, &s);
+    EXPECT_FLOAT_EQ(s, 118.7f);
+  }
+  m.SetMaterial(0);  // no such scheme: the arrays stay
+  EXPECT_EQ(m.MatType, 4);
+  EXPECT_FLOAT_EQ(m.Diffuse[0], 0.497f);
+  m.SetMaterial(5);  // "Neon" glows
+  GLfloat e[4];
+  glGetMaterialfv(GL_FRONT, GL_EMISSION, e);
+  EXPECT_FLOAT_EQ(e[1], 0.9403f);
+  EXPECT_STREQ(kMaterialSchemeNames[12], "Winter");
+}
+
+TEST_F(FrameTest, RepaintAfterAResizePlacesLabelsForTheNewView) {
+  AddPoint(2, 1, 0, "M");
+  Frame();
+  // The canvas grows; the handler gives the size to the view and repaints.
+  SetCanvas(200, 150, 12);
+  Repaint();
+  const Image repainted = image_;
+  Frame();
+  ASSERT_EQ(repainted.rgb.size(), image_.rgb.size());
+  EXPECT_TRUE(repainted.rgb == image_.rgb);
+  EXPECT_GT(DarkPixelsAround(2.1f, 1.1f, 3.0f, 2.2f), 3);
+}
+
+TEST_F(FrameTest, RayThroughAPointPixelPicksIt) {
+  Position* p = AddPoint(1.53f, -2.04f, 0);
+  p->Size = 9;
+  Frame();
+  double wx, wy;
+  ASSERT_TRUE(WindowOf(1.53f, -2.04f, 0, wx, wy));
+  Position viewPoint, scenePoint, farPoint, nearPoint;
+  const float X = static_cast<float>(wx), Y = static_cast<float>(kH - wy);
+  ScreenToWorld(X, Y, viewPoint, scenePoint);
+  ScreenToRay(X, Y, farPoint, nearPoint);
+  EXPECT_NEAR(scenePoint.x, 1.53f, 0.1f);
+  EXPECT_NEAR(scenePoint.y, -2.04f, 0.1f);
+  EXPECT_NEAR(scenePoint.z, 0, 0.01f);
+  EXPECT_GT(nearPoint.z, farPoint.z);
+  EXPECT_TRUE(p->Pick(scenePoint, farPoint, nearPoint));
+  ScreenToRay(X + 5, Y, farPoint, nearPoint);  // half a unit off
+  EXPECT_FALSE(p->Pick(scenePoint, farPoint, nearPoint));
+}
+
+TEST_F(FrameTest, RayInTheSpaceViewFollowsTheSceneRotation) {
+  SceneMode = 3;
+  ViewGraph.RotRoll = 111;
+  ViewGraph.RotPitch = -41;
+  ViewGraph.RotYaw = 60;
+  Position* p = AddPoint(1, 2, 0.5f);
+  p->Size = 9;  // a ball of radius 0.3, a few pixels across
+  Frame();
+  double wx, wy;
+  ASSERT_TRUE(WindowOf(1, 2, 0.5f, wx, wy));
+  Position viewPoint, scenePoint, farPoint, nearPoint;
+  ScreenToWorld(static_cast<float>(wx), static_cast<float>(kH - wy), viewPoint, scenePoint);
+  ScreenToRay(static_cast<float>(wx), static_cast<float>(kH - wy), farPoint, nearPoint);
+  EXPECT_TRUE(p->Pick(scenePoint, farPoint, nearPoint));
+  // The depth read finds the ball's near side.
+  EXPECT_NEAR(scenePoint.x, 1, 0.35f);
+  EXPECT_NEAR(scenePoint.y, 2, 0.35f);
+  EXPECT_NEAR(scenePoint.z, 0.5f, 0.35f);
+}
+
+TEST_F(FrameTest, GroundTakesTheMouseInSpaceAndShowsNothing) {
+  const float X = 100, Y = 40;
+  Position viewPoint, scenePoint;
+  Frame();  // plane: nothing under the mouse, the far plane answers
+  ScreenToWorld(X, Y, viewPoint, scenePoint);
+  EXPECT_LT(scenePoint.z, -1000);
+  SceneMode = 3;
+  ViewGraph.RotRoll = 111;
+  ViewGraph.RotPitch = -41;
+  ViewGraph.RotYaw = 60;
+  Frame();
+  for (int y = 0; y < kH; ++y)
+    for (int x = 0; x < kW; ++x) ASSERT_TRUE(IsWhite(Pixel(x, y))) << x << ", " << y;
+  ScreenToWorld(X, Y, viewPoint, scenePoint);
+  EXPECT_NEAR(scenePoint.z, 0, 0.05f);
+  EXPECT_LT(std::fabs(scenePoint.x) + std::fabs(scenePoint.y), 30);
+}
+
+// No current context: Initialize says so, and nothing else touches GL.
+TEST_F(FrameTest, WithoutAContextNothingIsDrawnAndNothingBreaks) {
+  EGLDisplay d = eglGetCurrentDisplay();
+  ReleaseContext();
+  ASSERT_TRUE(eglMakeCurrent(d, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT));
+  EXPECT_FALSE(Initialize());
+  EXPECT_EQ(host_.LastMessage(), "ChoosePixelFormat failed");
+  Position* p = AddPoint(0, 0, 0, "A");
+  DrawScene();
+  Display();
+  View.SetScreen(0, 0);
+  View.Projection(1, 0, 0, 0, 0);
+  EXPECT_FALSE(p->BoxSel(-1000, -1000, 1000, 1000));
+  Position a, b;
+  ScreenToRay(1, 1, a, b);
+  EXPECT_EQ(SceneList(), 0u);
+  EXPECT_TRUE(std::isfinite(View.VolWidth));
+}
+
+}  // namespace
+}  // namespace vt

@@ -1,0 +1,178 @@
+// Points drawn offscreen: symbols, colours of the draw modes, labels, the
+// ball in space; the box selection through the frame's matrices.
+#include <GL/gl.h>
+#include <GL/glu.h>
+
+#include <cmath>
+
+#include "document/globals.h"
+#include "render/frame.h"
+#include "render/view_state.h"
+#include "render_fixture.h"
+
+namespace vt {
+namespace {
+
+using test::RenderTest;
+using test::Rgb;
+
+class PointDrawTest : public RenderTest {
+ protected:
+  Position* Point(float x, float y, int symbol, int size, const std::string& label = std::string()) {
+    Position* p = AddPoint(x, y, 0, label);
+    p->Symbol = symbol;
+    p->Size = static_cast<short>(size);
+    p->HideLabel = label.empty();
+    return p;
+  }
+};
+
+TEST_F(PointDrawTest, RedSolidCircleLandsOnThePixelThatGluProjectGives) {
+  Point(1.37f, -0.71f, 1, 2);
+  Frame();
+  GLdouble model[16], proj[16], wx, wy, wz;
+  GLint vp[4];
+  glGetDoublev(GL_MODELVIEW_MATRIX, model);
+  glGetDoublev(GL_PROJECTION_MATRIX, proj);
+  glGetIntegerv(GL_VIEWPORT, vp);
+  ASSERT_TRUE(gluProject(1.37, -0.71, 0, model, proj, vp, &wx, &wy, &wz));
+  const int px = static_cast<int>(std::floor(wx)), py = static_cast<int>(std::floor(wy));
+  bool redNear = false;
+  for (int dy = -1; dy <= 1; ++dy)
+    for (int dx = -1; dx <= 1; ++dx) redNear = redNear || Near(Pixel(px + dx, py + dy), 255, 0, 0, 10);
+  EXPECT_TRUE(redNear) << "no red within one pixel of " << wx << ", " << wy;
+  // Radius 2/30 of a unit is under a pixel of 10 to the unit away from the
+  // centre: two pixels off, the canvas is white.
+  EXPECT_TRUE(IsWhite(Pixel(px + 3, py)));
+  EXPECT_TRUE(IsWhite(Pixel(px, py - 3)));
+}
+
+TEST_F(PointDrawTest, HollowCircleIsWhiteInsideAndCoversWhatLiesBelow) {
+  SetCanvas(kW, kH, 4);  // 30 pixels to the unit
+  Position* below = Point(0.01f, 0.01f, 1, 9);  // green disc of radius 0.3
+  below->ForeColor = RGB(0, 255, 0);
+  Point(0.01f, 0.01f, 2, 6);  // red ring of radius 6/35 = 0.171
+  Frame();
+  EXPECT_TRUE(IsWhite(At(0.01f, 0.01f)));
+  EXPECT_TRUE(IsWhite(At(0.11f, 0.06f)));
+  const float r = 6.0f / 35.0f;
+  int redOnRim = 0;
+  for (int i = 0; i < 8; ++i) {
+    const double a = i * 3.14159265 / 4 + 0.2;
+    const Rgb c = At(0.01f + static_cast<float>(r * std::cos(a)), 0.01f + static_cast<float>(r * std::sin(a)));
+    if (c[0] > 150 && c[1] < 120) ++redOnRim;
+  }
+  EXPECT_GE(redOnRim, 6);
+  // Between the ring and the rim of the disc below, the disc shows.
+  EXPECT_TRUE(Near(At(0.25f, 0.01f), 0, 255, 0, 10));
+  EXPECT_TRUE(IsWhite(At(0.36f, 0.01f)));
+}
+
+TEST_F(PointDrawTest, HiddenPointDrawsNeitherSymbolNorLabel) {
+  Position* p = Point(-2, 1, 1, 9, "Hidden");
+  p->Hide = true;
+  Frame();
+  for (int y = 0; y < kH; ++y)
+    for (int x = 0; x < kW; ++x) ASSERT_TRUE(IsWhite(Pixel(x, y))) << x << ", " << y;
+
+  p->Hide = false;
+  Frame();
+  EXPECT_TRUE(Near(At(-2, 1), 255, 0, 0, 10));
+  EXPECT_GT(DarkPixelsAround(-1.9f, 1.1f, -0.5f, 2.0f), 5);
+
+  p->HideLabel = true;
+  Frame();
+  EXPECT_TRUE(Near(At(-2, 1), 255, 0, 0, 10));
+  EXPECT_EQ(DarkPixelsAround(-1.9f, 1.1f, -0.5f, 2.0f), 0);
+}
+
+TEST_F(PointDrawTest, LabelStandsAboveRightOfThePoint) {
+  Point(0, 0, 1, 2, "W");
+  Frame();
+  EXPECT_GT(DarkPixelsAround(0.1f, 0.1f, 1.2f, 1.4f), 5);
+  EXPECT_EQ(DarkPixelsAround(-1.5f, -1.5f, -0.1f, -0.1f), 0);
+}
+
+TEST_F(PointDrawTest, EachSymbolHasItsShape) {
+  SetCanvas(kW, kH, 4);  // 30 pixels to the unit
+  // Size 9: squares of half side 0.3, triangle and diamond of 0.45.
+  Point(-1.5f, 0.5f, 3, 9);
+  Point(0, 0.5f, 4, 9);
+  Point(1.5f, 0.5f, 5, 9);
+  Point(-1.5f, -1.2f, 6, 9);
+  Point(0, -1.2f, 7, 9);  // no such symbol
+  Frame();
+  // Square: its corners are filled.
+  EXPECT_TRUE(Near(At(-1.5f + 0.25f, 0.5f + 0.25f), 255, 0, 0));
+  EXPECT_TRUE(Near(At(-1.5f - 0.25f, 0.5f - 0.25f), 255, 0, 0));
+  EXPECT_TRUE(IsWhite(At(-1.5f + 0.36f, 0.5f)));
+  // Triangle: apex up, base corners filled, upper corners of its box empty.
+  EXPECT_TRUE(Near(At(0, 0.5f + 0.35f), 255, 0, 0));
+  EXPECT_TRUE(Near(At(-0.38f, 0.5f - 0.4f), 255, 0, 0));
+  EXPECT_TRUE(IsWhite(At(-0.35f, 0.5f + 0.35f)));
+  // Diamond: points on the axes filled, the corners of its box empty.
+  EXPECT_TRUE(Near(At(1.5f + 0.38f, 0.5f), 255, 0, 0));
+  EXPECT_TRUE(Near(At(1.5f, 0.5f - 0.38f), 255, 0, 0));
+  EXPECT_TRUE(IsWhite(At(1.5f + 0.3f, 0.5f + 0.3f)));
+  // Crosshair: arms filled, the quadrants between them empty.
+  EXPECT_TRUE(Near(At(-1.5f + 0.35f, -1.2f), 255, 0, 0, 60));
+  EXPECT_TRUE(Near(At(-1.5f, -1.2f - 0.35f), 255, 0, 0, 60));
+  EXPECT_TRUE(IsWhite(At(-1.5f + 0.3f, -1.2f + 0.3f)));
+  // Symbol 7 draws nothing.
+  EXPECT_EQ(DarkPixelsAround(-0.5f, -1.7f, 0.5f, -0.7f), 0);
+  EXPECT_TRUE(IsWhite(At(0, -1.2f)));
+}
+
+TEST_F(PointDrawTest, DrawModesSetTheColour) {
+  SetCanvas(kW, kH, 4);
+  const int modes[] = {1, 2, 3, 4, 5, 6};
+  Position* pts[6];
+  for (int i = 0; i < 6; ++i) {
+    pts[i] = Point(-1.8f + 0.7f * static_cast<float>(i), 0, 3, 6);
+    pts[i]->DrawMode = modes[i];
+  }
+  Frame();
+  EXPECT_TRUE(Near(At(-1.8f, 0), 255, 0, 0, 5));
+  EXPECT_TRUE(Near(At(-1.1f, 0), 0, 0, 255, 5));
+  EXPECT_TRUE(IsWhite(At(-0.4f, 0)));
+  EXPECT_TRUE(Near(At(0.3f, 0), 0, 255, 0, 5));
+  EXPECT_TRUE(Near(At(1.0f, 0), 150, 0, 100, 5));
+  // Mode 6 is grey and drawn with size 1 in the plane: half side 1/30.
+  EXPECT_TRUE(Near(At(1.7f, 0), 128, 128, 128, 5));
+  EXPECT_TRUE(IsWhite(At(1.7f + 0.12f, 0)));
+}
+
+TEST_F(PointDrawTest, InSpaceEveryPointIsABallWithItsLabelOffset) {
+  SceneMode = 3;  // space scene seen along z (no rotation)
+  SetCanvas(kW, kH, 4);
+  Point(0, 0, 6, 9, "P");  // a crosshair in the plane, a ball of radius 0.3 here
+  Frame();
+  EXPECT_TRUE(Near(At(0, 0, 0.3f), 255, 0, 0, 5));
+  // Between the arms of a crosshair: inside the ball's disc.
+  EXPECT_TRUE(Near(At(0.15f, 0.15f, 0.3f), 255, 0, 0, 5));
+  EXPECT_TRUE(Near(At(-0.17f, -0.17f, 0.3f), 255, 0, 0, 5));
+  EXPECT_TRUE(IsWhite(At(0.3f, 0.3f, 0.3f)));
+  // The label begins at (0.3, 0.3, 0.3) from the point.
+  EXPECT_GT(DarkPixelsAround(0.3f, 0.3f, 1.0f, 0.9f, 0.3f), 5);
+}
+
+TEST_F(PointDrawTest, BoxSelectionTakesAnyCornerOrderAndAZeroBoxHoldsNothing) {
+  Position* p = Point(1, 1, 1, 2);
+  Frame();
+  // After Display the modelview is the view's, the scene matrix is identity.
+  double wx, wy;
+  ASSERT_TRUE(WindowOf(1, 1, 0, wx, wy));
+  const float cx = static_cast<float>(wx), cy = static_cast<float>(kH - wy);  // canvas pixels, y down
+  const float l = cx - 5, r = cx + 5, t = cy - 5, b = cy + 5;
+  EXPECT_TRUE(p->BoxSel(l, t, r, b));
+  EXPECT_TRUE(p->BoxSel(r, b, l, t));
+  EXPECT_TRUE(p->BoxSel(l, b, r, t));
+  EXPECT_TRUE(p->BoxSel(r, t, l, b));
+  EXPECT_FALSE(p->BoxSel(cx, cy, cx, cy));
+  // A box below the point on the screen misses it: y runs down.
+  EXPECT_FALSE(p->BoxSel(l, cy + 2, r, cy + 12));
+  EXPECT_FALSE(p->BoxSel(cx + 2, t, cx + 12, b));
+}
+
+}  // namespace
+}  // namespace vt

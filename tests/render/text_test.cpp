@@ -1,0 +1,236 @@
+// Text: the bytes for the glyph lists, the shared text routine, the window
+// path of the labels against the bitmap path, the outline glyphs, and a font
+// that cannot be had.
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "document/globals.h"
+#include "geometry/line.h"
+#include "render/frame.h"
+#include "render/text.h"
+#include "render/view_state.h"
+#include "render_fixture.h"
+
+namespace vt {
+namespace {
+
+using test::RenderTest;
+using test::Rgb;
+
+TEST(AnsiBytesTest, CharactersBecomeWindows1252Bytes) {
+  EXPECT_EQ(AnsiBytes(""), "");
+  EXPECT_EQ(AnsiBytes("A b-9"), "A b-9");
+  EXPECT_EQ(AnsiBytes("caf\xC3\xA9"), "caf\xE9");           // e acute
+  EXPECT_EQ(AnsiBytes("\xE2\x82\xAC" "5"), "\x80" "5");     // euro sign
+  EXPECT_EQ(AnsiBytes("\xE2\x80\x93"), "\x96");             // en dash
+  EXPECT_EQ(AnsiBytes("x\xE4\xB8\xADy"), "x?y");            // outside the code page
+  EXPECT_EQ(AnsiBytes("\xF0\x9F\x98\x80"), "?");            // outside the plane
+  EXPECT_EQ(AnsiBytes("a\xFF" "b"), "a?b");                 // a byte that starts nothing
+  EXPECT_EQ(AnsiBytes("a\xC3"), "a?");                      // cut short
+  EXPECT_EQ(AnsiToUnicode(0x80), 0x20ACu);
+  EXPECT_EQ(AnsiToUnicode(0x81), 0u);
+  EXPECT_EQ(AnsiToUnicode('A'), static_cast<unsigned>('A'));
+  EXPECT_EQ(AnsiToUnicode(0xE9), 0xE9u);
+  // Every character of the code page comes back as its own byte.
+  for (unsigned b = 0x20; b < 0x100; ++b) {
+    const unsigned cp = AnsiToUnicode(static_cast<unsigned char>(b));
+    if (cp == 0 || cp == 0x7F) continue;
+    std::string utf8;
+    if (cp < 0x80) utf8 = std::string(1, static_cast<char>(cp));
+    else if (cp < 0x800) utf8 = {static_cast<char>(0xC0 | (cp >> 6)), static_cast<char>(0x80 | (cp & 0x3F))};
+    else utf8 = {static_cast<char>(0xE0 | (cp >> 12)), static_cast<char>(0x80 | ((cp >> 6) & 0x3F)),
+                 static_cast<char>(0x80 | (cp & 0x3F))};
+    EXPECT_EQ(AnsiBytes(utf8), std::string(1, static_cast<char>(b))) << b;
+  }
+}
+
+// An object of the scene that writes texts with the shared routine, in
+// whatever colour and lighting state it finds.
+class Writer : public CLine {
+ public:
+  struct Item {
+    float x, y, z;
+    std::string text;
+  };
+  std::vector<Item> items;
+  void Draw() override {
+    glEnable(GL_LIGHTING);
+    glColor3f(1, 0, 0);
+    for (const Item& i : items) DrawTextAt(i.x, i.y, i.z, i.text);
+  }
+};
+
+class TextTest : public RenderTest {
+ protected:
+  void TearDown() override {
+    FontFileOverride.clear();
+    RenderTest::TearDown();
+  }
+  Writer* AddWriter() {
+    auto w = std::make_unique<Writer>();
+    w->ID = "LN0900";
+    return static_cast<Writer*>(Doc.Lines.Add(std::move(w), "LN0900"));
+  }
+  // The picture with the labels of these points written by the frame's
+  // label pass, then with the same texts written by DrawTextAt.
+  void CompareLabelPaths(const std::vector<Position*>& points, float offset, bool offsetZ) {
+    for (Position* p : points) p->Symbol = 7;  // only the labels show
+    Frame();
+    const Image windowPath = image_;
+    Writer* w = AddWriter();
+    for (Position* p : points) {
+      p->HideLabel = true;
+      w->items.push_back({p->x + offset, p->y + offset, p->z + (offsetZ ? offset : 0), p->PLabel});
+    }
+    Frame();
+    ASSERT_EQ(windowPath.rgb.size(), image_.rgb.size());
+    int differ = 0, dark = 0;
+    for (size_t i = 0; i < image_.rgb.size(); ++i) {
+      differ += windowPath.rgb[i] != image_.rgb[i] ? 1 : 0;
+      dark += image_.rgb[i] < 128 ? 1 : 0;
+    }
+    EXPECT_EQ(differ, 0);
+    EXPECT_GT(dark, 40);
+  }
+};
+
+TEST_F(TextTest, SharedRoutineWritesBlackWhateverTheStateAndEmptyTextIsNothing) {
+  Writer* w = AddWriter();
+  w->items.push_back({-3, 1, 0, "Hello"});
+  w->items.push_back({-3, -2, 0, ""});
+  w->items.push_back({1, -2, 0, "\xC3\xA9\xC3\xA9"});  // bytes without glyphs
+  Frame();
+  int black = 0, other = 0;
+  for (int y = 0; y < kH; ++y) {
+    for (int x = 0; x < kW; ++x) {
+      const Rgb c = Pixel(x, y);
+      if (c == Rgb{0, 0, 0}) ++black;
+      else if (!IsWhite(c)) ++other;
+    }
+  }
+  EXPECT_GT(black, 20);
+  EXPECT_EQ(other, 0);  // no red, no lit grey
+  EXPECT_GT(DarkPixelsAround(-3, 1, -1, 2), 20);
+  EXPECT_EQ(DarkPixelsAround(-3.5f, -2.5f, 3.5f, -1.2f), 0);
+}
+
+TEST_F(TextTest, LabelPassMatchesTheBitmapGlyphsPixelForPixel) {
+  std::vector<Position*> pts;
+  pts.push_back(AddPoint(-5.93f, 3.31f, 0, "Ag9"));
+  pts.push_back(AddPoint(0.117f, -0.449f, 0, "W1 x"));
+  pts.push_back(AddPoint(6.93f, -5.27f, 0, "Edge"));  // runs off the right edge
+  pts.push_back(AddPoint(-9.5f, 0, 0, "Outside"));    // no valid raster position
+  pts.push_back(AddPoint(2.25f, 2.25f, 0, "\xC3\xA9t\xC3\xA9"));
+  CompareLabelPaths(pts, 0.1f, false);
+}
+
+TEST_F(TextTest, LabelPassMatchesTheBitmapGlyphsInARotatedSpace) {
+  SceneMode = 3;
+  ViewGraph.RotRoll = 111;
+  ViewGraph.RotPitch = -41;
+  ViewGraph.RotYaw = 60;
+  std::vector<Position*> pts;
+  pts.push_back(AddPoint(1.3f, -2.2f, 0.7f, "B7"));
+  pts.push_back(AddPoint(-3.1f, 0.4f, -1.9f, "Zq"));
+  pts.push_back(AddPoint(0.05f, 4.4f, 2.6f, "Mid"));
+  for (Position* p : pts) p->Size = 0;  // balls of no size
+  CompareLabelPaths(pts, 0.3f, true);
+}
+
+TEST_F(TextTest, OutlineGlyphsAreInEmUnitsExtrudedAndAdvance) {
+  ASSERT_NE(FontOutlineSmall, 0u);
+  ASSERT_NE(FontOutlineLarge, 0u);
+  EXPECT_NE(FontOutlineSmall, FontOutlineLarge);
+  // The glyphs drawn flat black, 80 pixels to the unit, origin at pixel
+  // (16, 40); turnY seen from the side (the extrusion then runs along x).
+  // Gives the box of the dark pixels in units, or false when none.
+  struct Box {
+    double x0, x1, y0, y1;
+  };
+  auto draw = [&](unsigned base, const char* text, float turnY, Box& box, float shiftX = 0) {
+    glViewport(0, 0, kW, kH);
+    glClearColor(1, 1, 1, 1);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(-0.2, 1.8, -0.5, 1.0, -10, 10);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glTranslatef(shiftX, 0, 0);
+    glRotatef(turnY, 0, 1, 0);
+    glPushAttrib(GL_ENABLE_BIT);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_DEPTH_TEST);
+    glColor3f(0, 0, 0);
+    glListBase(base);
+    glCallLists(static_cast<GLsizei>(std::strlen(text)), GL_UNSIGNED_BYTE, text);
+    glListBase(0);
+    glPopAttrib();
+    glFinish();
+    image_ = Context().ReadPixels();
+    int x0 = kW, x1 = -1, y0 = kH, y1 = -1;
+    for (int y = 0; y < kH; ++y)
+      for (int x = 0; x < kW; ++x)
+        if (IsDark(Pixel(x, y))) {
+          x0 = std::min(x0, x);
+          x1 = std::max(x1, x + 1);
+          y0 = std::min(y0, y);
+          y1 = std::max(y1, y + 1);
+        }
+    box = {(x0 - 16) / 80.0, (x1 - 16) / 80.0, (y0 - 40) / 80.0, (y1 - 40) / 80.0};
+    return x1 >= 0;
+  };
+  Box one, two, side, small, blank, eacute;
+  ASSERT_TRUE(draw(FontOutlineLarge, "H", 0, one));
+  // A capital under one em high, on the base line.
+  EXPECT_NEAR(one.y0, 0, 0.02);
+  EXPECT_GT(one.y1, 0.6);
+  EXPECT_LT(one.y1, 0.8);
+  // The second glyph stands one advance to the right.
+  ASSERT_TRUE(draw(FontOutlineLarge, "HH", 0, two));
+  const double advance = two.x1 - one.x1;
+  EXPECT_GT(advance, 0.6);
+  EXPECT_LT(advance, 0.9);
+  EXPECT_NEAR(two.x0, one.x0, 0.02);
+  // Seen from the side the glyph is 0.3 deep, from z 0 back to -0.3.
+  ASSERT_TRUE(draw(FontOutlineLarge, "H", 90, side, 0.5f));
+  EXPECT_NEAR(side.x1 - side.x0, 0.3, 0.03);
+  EXPECT_NEAR(side.x0, 0.5 - 0.3, 0.03);
+  // Both sizes are in units of the em.
+  ASSERT_TRUE(draw(FontOutlineSmall, "H", 0, small));
+  EXPECT_NEAR(small.y1, one.y1, 0.02);
+  EXPECT_NEAR(small.x1, one.x1, 0.02);
+  // A blank moves without drawing; codes 128 to 255 have glyphs of their own.
+  EXPECT_FALSE(draw(FontOutlineLarge, " ", 0, blank));
+  ASSERT_TRUE(draw(FontOutlineLarge, "\xE9", 0, eacute));
+  EXPECT_GT(eacute.y1, 0.7);  // the accent stands above the x height
+}
+
+TEST_F(TextTest, AFaceThatCannotBeHadShowsTheMessageAndDrawingGoesOn) {
+  AddPoint(2.33f, 2.27f, 0, "Label");
+  FontFileOverride = "/nonexistent/face.ttf";
+  EXPECT_FALSE(BuildFonts());
+  EXPECT_EQ(FontBitmapBase, 0u);
+  EXPECT_EQ(FontOutlineSmall, 0u);
+  EXPECT_EQ(FontOutlineLarge, 0u);
+  ASSERT_EQ(host_.messages.size(), 3u);
+  for (const auto& m : host_.messages) EXPECT_EQ(m.text, "Unable to create font");
+  ShowAxis = true;
+  Frame();
+  EXPECT_TRUE(Near(At(2.33f, 2.27f), 255, 0, 0, 10));
+  EXPECT_EQ(DarkPixelsAround(2.43f, 2.37f, 4.3f, 3.5f), 0);
+  EXPECT_TRUE(IsDark(At(0, 3.5f)));  // the axes still draw
+
+  FontFileOverride.clear();
+  EXPECT_TRUE(BuildFonts());
+  Frame();
+  EXPECT_GT(DarkPixelsAround(2.43f, 2.37f, 4.3f, 3.5f), 5);
+}
+
+}  // namespace
+}  // namespace vt

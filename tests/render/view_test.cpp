@@ -1,0 +1,300 @@
+// The camera (Cls4), the track ball and the scene matrix, checked on their
+// numbers; the point's pick test.
+#include <cmath>
+
+#include "document/globals.h"
+#include "render/trackball.h"
+#include "render/view_state.h"
+#include "support/fixtures.h"
+
+namespace vt {
+namespace {
+
+using ViewTest = test::DocumentTest;
+
+// The scene matrix applied as glMultMatrixf applies it (column by column).
+void Apply(const float m[16], const float v[3], float out[3]) {
+  for (int r = 0; r < 3; ++r) out[r] = m[r] * v[0] + m[4 + r] * v[1] + m[8 + r] * v[2];
+}
+
+double Norm(const float q[4]) { return std::sqrt(q[0] * q[0] + q[1] * q[1] + q[2] * q[2] + q[3] * q[3]); }
+
+TEST_F(ViewTest, ViewRectangleKeepsTheScreensAspect) {
+  View.SetScreen(400, 200);
+  EXPECT_FLOAT_EQ(View.VolWidth, 80);  // 40 high, twice as wide
+  View.SetViewRect(3, 10);
+  EXPECT_FLOAT_EQ(View.VolHeight, 10);
+  EXPECT_FLOAT_EQ(View.VolWidth, 20);
+  float w, h;
+  View.GetViewRect(w, h);
+  EXPECT_FLOAT_EQ(w, 20);
+  EXPECT_FLOAT_EQ(h, 10);
+}
+
+TEST_F(ViewTest, ScreenOfNoHeightKeepsTheAspectFinite) {
+  View.SetScreen(300, 0);
+  EXPECT_FLOAT_EQ(View.ScreenHeight, 1);
+  EXPECT_TRUE(std::isfinite(View.VolWidth));
+  EXPECT_FLOAT_EQ(View.VolWidth, 40 * 300);
+  View.SetScreen(300, 150);  // the height of the volume survived
+  EXPECT_FLOAT_EQ(View.VolHeight, 40);
+  EXPECT_FLOAT_EQ(View.VolWidth, 80);
+}
+
+TEST_F(ViewTest, ZoomRefusesFactorsAtOrBelowZero) {
+  View.Zoom(0.3f);
+  EXPECT_FLOAT_EQ(View.VolWidth, 12);
+  EXPECT_FLOAT_EQ(View.VolHeight, 12);
+  View.Zoom(0);
+  View.Zoom(-2);
+  EXPECT_FLOAT_EQ(View.VolWidth, 12);
+  View.Zoom(2);
+  EXPECT_FLOAT_EQ(View.VolHeight, 24);
+}
+
+TEST_F(ViewTest, ViewTypesPlaceTheEyeAroundTheReference) {
+  View.SetRef(1, 2, 3);
+  View.SetEye(1, 2, 3);  // eye on the reference: distance 50
+  View.SetViewType(1);
+  EXPECT_FLOAT_EQ(View.EyePos.x, 1);
+  EXPECT_FLOAT_EQ(View.EyePos.z, 53);
+  View.SetViewType(2);
+  EXPECT_FLOAT_EQ(View.EyePos.z, 3 - 50);
+  View.SetViewType(3);
+  EXPECT_FLOAT_EQ(View.EyePos.y, 52);
+  EXPECT_FLOAT_EQ(View.VecUp.z, 1);
+  EXPECT_FLOAT_EQ(View.VecUp.y, 0);
+  View.SetViewType(4);
+  EXPECT_FLOAT_EQ(View.EyePos.y, 2 - 50);
+  View.SetViewType(5);
+  EXPECT_FLOAT_EQ(View.EyePos.x, 51);
+  // Recomputed up: perpendicular to the view, leaning to +y.
+  EXPECT_NEAR(View.VecUp.x, 0, 1e-6);
+  EXPECT_NEAR(View.VecUp.y, 1, 1e-6);
+  View.SetViewType(6);
+  EXPECT_FLOAT_EQ(View.EyePos.x, 1 - 50);
+  const float k = static_cast<float>(50 / std::sqrt(3.0));
+  View.SetViewType(7);
+  EXPECT_NEAR(View.EyePos.x, 1 - k, 1e-4);
+  EXPECT_NEAR(View.EyePos.y, 2 + k, 1e-4);
+  EXPECT_NEAR(View.EyePos.z, 3 - k, 1e-4);
+  const double dx = View.RefPos.x - View.EyePos.x, dy = View.RefPos.y - View.EyePos.y,
+               dz = View.RefPos.z - View.EyePos.z;
+  EXPECT_NEAR(dx * View.VecUp.x + dy * View.VecUp.y + dz * View.VecUp.z, 0, 1e-3);
+  EXPECT_GT(View.VecUp.y, 0);
+  View.SetViewType(8);
+  EXPECT_NEAR(View.EyePos.x, 1 + k, 1e-4);
+  EXPECT_NEAR(View.EyePos.y, 2 - k, 1e-4);
+  View.SetViewType(9);
+  EXPECT_NEAR(View.EyePos.z, 3 + k, 1e-4);
+  View.SetViewType(10);
+  EXPECT_NEAR(View.EyePos.z, 3 - k, 1e-4);
+  // A far eye is brought to 10000.
+  View.SetEye(1, 2, 3 + 40000);
+  View.SetViewType(1);
+  EXPECT_FLOAT_EQ(View.EyePos.z, 3 + 10000);
+  View.SetViewType(11);  // no such type: nothing moves
+  EXPECT_FLOAT_EQ(View.EyePos.z, 3 + 10000);
+}
+
+TEST_F(ViewTest, MoveViewMakesThePictureFollowTheMouse) {
+  View.SetScreen(200, 100);  // 80 x 40
+  View.MoveView(0.25f, 0);
+  EXPECT_FLOAT_EQ(View.RefPos.x, -20);
+  EXPECT_FLOAT_EQ(View.EyePos.x, -20);
+  EXPECT_FLOAT_EQ(View.EyePos.z, 50);
+  View.MoveView(0, -0.5f);
+  EXPECT_FLOAT_EQ(View.RefPos.y, 20);
+  EXPECT_FLOAT_EQ(View.EyePos.y, 20);
+}
+
+TEST_F(ViewTest, ZoomAllCentresTheBoxInScaleUnits) {
+  View.SetScreen(200, 100);
+  ScaleX = 2;
+  CBox box;
+  box.MinX = -2;
+  box.MaxX = 6;  // 4 wide in axis units
+  box.MinY = -1;
+  box.MaxY = 2;
+  box.MinZ = 0;
+  box.MaxZ = 1;
+  View.ZoomAll(box);
+  EXPECT_FLOAT_EQ(View.VolHeight, 4);
+  EXPECT_FLOAT_EQ(View.VolWidth, 8);
+  EXPECT_FLOAT_EQ(View.RefPos.x, 1);
+  EXPECT_FLOAT_EQ(View.RefPos.y, 0.5f);
+  EXPECT_FLOAT_EQ(View.RefPos.z, 0.5f);
+  EXPECT_FLOAT_EQ(View.EyePos.x, 1);  // the eye moved with it
+  EXPECT_FLOAT_EQ(View.EyePos.z, 50.5f);
+  CBox dot;  // a box of no extent keeps the rectangle
+  View.ZoomAll(dot);
+  EXPECT_FLOAT_EQ(View.VolHeight, 4);
+  EXPECT_FLOAT_EQ(View.RefPos.x, 0);
+}
+
+TEST_F(ViewTest, RotateViewTurnsTheEyeAboutTheReference) {
+  View.SetRef(1, 0, 0);
+  View.SetEye(1, 0, 10);
+  View.RotateView(static_cast<float>(M_PI / 2), 0, 1, 0);
+  EXPECT_NEAR(View.EyePos.x, 11, 1e-5);
+  EXPECT_NEAR(View.EyePos.y, 0, 1e-5);
+  EXPECT_NEAR(View.EyePos.z, 0, 1e-5);
+  View.RotateView(0.7f, 1, 2, 3);
+  const double dx = View.EyePos.x - 1, dy = View.EyePos.y, dz = View.EyePos.z;
+  EXPECT_NEAR(std::sqrt(dx * dx + dy * dy + dz * dz), 10, 1e-4);
+}
+
+TEST_F(ViewTest, ZeroLengthDragGivesTheIdentity) {
+  float q[4] = {9, 9, 9, 9};
+  for (int mode = 1; mode <= 4; ++mode) {
+    TrackBall(q, 0.3f, -0.2f, 0.3f, -0.2f, mode);
+    EXPECT_EQ(q[0], 0);
+    EXPECT_EQ(q[1], 0);
+    EXPECT_EQ(q[2], 0);
+    EXPECT_EQ(q[3], 1);
+  }
+  TrackBall(q, 0, 0, 0, 0, 0);
+  EXPECT_EQ(q[3], 1);
+}
+
+TEST_F(ViewTest, TrackBallAngleFollowsTheBallAndItsHyperbola) {
+  float q[4];
+  // Both points on the sphere of radius 0.5: z 0.5 and 0.4.
+  TrackBall(q, 0, 0, 0.3f, 0, 1);
+  const double t1 = std::sqrt(0.09 + 0.01);
+  EXPECT_NEAR(q[3], std::cos(std::asin(t1)), 1e-6);
+  // Beyond 0.5 * 7071/10000 the hyperbola (0.5/1.414)^2 / d takes over.
+  TrackBall(q, 0, 0, 0.4f, 0, 1);
+  const double t = 0.5 / 1414 * 1000, z = t * t / 0.4;
+  const double t2 = std::sqrt(0.16 + (0.5 - z) * (0.5 - z));
+  EXPECT_NEAR(q[3], std::cos(std::asin(t2)), 1e-6);
+  // Long drags are clamped to half a turn.
+  TrackBall(q, -1, 0, 1, 0, 1);
+  EXPECT_NEAR(q[3], 0, 1e-6);
+}
+
+TEST_F(ViewTest, DragCarriesTheSceneAlongWithTheMouse) {
+  SceneChanged = false;
+  RotateMode = 1;
+  // A drag to the right on a 200 x 200 canvas.
+  RotateSceneByDrag(100, 100, 130, 100, 200, 200);
+  EXPECT_TRUE(SceneChanged);
+  UpdateSceneMatrix();
+  const float front[3] = {0, 0, 1};
+  float moved[3];
+  Apply(SceneMatrix, front, moved);
+  EXPECT_GT(moved[0], 0.5f);  // the point nearest the eye went right
+  EXPECT_NEAR(moved[1], 0, 1e-5);
+  // The point now on the screen's x axis is on the axis of the next drag, an
+  // upward one: that drag turns about the screen's axis, so it stays.
+  float onAxis[3];
+  for (int r = 0; r < 3; ++r) onAxis[r] = SceneMatrix[4 * r];  // the inverse takes (1, 0, 0) back
+  RotateSceneByDrag(100, 100, 100, 70, 200, 200);
+  UpdateSceneMatrix();
+  float still[3];
+  Apply(SceneMatrix, onAxis, still);
+  EXPECT_NEAR(still[0], 1, 1e-4);
+  EXPECT_NEAR(still[1], 0, 1e-4);
+  float up[3];
+  Apply(SceneMatrix, front, up);
+  EXPECT_GT(up[1], 0.4f);  // and the near point went up
+}
+
+TEST_F(ViewTest, AxisModesTurnAboutFixedAxesWithTheSignOfTheDrag) {
+  float q[4];
+  TrackBall(q, 0.2f, 0, -0.1f, 0, 2);  // start x beyond end x
+  EXPECT_EQ(q[0], 0);
+  EXPECT_EQ(q[1], 0);
+  EXPECT_LT(q[2], 0);
+  TrackBall(q, -0.2f, 0, 0.1f, 0.3f, 2);
+  EXPECT_GT(q[2], 0);
+  TrackBall(q, 0, 0.3f, 0.1f, 0.3f, 3);  // start y at end y
+  EXPECT_LT(q[0], 0);
+  EXPECT_EQ(q[1], 0);
+  TrackBall(q, 0, -0.3f, 0, 0.3f, 3);
+  EXPECT_GT(q[0], 0);
+  TrackBall(q, 0, 0.5f, 0, 0.1f, 4);
+  EXPECT_LT(q[1], 0);
+  EXPECT_EQ(q[2], 0);
+  TrackBall(q, 0, 0.1f, 0, 0.5f, 4);
+  EXPECT_GT(q[1], 0);
+  EXPECT_NEAR(Norm(q), 1, 1e-6);
+}
+
+TEST_F(ViewTest, CompositionRenormalisesAtIntervals) {
+  // A quaternion 1 % too long grows with every composition, until the
+  // renormalisation brings it back within at most 97 steps.
+  float q[4] = {0, 0, 0, 1};
+  const float step[4] = {0, 0, 0, 1.01f};
+  bool cameBack = false;
+  double highest = 0;
+  for (int i = 0; i < 200; ++i) {
+    ComposeQuat(step, q, q);
+    highest = std::max(highest, Norm(q));
+    if (i > 0 && std::fabs(Norm(q) - 1) < 1e-5) cameBack = true;
+  }
+  EXPECT_TRUE(cameBack);
+  EXPECT_LT(highest, std::pow(1.01, 98));
+  EXPECT_GT(highest, 1.5);
+}
+
+TEST_F(ViewTest, IsoAnglesStandTheZAxisUp) {
+  SceneChanged = false;
+  ViewGraph.RotRoll = 111;
+  ViewGraph.RotPitch = -41;
+  ViewGraph.RotYaw = 60;
+  UpdateSceneMatrix();
+  const float x[3] = {1, 0, 0}, y[3] = {0, 1, 0}, z[3] = {0, 0, 1};
+  float sx[3], sy[3], sz[3];
+  Apply(SceneMatrix, x, sx);
+  Apply(SceneMatrix, y, sy);
+  Apply(SceneMatrix, z, sz);
+  EXPECT_NEAR(sz[0], 0, 0.01);  // z straight up the screen
+  EXPECT_GT(sz[1], 0.9f);
+  EXPECT_LT(sx[0], -0.6f);  // x to the lower left, y to the lower right
+  EXPECT_LT(sx[1], 0);
+  EXPECT_GT(sy[0], 0.6f);
+  EXPECT_LT(sy[1], 0);
+  // The angles' rotation is kept as the quaternion a drag continues from.
+  EXPECT_NEAR(Norm(SceneQuat), 1, 1e-5);
+  float again[16];
+  QuatToMatrix(SceneQuat, again);
+  for (int i = 0; i < 16; ++i) EXPECT_NEAR(again[i], SceneMatrix[i], 1e-6);
+  // With SceneChanged the matrix comes from the quaternion, not the angles.
+  SceneChanged = true;
+  ViewGraph.RotRoll = 0;
+  UpdateSceneMatrix();
+  for (int i = 0; i < 16; ++i) EXPECT_NEAR(again[i], SceneMatrix[i], 1e-6);
+}
+
+TEST_F(ViewTest, PointPickIsStrictAtTwoTenths) {
+  Position p(0.2f, 0, 0);
+  const Position top(0, 0, 50), bottom(0, 0, -50);
+  EXPECT_FALSE(p.Pick(top, bottom));
+  p.Set(0.199f, 0, 0);
+  EXPECT_TRUE(p.Pick(top, bottom));
+  p.Set(0.12f, 0.15f, 3);
+  EXPECT_TRUE(p.Pick(top, bottom));  // 0.192 from the ray
+  p.Set(0.15f, 0.15f, 3);
+  EXPECT_FALSE(p.Pick(top, bottom));  // 0.212
+  // The scene-point form takes the ray from the far and near points.
+  p.Set(0.1f, 0, 0);
+  EXPECT_TRUE(p.Pick(Position(9, 9, 9), bottom, top));
+}
+
+TEST_F(ViewTest, PointPickCountsFarZAsZero) {
+  // The ray of a flat view: from z 50 to a far end 1950 below the plane. Its
+  // far z counts as 0, so the ray ends on the plane at (0.3, 0).
+  const Position nearEnd(0, 0, 50), farEnd(0.3f, 0, -1950);
+  Position p(0.3f, 0, 0);
+  EXPECT_TRUE(p.Pick(nearEnd, farEnd));
+  // The same ray with a far end above -900 keeps its z: it passes the plane
+  // at x 0.0075, 0.29 from the point.
+  const Position shortFar(0.3f * 850 / 2000, 0, -800);
+  EXPECT_FALSE(p.Pick(nearEnd, shortFar));
+  Position q(0, 0, 0);
+  EXPECT_TRUE(q.Pick(nearEnd, shortFar));
+}
+
+}  // namespace
+}  // namespace vt
