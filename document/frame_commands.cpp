@@ -7,6 +7,7 @@
 #include "persist/docio.h"
 #include "render/frame.h"
 #include "render/view_state.h"
+#include "tools/canvas_input.h"
 
 namespace vt {
 
@@ -51,6 +52,7 @@ void StartUp(const std::string& commandLine, bool haveContext) {
   SceneChanged = false;
   SceneQuat[0] = SceneQuat[1] = SceneQuat[2] = 0;
   SceneQuat[3] = 1;
+  if (Hooks.registerFileType) Hooks.registerFileType();
   if (!commandLine.empty()) {
     OpenFile(commandLine);
     CurrentFilePath = commandLine;
@@ -59,6 +61,7 @@ void StartUp(const std::string& commandLine, bool haveContext) {
   }
   ActiveTool = 11;
   LineToolKind = 1;
+  MakeTools();
   SetViewToggles(false, false, false, false);
   AniDefaultStep = 5.0f;
   AniDefaultAngle = 90.0f;

@@ -1,0 +1,20 @@
+#include "app/surface_format.h"
+
+#include <QSurfaceFormat>
+
+namespace vt::app {
+
+void SetCanvasSurfaceFormat() {
+  QSurfaceFormat format;
+  format.setRenderableType(QSurfaceFormat::OpenGL);
+  format.setProfile(QSurfaceFormat::CompatibilityProfile);
+  format.setVersion(2, 1);
+  format.setSwapBehavior(QSurfaceFormat::DoubleBuffer);
+  format.setRedBufferSize(8);
+  format.setGreenBufferSize(8);
+  format.setBlueBufferSize(8);
+  format.setDepthBufferSize(24);
+  QSurfaceFormat::setDefaultFormat(format);
+}
+
+}  // namespace vt::app

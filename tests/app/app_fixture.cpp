@@ -1,0 +1,100 @@
+#include "app_fixture.h"
+
+#include <GL/glu.h>
+
+#include "document/command_table.h"
+#include "document/frame_commands.h"
+#include "render/frame.h"
+#include "render/view_state.h"
+
+namespace vt::test {
+
+void RecordingTool::Record(const char* op, Position& v, Position& s, float X, float Y, Position& f, Position& n) {
+  ToolCall c;
+  c.tool = name_;
+  c.op = op;
+  c.X = X;
+  c.Y = Y;
+  c.viewPoint = v;
+  c.scenePoint = s;
+  c.farPoint = f;
+  c.nearPoint = n;
+  if (HaveContext()) {
+    glGetDoublev(GL_MODELVIEW_MATRIX, c.model);
+    glGetDoublev(GL_PROJECTION_MATRIX, c.proj);
+    glGetIntegerv(GL_VIEWPORT, c.viewport);
+  }
+  log_->push_back(c);
+}
+
+void RegisterRecordingTools(std::vector<ToolCall>* log, int* selectsMade) {
+  auto factory = [log](const char* name) {
+    return [log, name] { return std::make_unique<RecordingTool>(name, log); };
+  };
+  RegisterTool(ToolSlot::Point, factory("point"));
+  RegisterTool(ToolSlot::Line, factory("line"));
+  RegisterTool(ToolSlot::Circle, factory("circle"));
+  RegisterTool(ToolSlot::Text, factory("text"));
+  RegisterTool(ToolSlot::Select, [log, selectsMade] {
+    ++*selectsMade;
+    return std::make_unique<RecordingTool>("select", log);
+  });
+}
+
+void UnregisterTools() {
+  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text, ToolSlot::Select})
+    RegisterTool(s, {});
+  MakeTools();
+}
+
+void CanvasTest::SetUp() {
+  DocumentTest::SetUp();
+  std::string error;
+  if (!context_.Create(kWidth, kHeight, error)) GTEST_SKIP() << "no offscreen context: " << error;
+  ASSERT_TRUE(Initialize());
+  host_.canvasWidth = kWidth;
+  host_.canvasHeight = kHeight;
+  View.SetScreen(kWidth, kHeight);
+  RegisterRecordingTools(&log_, &selectsMade_);
+  MakeTools();
+  Hooks.syntheticMouseMove = SyntheticMouseMove;
+  mnuFileNew2D_Click();
+}
+
+void CanvasTest::TearDown() {
+  UnregisterTools();
+  CanvasWindow = CanvasHooks{};
+  Hooks = FrameHooks{};
+  for (Kind k : kAllKinds) RegisterEditDialog(k, {});
+  if (context_.valid()) {
+    ReleaseContext();
+    context_.Destroy();
+  }
+  DocumentTest::TearDown();
+}
+
+bool CanvasTest::ScreenOf(float x, float y, float z, float& X, float& Y) {
+  GLdouble model[16], proj[16];
+  GLint vp[4];
+  glMatrixMode(GL_MODELVIEW);
+  glPushMatrix();
+  glMultMatrixf(SceneMatrix);
+  glGetDoublev(GL_MODELVIEW_MATRIX, model);
+  glPopMatrix();
+  glGetDoublev(GL_PROJECTION_MATRIX, proj);
+  glGetIntegerv(GL_VIEWPORT, vp);
+  GLdouble wx, wy, wz;
+  if (gluProject(x, y, z, model, proj, vp, &wx, &wy, &wz) != GL_TRUE) return false;
+  X = static_cast<float>(wx);
+  Y = static_cast<float>(vp[3] - wy);
+  return true;
+}
+
+std::vector<ToolCall> CanvasTest::Calls(const std::string& tool, const std::string& op) const {
+  std::vector<ToolCall> out;
+  for (const ToolCall& c : log_)
+    if (c.tool == tool && c.op == op) out.push_back(c);
+  return out;
+}
+
+}  // namespace vt::test

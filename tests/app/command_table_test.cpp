@@ -1,0 +1,326 @@
+// The command surface as data (menu tree, toolbars, command names), the
+// handler registry and DoCommand, and the frame's own commands that need the
+// canvas or the desktop: print, copy as bitmap, hide and show, help.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+#include "app_fixture.h"
+#include "document/command_table.h"
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/undo.h"
+
+namespace vt::test {
+namespace {
+
+bool IsMainMenuItem(const MenuItemDef& m) {
+  if (m.role != MenuRole::Item) return false;
+  // Walk up to the menu bar; context menus have a Popup at the top.
+  const MenuItemDef* p = FindMenuItem(m.parent);
+  while (p && *p->parent) p = FindMenuItem(p->parent);
+  return p && p->role == MenuRole::Menu;
+}
+
+std::set<std::string> MainMenuHandlers() {
+  std::set<std::string> h;
+  for (const MenuItemDef& m : MenuTable())
+    if (IsMainMenuItem(m)) h.insert(m.handler);
+  return h;
+}
+
+TEST(MenuTableTest, TheTreeIsWellFormedAndEveryItemRunsAMainMenuHandler) {
+  std::set<std::string> names;
+  for (const MenuItemDef& m : MenuTable()) {
+    EXPECT_TRUE(names.insert(m.name).second) << "twice: " << m.name;
+    if (*m.parent) {
+      const MenuItemDef* parent = FindMenuItem(m.parent);
+      ASSERT_NE(parent, nullptr) << m.name;
+      EXPECT_NE(parent->role, MenuRole::Item) << m.name;
+      EXPECT_TRUE(names.count(m.parent)) << m.name << " comes before its menu";
+    } else {
+      EXPECT_NE(m.role, MenuRole::Item) << m.name;
+    }
+    if (m.role == MenuRole::Item) {
+      EXPECT_TRUE(*m.handler) << m.name;
+    }
+  }
+  const std::set<std::string> main = MainMenuHandlers();
+  // A main menu item runs its own handler; a twin in GraphEdit forwards to a
+  // main menu item of the same sense.
+  for (const MenuItemDef& m : MenuTable()) {
+    if (IsMainMenuItem(m)) {
+      EXPECT_STREQ(m.name, m.handler);
+    }
+    if (m.role == MenuRole::Item && std::string(m.parent) == "GraphEdit") {
+      EXPECT_TRUE(main.count(m.handler)) << m.name;
+    }
+  }
+  // The menu bar in order, and the two context menus.
+  std::vector<std::string> bar;
+  for (const MenuItemDef& m : MenuTable())
+    if (!*m.parent) bar.push_back(std::string(m.caption) + (m.role == MenuRole::Popup ? "*" : ""));
+  EXPECT_EQ(bar, (std::vector<std::string>{"File", "Edit", "View", "Draw", "Measurement", "Transform", "Animation",
+                                           "Help", "GraphEdit*", "FunEdit*"}));
+  // Toggles carry check marks in both menus.
+  for (const char* n : {"mnuViewAxis", "mnuViewGrid", "mnuViewSnap", "mnuViewCoordLines", "mnuGraphShowAxis",
+                        "mnuGraphShowGrid", "mnuGraphSnap", "mnuGraphShowCoordLines"})
+    EXPECT_TRUE(FindMenuItem(n)->check) << n;
+}
+
+TEST(MenuTableTest, CommandNamesMapToMainMenuHandlersWithTheKeptQuirks) {
+  const auto& table = CommandTable();
+  ASSERT_FALSE(table.empty());
+  EXPECT_STREQ(table.front().command, "File-New");
+  EXPECT_STREQ(table.back().command, "Animation-Add a Locus");
+  const std::set<std::string> main = MainMenuHandlers();
+  std::set<std::string> commands;
+  for (const CommandNameDef& c : table) {
+    EXPECT_TRUE(commands.insert(c.command).second) << "twice: " << c.command;
+    EXPECT_TRUE(main.count(c.handler)) << c.command << " -> " << c.handler;
+    // "Menu-Caption" names the menu of the handler's item.
+    const std::string command = c.command;
+    const std::string menu = command.substr(0, command.find('-'));
+    const MenuItemDef* item = FindMenuItem(c.handler);
+    const MenuItemDef* top = item;
+    while (top && *top->parent) top = FindMenuItem(top->parent);
+    ASSERT_NE(top, nullptr);
+    EXPECT_EQ(menu, top->caption) << command;
+  }
+  EXPECT_STREQ(CommandHandler("Draw-Paralell Line"), "mnuParaLine");
+  EXPECT_EQ(CommandHandler("Draw-Parallel Line"), nullptr);
+  EXPECT_STREQ(CommandHandler("Edit-Point Properties"), "mnuSelTexts");
+  EXPECT_STREQ(CommandHandler("Edit-Select All Texts"), "mnuSelTexts");
+  EXPECT_STREQ(CommandHandler("View-2D"), "mnuFileNew2D");
+  EXPECT_EQ(CommandHandler("edit-copy"), nullptr);
+  EXPECT_EQ(CommandHandler(""), nullptr);
+}
+
+TEST(MenuTableTest, ToolbarsHaveUniqueIndicesHoverTextsAndHandlersOfTheMenu) {
+  const std::set<std::string> main = MainMenuHandlers();
+  for (int tb = 1; tb <= 2; ++tb) {
+    std::set<int> indices;
+    std::set<std::string> texts;
+    int buttons = 0;
+    for (const ToolbarButtonDef& b : ToolbarTable()) {
+      if (b.toolbar != tb) continue;
+      ++buttons;
+      EXPECT_TRUE(indices.insert(b.index).second) << tb << ":" << b.index;
+      EXPECT_TRUE(texts.insert(b.status).second) << b.status;
+      EXPECT_TRUE(main.count(b.handler)) << b.handler;
+      EXPECT_TRUE(*b.icon);
+    }
+    EXPECT_EQ(buttons, tb == 1 ? 28 : 29);
+    EXPECT_EQ(ToolbarLength(tb), tb == 1 ? 36 : 34);
+  }
+  EXPECT_STREQ(FindToolbarButton(1, 14)->handler, "mnuFUndo");
+  EXPECT_STREQ(FindToolbarButton(1, 15)->handler, "mnuFRedo");
+  EXPECT_EQ(FindToolbarButton(1, 22), nullptr);  // a separator
+  for (int i = 23; i <= 26; ++i) EXPECT_TRUE(FindToolbarButton(1, i)->check);
+  // Each drop-down sits on a button and runs a command of the button's menu.
+  for (const DropDownDef& d : DropDownTable()) {
+    const ToolbarButtonDef* b = FindToolbarButton(d.toolbar, d.index);
+    ASSERT_NE(b, nullptr) << d.key;
+    EXPECT_STREQ(FindMenuItem(d.handler)->parent, FindMenuItem(b->handler)->parent) << d.key;
+  }
+}
+
+class HandlerTest : public DocumentTest {
+ protected:
+  void SetUp() override {
+    DocumentTest::SetUp();
+    ClearHandlers();
+  }
+  void TearDown() override {
+    ClearHandlers();
+    DocumentTest::TearDown();
+  }
+};
+
+TEST_F(HandlerTest, DoCommandRunsTheHandlerOfEachNameAndNothingForOthers) {
+  std::vector<std::string> ran;
+  for (const std::string& h : MainMenuHandlers()) RegisterHandler(h, [&ran, h] { ran.push_back(h); });
+  for (const CommandNameDef& c : CommandTable()) {
+    ran.clear();
+    EXPECT_TRUE(DoCommand(c.command)) << c.command;
+    ASSERT_EQ(ran.size(), 1u) << c.command;
+    EXPECT_EQ(ran[0], c.handler);
+  }
+  ran.clear();
+  EXPECT_FALSE(DoCommand("Draw-Parallel Line"));
+  EXPECT_FALSE(DoCommand("File-Quit"));
+  EXPECT_TRUE(ran.empty());
+  // A name whose handler is not wired yet does nothing either.
+  UnregisterHandler("mnuMiddleP");
+  EXPECT_FALSE(DoCommand("Draw-Middle Point"));
+  EXPECT_TRUE(ran.empty());
+}
+
+TEST_F(HandlerTest, FrameCommandsWireUndoTogglesAndToolsWithTheirStates) {
+  RegisterFrameCommands();
+  EXPECT_TRUE(HandlerRegistered("mnuFileNew"));
+  EXPECT_FALSE(HandlerRegistered("mnuMiddleP"));  // a later command
+  EXPECT_FALSE(HandlerRegistered("mnuFileExit"));  // the window's own
+  // Undo is off at start and on after the first change.
+  EXPECT_FALSE(HandlerEnabled("mnuFUndo"));
+  EXPECT_TRUE(DoCommand("Edit-Undo"));  // does nothing harmful
+  EXPECT_EQ(UndoCount, 1);
+  AddPoint(1, 2);
+  PushSnapshot();
+  EXPECT_TRUE(HandlerEnabled("mnuFUndo"));
+  EXPECT_TRUE(DoCommand("Edit-Delete All"));
+  EXPECT_EQ(Doc.Points.count(), 0);
+  EXPECT_FALSE(HandlerEnabled("mnuFRedo"));
+  EXPECT_TRUE(DoCommand("Edit-Undo"));
+  EXPECT_EQ(Doc.Points.count(), 1);
+  EXPECT_TRUE(HandlerEnabled("mnuFRedo"));
+  EXPECT_TRUE(DoCommand("Edit-Undo"));
+  EXPECT_FALSE(HandlerEnabled("mnuFUndo"));
+  // A toggle flips its flag and its check.
+  const bool grid = ShowGrid;
+  EXPECT_TRUE(DoCommand("View-Show/Hide Grid"));
+  EXPECT_NE(ShowGrid, grid);
+  EXPECT_EQ(HandlerChecked("mnuViewGrid"), ShowGrid);
+  // Tool commands wait for their tools.
+  EXPECT_FALSE(HandlerEnabled("mnuDrawSeg"));
+  std::vector<ToolCall> log;
+  int made = 0;
+  RegisterRecordingTools(&log, &made);
+  EXPECT_TRUE(HandlerEnabled("mnuDrawSeg"));
+  EXPECT_TRUE(DoCommand("Draw-Segment"));
+  EXPECT_TRUE(HandlerChecked("mnuDrawSeg"));
+  EXPECT_FALSE(HandlerChecked("mnuSelect"));
+  EXPECT_TRUE(DoCommand("View-Zoom"));
+  EXPECT_TRUE(HandlerChecked("mnuViewZoom"));
+  UnregisterTools();
+}
+
+TEST_F(HandlerTest, HideSelectedAndShowAllAreUndoSteps) {
+  RegisterFrameCommands();
+  Position* a = AddPoint(0, 0);
+  Position* b = AddPoint(1, 0);
+  SelectObject(*a);
+  const int undo = UndoCount;
+  EXPECT_TRUE(DoCommand("View-Hide Selected"));
+  EXPECT_TRUE(a->Hide);
+  EXPECT_FALSE(b->Hide);
+  EXPECT_EQ(Sel.Points.count(), 0);
+  EXPECT_EQ(UndoCount, undo + 1);
+  b->Hide = true;
+  EXPECT_TRUE(DoCommand("View-Show All"));
+  EXPECT_FALSE(a->Hide || b->Hide);
+  EXPECT_EQ(UndoCount, undo + 2);
+}
+
+// ---- capture, bitmaps, print, copy as bitmap, help ----------------------------------
+
+Image Pattern(int w, int h) {
+  Image img;
+  img.width = w;
+  img.height = h;
+  img.rgb.resize(static_cast<size_t>(w) * h * 3);
+  for (size_t i = 0; i < img.rgb.size(); ++i) img.rgb[i] = static_cast<std::uint8_t>((i * 37 + i / 7) & 0xFF);
+  return img;
+}
+
+TEST_F(HandlerTest, TheCaptureDropsTwoPixelsWhenARowIsNotWholeWords) {
+  for (const auto& [w, expected] : std::vector<std::pair<int, int>>{{800, 800}, {802, 800}, {801, 799}, {4, 4}}) {
+    host_.canvasImage = Pattern(w, 3);
+    const Image c = CaptureCanvasBitmap();
+    EXPECT_EQ(c.width, expected) << w;
+    ASSERT_EQ(c.height, 3);
+    // Row 2 starts with row 2 of the source.
+    EXPECT_EQ(c.rgb[static_cast<size_t>(2) * expected * 3], host_.canvasImage.rgb[static_cast<size_t>(2) * w * 3]);
+  }
+  host_.canvasImage = Image();
+  EXPECT_TRUE(CaptureCanvasBitmap().empty());
+}
+
+TEST_F(HandlerTest, BitmapFilesRoundTripAndDamagedOnesAreRefused) {
+  TempDir dir;
+  const Image img = Pattern(7, 5);  // rows of 21 bytes, padded to 24
+  ASSERT_TRUE(WriteBitmapFile(dir.path("a.bmp"), img));
+  EXPECT_EQ(std::filesystem::file_size(dir.path("a.bmp")), 54u + 24u * 5u);
+  Image back;
+  ASSERT_TRUE(ReadBitmapFile(dir.path("a.bmp"), back));
+  EXPECT_EQ(back.width, 7);
+  EXPECT_EQ(back.height, 5);
+  EXPECT_EQ(back.rgb, img.rgb);
+
+  std::string bytes;
+  {
+    std::ifstream f(dir.path("a.bmp"), std::ios::binary);
+    bytes.assign(std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>());
+  }
+  auto refused = [&](const std::string& content) {
+    std::ofstream(dir.path("b.bmp"), std::ios::binary) << content;
+    Image out = img;
+    const bool ok = ReadBitmapFile(dir.path("b.bmp"), out);
+    return !ok && out.rgb == img.rgb;  // a refused file leaves the picture alone
+  };
+  EXPECT_TRUE(refused(bytes.substr(0, bytes.size() - 10)));  // cut short
+  std::string eightBit = bytes;
+  eightBit[28] = 8;
+  EXPECT_TRUE(refused(eightBit));
+  EXPECT_TRUE(refused("not a bitmap at all, but long enough to have a header of fifty-four bytes"));
+  EXPECT_FALSE(ReadBitmapFile(dir.path("missing.bmp"), back));
+  EXPECT_FALSE(WriteBitmapFile(dir.path("no/such/folder/c.bmp"), img));
+}
+
+TEST_F(HandlerTest, CopyAsBitmapGoesThroughTempBmpInTheProgramFolder) {
+  TempDir dir;
+  SystemFolder = dir.dir();
+  host_.canvasImage = Pattern(10, 4);
+  mnuEditCopyAs_Click();
+  EXPECT_TRUE(std::filesystem::exists(dir.path("temp.bmp")));
+  EXPECT_EQ(host_.clipboardImage.width, 8);  // 30 bytes a row is not whole words
+  EXPECT_EQ(host_.clipboardImage.rgb, CaptureCanvasBitmap().rgb);
+
+  // A folder that cannot be written: the picture still reaches the clipboard.
+  SystemFolder = dir.path("no/such/folder");
+  host_.clipboardImage = Image();
+  host_.canvasImage = Pattern(12, 4);
+  mnuEditCopyAs_Click();
+  EXPECT_EQ(host_.clipboardImage.width, 12);
+  EXPECT_EQ(host_.clipboardImage.rgb, host_.canvasImage.rgb);
+}
+
+TEST_F(HandlerTest, PrintSendsTheCapturedPictureAndACancelledDialogPrintsNothing) {
+  host_.canvasImage = Pattern(6, 6);
+  mnuFilePrint_Click();
+  ASSERT_EQ(host_.printed.size(), 1u);
+  EXPECT_EQ(host_.printed[0].width, 4);
+  host_.printAccepts = false;
+  mnuFilePrint_Click();
+  EXPECT_EQ(host_.printed.size(), 1u);
+  host_.canvasImage = Image();
+  host_.printAccepts = true;
+  mnuFilePrint_Click();
+  EXPECT_EQ(host_.printed.size(), 1u);
+}
+
+TEST_F(HandlerTest, HelpOpensThePageBesideTheProgramAndTheLinksLeadToTheProjectSite) {
+  TempDir dir;
+  HelpFile = dir.path("index.html");
+  mnuHelpCon_Click();
+  EXPECT_TRUE(host_.openedPaths.empty());
+  EXPECT_NE(host_.LastMessage().find("cannot be found"), std::string::npos);
+  std::ofstream(HelpFile) << "<html></html>";
+  mnuHelpCon_Click();
+  ASSERT_EQ(host_.openedPaths.size(), 1u);
+  EXPECT_EQ(host_.openedPaths[0], HelpFile);
+
+  for (auto* command : {mnuHelpHome_Click, mnuHelpCus_Click, mnuHelpVideo_Click, mnuHelpTwitter_Click}) command();
+  ASSERT_EQ(host_.openedPaths.size(), 5u);
+  std::set<std::string> pages(host_.openedPaths.begin() + 1, host_.openedPaths.end());
+  EXPECT_EQ(pages.size(), 4u);
+  for (const std::string& p : pages) EXPECT_EQ(p.rfind(kProjectSite, 0), 0u) << p;
+
+  mnuHelpAbout_Click();
+  EXPECT_NE(host_.LastMessage().find(VANTREL_VERSION), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vt::test

@@ -1,0 +1,725 @@
+// The main window under a real display: start-up on the start document, the
+// menus and toolbars built from the tables, the mirrors of the toggles and of
+// undo, dialogs of New and Open, the canvas's mouse input, the clipboard,
+// printing, help and the desktop registration.
+#include <GL/gl.h>
+#include <GL/glu.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QProcess>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+#include <QtTest>
+#include <functional>
+#include <memory>
+
+#include "app/canvas.h"
+#include "app/frmF1.h"
+#include "app/surface_format.h"
+#include "app/svg_icon.h"
+#include "document/command_table.h"
+#include "document/document.h"
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/undo.h"
+#include "persist/docio.h"
+#include "render/view_state.h"
+#include "tools/canvas_input.h"
+
+using namespace vt;
+using vt::app::Canvas;
+using vt::app::frmF1;
+
+namespace {
+
+// A tool that keeps its calls with the GL matrices of the moment.
+struct Call {
+  QString op;
+  float X, Y;
+  Position scene;
+  GLdouble model[16], proj[16];
+  GLint viewport[4];
+};
+
+class RecordingTool : public CCommand {
+ public:
+  explicit RecordingTool(std::vector<Call>* log) : log_(log) {}
+  void RButtonDown(Position&, Position& s, float& X, float& Y, Position&, Position&) override { Add("R", s, X, Y); }
+  void MouseMove(Position&, Position& s, float& X, float& Y, Position&, Position&) override { Add("M", s, X, Y); }
+  void LButtonDown(Position&, Position& s, float& X, float& Y, Position&, Position&) override { Add("L", s, X, Y); }
+
+ private:
+  void Add(const char* op, const Position& s, float X, float Y) {
+    Call c{op, X, Y, s, {}, {}, {}};
+    glGetDoublev(GL_MODELVIEW_MATRIX, c.model);
+    glGetDoublev(GL_PROJECTION_MATRIX, c.proj);
+    glGetIntegerv(GL_VIEWPORT, c.viewport);
+    log_->push_back(c);
+  }
+  std::vector<Call>* log_;
+};
+
+int RecordsOf(const std::string& text, const std::string& tag) {
+  int n = 0;
+  for (size_t at = text.find(";;" + tag); at != std::string::npos; at = text.find(";;" + tag, at + 2)) ++n;
+  return n;
+}
+
+}  // namespace
+
+class GuiTest : public QObject {
+  Q_OBJECT
+
+ public slots:
+  void openUrl(const QUrl& url) { openedUrls_ << url; }
+
+ private slots:
+  void initTestCase();
+  void init();
+  void cleanup();
+  void cleanupTestCase();
+
+  void startsOnTheStartDocumentAndRegistersTheDocumentType();
+  void theStartDocumentReplacesADocumentFromTheCommandLine();
+  void menusCarryTheNamesAndCaptionsOfTheTable();
+  void menuItemsToolbarButtonsAndCommandNamesRunTheSameHandler();
+  void togglesFlipTheirThreeMirrors();
+  void toolbarButtonsShowIconsAndHoverTexts();
+  void svgDrawingsRenderAsDrawn();
+  void newOnAnEmptyDocumentAsksNothingAndOtherwiseAsksToSave();
+  void openOfADamagedFileKeepsTheOldDocument();
+  void undoIsDisabledAtStartAndEnabledAfterTheFirstChange();
+  void aClickReachesTheToolWithTheScenePointUnderThePixel();
+  void aZoomDragDownwardsEnlargesTheViewAndClearsTheFlags();
+  void aRightPressWithTheSelectToolShowsGraphEdit();
+  void copyCutAndPasteUseTheSystemClipboard();
+  void copyAsBitmapPutsTheCanvasOnTheClipboard();
+  void printingToPdf();
+  void helpAboutAndExit();
+  void withoutOpenGLTheProgramStartsAndSaysSo();
+
+ private:
+  // Runs `act` on the next modal dialog once it is open.
+  void WhenModal(std::function<void(QWidget*)> act);
+  void StopWatching();
+  QWidget* ButtonWidget(int toolbar, int index);
+  void RegisterTools();
+
+  std::unique_ptr<QTemporaryDir> xdg_;
+  std::unique_ptr<QTemporaryDir> temp_;
+  frmF1* window_ = nullptr;
+  QTimer* watcher_ = nullptr;
+  QList<QUrl> openedUrls_;
+  std::vector<Call> calls_;
+  std::string startText_;
+};
+
+void GuiTest::initTestCase() {
+  // The desktop registration goes to a folder of the test, not the user's.
+  xdg_ = std::make_unique<QTemporaryDir>();
+  QVERIFY(xdg_->isValid());
+  qputenv("XDG_DATA_HOME", (xdg_->path() + "/data").toUtf8());
+  qputenv("XDG_DATA_DIRS", (xdg_->path() + "/none").toUtf8());
+  // No browser: the desktop's handler is this test.
+  QDesktopServices::setUrlHandler("file", this, "openUrl");
+  QDesktopServices::setUrlHandler("https", this, "openUrl");
+  LocateSystemFolder();
+  QVERIFY(ReadDocumentFile(ProgramPath("Tutorials/T000.vtd"), startText_));
+  QVERIFY(RecordsOf(startText_, "PT") > 0);
+}
+
+void GuiTest::cleanupTestCase() {
+  QDesktopServices::unsetUrlHandler("file");
+  QDesktopServices::unsetUrlHandler("https");
+}
+
+void GuiTest::init() {
+  temp_ = std::make_unique<QTemporaryDir>();
+  openedUrls_.clear();
+  calls_.clear();
+  window_ = new frmF1();
+  window_->show();
+  QVERIFY(QTest::qWaitForWindowExposed(window_));
+  QTRY_VERIFY(window_->started());
+}
+
+void GuiTest::cleanup() {
+  StopWatching();
+  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text, ToolSlot::Select})
+    RegisterTool(s, {});
+  delete window_;
+  window_ = nullptr;
+  // Spies of a test must not outlive it; the next window wires its own.
+  ClearHandlers();
+}
+
+void GuiTest::WhenModal(std::function<void(QWidget*)> act) {
+  StopWatching();
+  watcher_ = new QTimer(this);
+  watcher_->setInterval(10);
+  QTimer* timer = watcher_;
+  connect(timer, &QTimer::timeout, this, [timer, act] {
+    QWidget* w = QApplication::activeModalWidget();
+    if (!w || !w->isVisible()) return;
+    timer->stop();
+    act(w);
+  });
+  watcher_->start();
+}
+
+void GuiTest::StopWatching() {
+  // Possibly called from the watcher's own tick: it goes when that returns.
+  if (watcher_) {
+    watcher_->stop();
+    watcher_->deleteLater();
+  }
+  watcher_ = nullptr;
+}
+
+QWidget* GuiTest::ButtonWidget(int toolbar, int index) {
+  QAction* a = window_->toolbarButton(toolbar, index);
+  return a ? window_->toolbar(toolbar)->widgetForAction(a) : nullptr;
+}
+
+void GuiTest::RegisterTools() {
+  auto factory = [this] { return std::make_unique<RecordingTool>(&calls_); };
+  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text, ToolSlot::Select})
+    RegisterTool(s, factory);
+  window_->RefreshControls();
+}
+
+// ---- start -----------------------------------------------------------------------------
+
+void GuiTest::startsOnTheStartDocumentAndRegistersTheDocumentType() {
+  QCOMPARE(Doc.Points.count(), RecordsOf(startText_, "PT"));
+  QCOMPARE(window_->windowTitle(), QString("Vantrel"));
+  QCOMPARE(window_->statusPanel()->text(), QString("Ready"));
+  // The start document's scene record: a plane scene with axis and grid.
+  QCOMPARE(SceneMode, 1);
+  QVERIFY(ShowAxis && ShowGrid && !SnapToGrid && !ShowCoordLines);
+  QVERIFY(window_->toolbarButton(1, 23)->isChecked());
+  QVERIFY(window_->toolbarButton(1, 24)->isChecked());
+  QVERIFY(!window_->toolbarButton(1, 25)->isChecked());
+  QCOMPARE(ActiveTool, 11);
+  QCOMPARE(View.ProjectType, 1);
+  // The view follows the canvas's shape.
+  const Canvas* canvas = window_->picDraw();
+  QCOMPARE(View.ScreenWidth, static_cast<float>(canvas->DeviceWidth()));
+  QVERIFY(std::fabs(View.VolWidth / View.VolHeight - View.ScreenWidth / View.ScreenHeight) < 1e-4);
+  QVERIFY(window_->picDraw()->isValid());
+  QVERIFY(QTest::qWaitFor([&] { return window_->picDraw()->paints() > 0; }, 5000));
+
+  const QString data = xdg_->path() + "/data/";
+  QFile entry(data + "applications/vantrel.desktop");
+  QVERIFY(entry.open(QIODevice::ReadOnly));
+  const QString text = QString::fromUtf8(entry.readAll());
+  QVERIFY(text.contains("Exec=" + QCoreApplication::applicationFilePath() + " %f"));
+  QVERIFY(text.contains("MimeType=application/x-vantrel-document;"));
+  QVERIFY(QFile::exists(data + "mime/packages/vantrel.xml"));
+  QVERIFY(QFile::exists(data + "icons/hicolor/scalable/apps/vantrel.svg"));
+  QVERIFY(QFile::exists(data + "icons/hicolor/scalable/mimetypes/application-x-vantrel-document.svg"));
+}
+
+void GuiTest::theStartDocumentReplacesADocumentFromTheCommandLine() {
+  delete window_;
+  const std::string path = temp_->filePath("one point.vtd").toStdString();
+  std::string error;
+  QVERIFY(WriteDocumentFile(path,
+                            "GL Ver3.00 2 0 0 1 1 ;;PT0001 5 5 0 1 2 255 0 1 1 @Q@ 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 0 0 0;;",
+                            error));
+  window_ = new frmF1(path);
+  window_->show();
+  QVERIFY(QTest::qWaitForWindowExposed(window_));
+  QTRY_VERIFY(window_->started());
+  QCOMPARE(Doc.Points.count(), RecordsOf(startText_, "PT"));
+  QCOMPARE(SceneMode, 1);
+  QVERIFY(!SnapToGrid);
+}
+
+// ---- menus and toolbars -------------------------------------------------------------------
+
+void GuiTest::menusCarryTheNamesAndCaptionsOfTheTable() {
+  int items = 0;
+  for (const MenuItemDef& m : MenuTable()) {
+    if (m.role == MenuRole::Item) {
+      QAction* a = window_->menuAction(m.name);
+      QVERIFY2(a, m.name);
+      QCOMPARE(a->text(), QString(m.caption));
+      QCOMPARE(a->objectName(), QString(m.name));
+      QCOMPARE(a->isEnabled(), HandlerEnabled(m.handler));
+      ++items;
+    } else {
+      QMenu* menu = window_->menuNamed(m.name);
+      QVERIFY2(menu, m.name);
+      QCOMPARE(menu->title(), QString(m.caption));
+      QCOMPARE(window_->findChild<QMenu*>(m.name), menu);
+    }
+  }
+  QVERIFY(items > 150);
+  // The menu bar, in order.
+  QStringList bar;
+  for (QAction* a : window_->menuBar()->actions()) bar << a->text();
+  QCOMPARE(bar, QStringList({"File", "Edit", "View", "Draw", "Measurement", "Transform", "Animation", "Help"}));
+  // Wired commands are enabled, later ones are not.
+  QVERIFY(window_->menuAction("mnuFileOpen")->isEnabled());
+  QVERIFY(window_->menuAction("mnuViewISO")->isEnabled());
+  QVERIFY(!window_->menuAction("mnuMiddleP")->isEnabled());
+  QVERIFY(!window_->toolbarButton(2, 8)->isEnabled());
+  // The usual keys.
+  QCOMPARE(window_->menuAction("mnuFileNew")->shortcut(), QKeySequence(QKeySequence::New));
+  QCOMPARE(window_->menuAction("mnuFUndo")->shortcut(), QKeySequence("Ctrl+Z"));
+  QCOMPARE(window_->menuAction("mnuEditDelete")->shortcut(), QKeySequence(Qt::Key_Delete));
+  QVERIFY(window_->menuAction("mnuGraphUndo")->shortcut().isEmpty());
+}
+
+void GuiTest::menuItemsToolbarButtonsAndCommandNamesRunTheSameHandler() {
+  // Every handler replaced by a spy: a command name, its menu item, a
+  // toolbar button and a drop-down entry must all reach the same name.
+  QStringList ran;
+  for (const MenuItemDef& m : MenuTable())
+    if (m.role == MenuRole::Item) RegisterHandler(m.handler, [&ran, h = QString(m.handler)] { ran << h; });
+  window_->RefreshControls();
+  for (const CommandNameDef& c : CommandTable()) {
+    ran.clear();
+    QVERIFY(DoCommand(c.command));
+    QCOMPARE(ran, QStringList{c.handler});
+    ran.clear();
+    window_->menuAction(c.handler)->trigger();
+    QCOMPARE(ran, QStringList{c.handler});
+  }
+  for (const ToolbarButtonDef& b : ToolbarTable()) {
+    ran.clear();
+    window_->toolbarButton(b.toolbar, b.index)->trigger();
+    QCOMPARE(ran, QStringList{b.handler});
+  }
+  for (const DropDownDef& d : DropDownTable()) {
+    ran.clear();
+    window_->dropDownEntry(d.key)->trigger();
+    QCOMPARE(ran, QStringList{d.handler});
+  }
+  // A real click on a button.
+  ran.clear();
+  QTest::mouseClick(ButtonWidget(2, 31), Qt::LeftButton);
+  QCOMPARE(ran, QStringList{"mnuViewISO"});
+  ran.clear();
+  QVERIFY(!DoCommand("Draw-Parallel Line"));
+  QVERIFY(ran.isEmpty());
+}
+
+void GuiTest::togglesFlipTheirThreeMirrors() {
+  const struct {
+    const char* menu;
+    const char* twin;
+    int button;
+    bool* flag;
+    const char* command;
+  } toggles[] = {{"mnuViewAxis", "mnuGraphShowAxis", 23, &ShowAxis, "View-Show/Hide Axis"},
+                 {"mnuViewGrid", "mnuGraphShowGrid", 24, &ShowGrid, "View-Show/Hide Grid"},
+                 {"mnuViewSnap", "mnuGraphSnap", 25, &SnapToGrid, "View-Snap"},
+                 {"mnuViewCoordLines", "mnuGraphShowCoordLines", 26, &ShowCoordLines, "View-Coordinate Lines"}};
+  for (const auto& t : toggles) {
+    auto mirrorsAre = [&](bool on) {
+      return *t.flag == on && window_->menuAction(t.menu)->isChecked() == on &&
+             window_->menuAction(t.twin)->isChecked() == on && window_->toolbarButton(1, t.button)->isChecked() == on;
+    };
+    const bool before = *t.flag;
+    QVERIFY2(mirrorsAre(before), t.menu);
+    window_->menuAction(t.menu)->trigger();  // the main menu
+    QVERIFY2(mirrorsAre(!before), t.menu);
+    QTest::mouseClick(ButtonWidget(1, t.button), Qt::LeftButton);  // the toolbar
+    QVERIFY2(mirrorsAre(before), t.menu);
+    window_->menuAction(t.twin)->trigger();  // the context menu
+    QVERIFY2(mirrorsAre(!before), t.menu);
+    window_->RunCommand(CommandHandler(t.command));  // a command name
+    QVERIFY2(mirrorsAre(before), t.menu);
+  }
+}
+
+void GuiTest::toolbarButtonsShowIconsAndHoverTexts() {
+  QLabel* status = window_->statusPanel();
+  for (const ToolbarButtonDef& b : ToolbarTable()) {
+    QAction* a = window_->toolbarButton(b.toolbar, b.index);
+    QVERIFY(a);
+    QVERIFY2(!a->icon().isNull(), b.icon);
+    QVERIFY2(!a->icon().pixmap(22, 22).isNull(), b.icon);
+    QWidget* w = ButtonWidget(b.toolbar, b.index);
+    QVERIFY2(w && w->isVisible(), b.status);  // nothing hides in an overflow
+    QTest::mouseMove(w, w->rect().center());
+    QTRY_COMPARE(status->text(), QString(b.status));
+  }
+  // Off every button, on the toolbar and on the canvas.
+  QToolBar* bar = window_->toolbar(1);
+  QTest::mouseMove(bar, QPoint(bar->width() - 3, bar->height() / 2));
+  QTRY_COMPARE(status->text(), QString("Ready"));
+  QTest::mouseMove(ButtonWidget(2, 4), ButtonWidget(2, 4)->rect().center());
+  QTRY_COMPARE(status->text(), QString("Add a point"));
+  QTest::mouseMove(window_->picDraw(), QPoint(50, 50));
+  QTRY_COMPARE(status->text(), QString("Ready"));
+  // Separators are no buttons; the drop-downs hang on their buttons.
+  QVERIFY(!window_->toolbarButton(1, 22));
+  QVERIFY(!window_->toolbarButton(2, 30));
+  for (const DropDownDef& d : DropDownTable()) {
+    auto* button = qobject_cast<QToolButton*>(ButtonWidget(d.toolbar, d.index));
+    QVERIFY(button && button->menu());
+    QVERIFY(button->menu()->actions().contains(window_->dropDownEntry(d.key)));
+    QCOMPARE(window_->dropDownEntry(d.key)->text(), QString(FindMenuItem(d.handler)->caption));
+  }
+}
+
+void GuiTest::svgDrawingsRenderAsDrawn() {
+  using vt::app::RenderSvg;
+  auto draw = [](const char* body) {
+    return RenderSvg(QByteArray("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 10 10\">") + body + "</svg>",
+                     QSize(20, 20));
+  };
+  auto red = [](const QImage& img, int x, int y) { return qRed(img.pixel(x, y)) > 200 && qAlpha(img.pixel(x, y)) > 200; };
+  auto clear = [](const QImage& img, int x, int y) { return qAlpha(img.pixel(x, y)) == 0; };
+  // A rectangle, scaled from the view box to the picture.
+  QImage img = draw("<rect x=\"0\" y=\"0\" width=\"5\" height=\"10\" fill=\"#f00\"/>");
+  QVERIFY(!img.isNull());
+  QVERIFY(red(img, 4, 10) && clear(img, 15, 10));
+  // A disc of two arcs, moved by a transform, with a group's fill.
+  img = draw("<g fill=\"red\" transform=\"translate(5 0)\"><path d=\"M0 2.5a2.5 2.5 0 0 1 0 5A2.5 2.5 0 1 1 0 2.5z\"/></g>");
+  QVERIFY(red(img, 10, 10) && clear(img, 2, 10) && clear(img, 10, 1) && clear(img, 17, 10));
+  // Strokes without fill leave the inside clear.
+  img = draw("<circle cx=\"5\" cy=\"5\" r=\"4\" fill=\"none\" stroke=\"red\" stroke-width=\"1\"/>");
+  QVERIFY(red(img, 10, 2) && clear(img, 10, 10));
+  // Not a drawing, or broken: a null picture, and the icon falls back.
+  QVERIFY(RenderSvg("<html></html>", QSize(8, 8)).isNull());
+  QVERIFY(RenderSvg("<svg viewBox=\"0 0 10 10\"><rect", QSize(8, 8)).isNull());
+  QVERIFY(vt::app::LoadSvgIcon(temp_->filePath("missing.svg")).isNull());
+  // Every shipped toolbar picture draws something.
+  QStringList names;
+  for (const ToolbarButtonDef& b : ToolbarTable()) names << b.icon;
+  for (const DropDownDef& d : DropDownTable()) names << d.icon;
+  names << "vantrel" << "application-x-vantrel-document";
+  for (const QString& name : names) {
+    QFile f(QString::fromStdString(ProgramPath("icons/" + name.toStdString() + ".svg")));
+    QVERIFY2(f.open(QIODevice::ReadOnly), qPrintable(name));
+    const QImage icon = RenderSvg(f.readAll(), QSize(24, 24));
+    QVERIFY2(!icon.isNull(), qPrintable(name));
+    int opaque = 0;
+    for (int y = 0; y < 24; ++y)
+      for (int x = 0; x < 24; ++x) opaque += qAlpha(icon.pixel(x, y)) > 128;
+    QVERIFY2(opaque > 20, qPrintable(name));
+  }
+}
+
+// ---- files --------------------------------------------------------------------------------
+
+void GuiTest::newOnAnEmptyDocumentAsksNothingAndOtherwiseAsksToSave() {
+  // With a document: Cancel keeps it, No clears it.
+  QString asked;
+  WhenModal([&](QWidget* w) {
+    auto* box = qobject_cast<QMessageBox*>(w);
+    QVERIFY(box);
+    asked = box->windowTitle() + ": " + box->text();
+    box->button(QMessageBox::Cancel)->click();
+  });
+  window_->RunCommand("mnuFileNew");
+  QCOMPARE(asked, QString("Note: Save changes to file?"));
+  QVERIFY(Doc.Points.count() > 0);
+  WhenModal([](QWidget* w) { qobject_cast<QMessageBox*>(w)->button(QMessageBox::No)->click(); });
+  window_->RunCommand("mnuFileNew");
+  QCOMPARE(DocumentObjectCount(), 0);
+  QCOMPARE(SceneMode, 1);
+  // Empty: nothing is asked (a box would be closed and noted here).
+  bool boxShown = false;
+  WhenModal([&](QWidget* w) {
+    boxShown = true;
+    w->close();
+  });
+  window_->RunCommand("mnuFileNew");
+  QTest::qWait(30);
+  QVERIFY(!boxShown);
+  StopWatching();
+  // Yes saves first, through the save dialog.
+  Doc.Points.Add(NewObjectId("PT"), 1, 2, 0, 1, "", "", 0);
+  const QString saved = temp_->filePath("saved.vtd");
+  WhenModal([this, saved](QWidget* w) {
+    qobject_cast<QMessageBox*>(w)->button(QMessageBox::Yes)->click();
+    WhenModal([saved](QWidget* d) {
+      auto* dlg = qobject_cast<QFileDialog*>(d);
+      QVERIFY(dlg);
+      dlg->selectFile(saved);
+      static_cast<QDialog*>(dlg)->accept();
+    });
+  });
+  window_->RunCommand("mnuFileNew");
+  QVERIFY(QFile::exists(saved));
+  QCOMPARE(DocumentObjectCount(), 0);
+}
+
+void GuiTest::openOfADamagedFileKeepsTheOldDocument() {
+  // Not a document at all (another kind of file with the extension).
+  const QString damaged = temp_->filePath("damaged.vtd");
+  QFile f(damaged);
+  QVERIFY(f.open(QIODevice::WriteOnly));
+  f.write(QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16));
+  f.close();
+  const std::string before = GetUndoVar();
+  const int undo = UndoCount;
+  WhenModal([damaged](QWidget* w) {
+    auto* dlg = qobject_cast<QFileDialog*>(w);
+    QVERIFY(dlg);
+    QCOMPARE(dlg->windowTitle(), QString("Open File"));
+    QVERIFY(dlg->nameFilters().join(" ").contains("*.vtd"));
+    dlg->selectFile(damaged);
+    static_cast<QDialog*>(dlg)->accept();
+  });
+  window_->RunCommand("mnuFileOpen");
+  QCOMPARE(GetUndoVar(), before);
+  QCOMPARE(UndoCount, undo);
+  QVERIFY(window_->isVisible());
+
+  // A cancelled dialog changes nothing either; a good file opens.
+  WhenModal([](QWidget* w) { qobject_cast<QDialog*>(w)->reject(); });
+  window_->RunCommand("mnuFileOpen");
+  QCOMPARE(GetUndoVar(), before);
+  const QString good = temp_->filePath("good.vtd");
+  std::string error;
+  QVERIFY(WriteDocumentFile(good.toStdString(),
+                            "GL Ver3.00 1 0 0 0 0 ;;PT0007 1 1 0 1 2 255 0 1 1 @K@ 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 0 0 0;;",
+                            error));
+  WhenModal([good](QWidget* w) {
+    auto* dlg = qobject_cast<QFileDialog*>(w);
+    dlg->selectFile(good);
+    static_cast<QDialog*>(dlg)->accept();
+  });
+  window_->RunCommand("mnuFileOpen");
+  QCOMPARE(Doc.Points.count(), 1);
+  QCOMPARE(UndoCount, undo + 1);
+  QCOMPARE(window_->windowTitle(), QString("Vantrel - good.vtd"));
+}
+
+void GuiTest::undoIsDisabledAtStartAndEnabledAfterTheFirstChange() {
+  auto undoMirrors = [&](bool on) {
+    return window_->menuAction("mnuFUndo")->isEnabled() == on &&
+           window_->menuAction("mnuGraphUndo")->isEnabled() == on && window_->toolbarButton(1, 14)->isEnabled() == on;
+  };
+  auto redoMirrors = [&](bool on) {
+    return window_->menuAction("mnuFRedo")->isEnabled() == on &&
+           window_->menuAction("mnuGraphRedo")->isEnabled() == on && window_->toolbarButton(1, 15)->isEnabled() == on;
+  };
+  QVERIFY(undoMirrors(false));
+  QVERIFY(redoMirrors(false));
+  QVERIFY(DocumentObjectCount() > 0);
+  window_->RunCommand("mnuEditDelAll");
+  QVERIFY(undoMirrors(true));
+  QVERIFY(redoMirrors(false));
+  // Ctrl+Z reaches the command.
+  window_->activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(window_));
+  QTest::keyClick(window_, Qt::Key_Z, Qt::ControlModifier);
+  QTRY_VERIFY(undoMirrors(false));
+  QVERIFY(redoMirrors(true));
+  window_->toolbarButton(1, 15)->trigger();
+  QVERIFY(undoMirrors(true));
+  QVERIFY(redoMirrors(false));
+}
+
+// ---- canvas -------------------------------------------------------------------------------
+
+void GuiTest::aClickReachesTheToolWithTheScenePointUnderThePixel() {
+  RegisterTools();
+  QVERIFY(window_->menuAction("mnuDrawP")->isEnabled());
+  window_->menuAction("mnuDrawP")->trigger();
+  QCOMPARE(ActiveTool, 1);
+  QVERIFY(window_->toolbarButton(2, 4)->isChecked());
+  calls_.clear();
+  Canvas* canvas = window_->picDraw();
+  const QPoint pixel(canvas->width() / 3, canvas->height() / 4);
+  QTest::mouseClick(canvas, Qt::LeftButton, Qt::NoModifier, pixel);
+  QTRY_VERIFY(!calls_.empty());
+  auto press = std::find_if(calls_.begin(), calls_.end(), [](const Call& c) { return c.op == "L"; });
+  QVERIFY(press != calls_.end());
+  const qreal scale = canvas->devicePixelRatioF();
+  QCOMPARE(press->X, static_cast<float>(pixel.x() * scale));
+  GLdouble wx, wy, wz;
+  QVERIFY(gluProject(press->scene.x, press->scene.y, press->scene.z, press->model, press->proj, press->viewport, &wx,
+                     &wy, &wz) == GL_TRUE);
+  QVERIFY2(std::fabs(wx - pixel.x() * scale) <= 1.0, qPrintable(QString::number(wx)));
+  QVERIFY2(std::fabs(press->viewport[3] - wy - pixel.y() * scale) <= 1.0, qPrintable(QString::number(wy)));
+  // In space the depth under the pixel is read from the canvas: a click
+  // below the horizon lands on the ground, the plane z = 0.
+  window_->RunCommand("mnuFileNew3D");
+  window_->menuAction("mnuDrawP")->trigger();
+  calls_.clear();
+  QTest::mouseClick(canvas, Qt::LeftButton, Qt::NoModifier, QPoint(canvas->width() / 2, canvas->height() * 4 / 5));
+  QTRY_VERIFY(!calls_.empty());
+  QVERIFY2(std::fabs(calls_.front().scene.z) < 0.05f, qPrintable(QString::number(calls_.front().scene.z)));
+  // Moves reach the tool too, without a button.
+  calls_.clear();
+  QTest::mouseMove(canvas, pixel + QPoint(10, 10));
+  QTRY_VERIFY(std::any_of(calls_.begin(), calls_.end(), [](const Call& c) { return c.op == "M"; }));
+}
+
+void GuiTest::aZoomDragDownwardsEnlargesTheViewAndClearsTheFlags() {
+  Canvas* canvas = window_->picDraw();
+  const float width0 = View.VolWidth;
+  window_->toolbarButton(2, 34)->trigger();  // Zoom
+  QVERIFY(ViewZoom);
+  QVERIFY(window_->toolbarButton(2, 34)->isChecked());
+  const QPoint from(200, 150), to(200, 250);
+  QTest::mousePress(canvas, Qt::LeftButton, Qt::NoModifier, from);
+  QMouseEvent move(QEvent::MouseMove, QPointF(to), QPointF(canvas->mapToGlobal(to)), Qt::NoButton, Qt::LeftButton,
+                   Qt::NoModifier);
+  QApplication::sendEvent(canvas, &move);
+  QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, to);
+  QVERIFY(View.VolWidth > width0 * 1.05f);
+  QVERIFY(!ViewZoom && !ViewMove && !ViewRotate && !SceneChanged);
+  QVERIFY(!window_->toolbarButton(2, 34)->isChecked());
+
+  // A rotation drag clears its flags too.
+  window_->RunCommand("mnuViewRotate");
+  QVERIFY(ViewRotate);
+  QTest::mousePress(canvas, Qt::LeftButton, Qt::NoModifier, from);
+  QApplication::sendEvent(canvas, &move);
+  QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, to);
+  QVERIFY(!ViewZoom && !ViewMove && !ViewRotate && !SceneChanged);
+}
+
+void GuiTest::aRightPressWithTheSelectToolShowsGraphEdit() {
+  QCOMPARE(ActiveTool, 11);
+  QMenu* menu = window_->menuNamed("GraphEdit");
+  QVERIFY(!menu->isVisible());
+  QTest::mousePress(window_->picDraw(), Qt::RightButton, Qt::NoModifier, QPoint(120, 100));
+  QTRY_VERIFY(menu->isVisible());
+  QCOMPARE(menu->actions().size(), 11 + 4);  // eleven items and four separators
+  menu->hide();
+  QTest::mouseRelease(window_->picDraw(), Qt::RightButton, Qt::NoModifier, QPoint(120, 100));
+}
+
+// ---- clipboard and printing -------------------------------------------------------------------
+
+void GuiTest::copyCutAndPasteUseTheSystemClipboard() {
+  Position* a = Doc.Points.Item(1);
+  SelectObject(*a);
+  window_->RunCommand("mnuEditCopy");
+  QCOMPARE(QGuiApplication::clipboard()->text().toStdString(), a->Save());
+  const int points = Doc.Points.count();
+  window_->RunCommand("mnuEditPaste");
+  QCOMPARE(Doc.Points.count(), points + 1);
+  // What another program put on the clipboard is pasted the same way.
+  QGuiApplication::clipboard()->setText("not a record;;");
+  window_->RunCommand("mnuEditPaste");
+  QCOMPARE(Doc.Points.count(), points + 1);
+  // Cut: the records go to the clipboard and the points leave the document.
+  // (the pasted copy came selected, like its source)
+  while (Sel.Points.count() > 0) DeselectObject(*FindPoint(Sel.Points.Item(1)->ID));
+  Position* b = Doc.Points.Item(2);
+  SelectObject(*b);
+  const std::string bId = b->ID, bRecord = b->Save();
+  window_->RunCommand("mnuEditCut");
+  QCOMPARE(QGuiApplication::clipboard()->text().toStdString(), bRecord);
+  QVERIFY(!FindPoint(bId));
+  QCOMPARE(Doc.Points.count(), points);  // one pasted, one cut
+  // Nothing selected: an empty text.
+  QGuiApplication::clipboard()->setText("something");
+  window_->RunCommand("mnuEditCopy");
+  QCOMPARE(QGuiApplication::clipboard()->text(), QString());
+}
+
+void GuiTest::copyAsBitmapPutsTheCanvasOnTheClipboard() {
+  QGuiApplication::clipboard()->clear();
+  window_->RunCommand("mnuEditCopyAs");
+  const QImage img = QGuiApplication::clipboard()->image();
+  QVERIFY(!img.isNull());
+  const int w = window_->picDraw()->DeviceWidth();
+  QCOMPARE(img.width(), (w * 3) % 4 == 0 ? w : w - 2);
+  QCOMPARE(img.height(), window_->picDraw()->DeviceHeight());
+  // The white canvas with the grid of the start document on it.
+  int white = 0, other = 0;
+  for (int y = 0; y < img.height(); y += 7)
+    for (int x = 0; x < img.width(); x += 7) (img.pixel(x, y) == qRgb(255, 255, 255) ? white : other)++;
+  QVERIFY(white > other);
+  QVERIFY(other > 0);
+  QVERIFY(QFile::exists(QString::fromStdString(ProgramPath("temp.bmp"))));
+}
+
+void GuiTest::printingToPdf() {
+  const QString pdf = temp_->filePath("canvas.pdf");
+  QString title;
+  WhenModal([&](QWidget* w) {
+    auto* dlg = qobject_cast<QPrintDialog*>(w);
+    QVERIFY(dlg);
+    title = dlg->windowTitle();
+    dlg->printer()->setOutputFormat(QPrinter::PdfFormat);
+    dlg->printer()->setOutputFileName(pdf);
+    dlg->done(QDialog::Accepted);
+  });
+  window_->RunCommand("mnuFilePrint");
+  QCOMPARE(title, QString("Print"));
+  QFile f(pdf);
+  QVERIFY(f.open(QIODevice::ReadOnly));
+  QVERIFY(f.read(5) == "%PDF-");
+  QVERIFY(f.size() > 1000);
+  // Cancelled: nothing printed.
+  QFile::remove(pdf);
+  WhenModal([](QWidget* w) { qobject_cast<QDialog*>(w)->reject(); });
+  window_->RunCommand("mnuFilePrint");
+  QVERIFY(!QFile::exists(pdf));
+}
+
+// ---- help and exit -----------------------------------------------------------------------------
+
+void GuiTest::helpAboutAndExit() {
+  window_->RunCommand("mnuHelpCon");
+  QCOMPARE(openedUrls_.size(), 1);
+  QVERIFY(openedUrls_[0].isLocalFile());
+  QVERIFY(openedUrls_[0].toLocalFile().endsWith("help/index.html"));
+  QVERIFY(QFile::exists(openedUrls_[0].toLocalFile()));
+  window_->RunCommand("mnuHelpHome");
+  QCOMPARE(openedUrls_.size(), 2);
+  QCOMPARE(openedUrls_[1].toString(), QString(kProjectSite) + "/");
+
+  QString about;
+  WhenModal([&](QWidget* w) {
+    about = qobject_cast<QMessageBox*>(w)->text();
+    qobject_cast<QMessageBox*>(w)->accept();
+  });
+  window_->RunCommand("mnuHelpAbout");
+  QVERIFY(about.contains(VANTREL_VERSION));
+
+  QVERIFY(window_->menuAction("mnuFileExit")->isEnabled());
+  QVERIFY(DoCommand("File-Exit"));
+  QTRY_VERIFY(!window_->isVisible());
+}
+
+void GuiTest::withoutOpenGLTheProgramStartsAndSaysSo() {
+  // A display that gives no OpenGL: the program must show its message and
+  // stay up, not fall over when its window is painted.
+  QProcess program;
+  QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+  env.insert("QT_XCB_GL_INTEGRATION", "none");
+  env.insert("XDG_DATA_HOME", xdg_->path() + "/data");
+  env.insert("XDG_DATA_DIRS", xdg_->path() + "/none");
+  program.setProcessEnvironment(env);
+  program.start(QCoreApplication::applicationDirPath() + "/vantrel", {});
+  QVERIFY(program.waitForStarted(5000));
+  QVERIFY2(!program.waitForFinished(2000), "the program ended without OpenGL");
+  program.kill();
+  program.waitForFinished(5000);
+}
+
+int main(int argc, char** argv) {
+  vt::app::SetCanvasSurfaceFormat();
+  QApplication app(argc, argv);
+  GuiTest test;
+  return QTest::qExec(&test, argc, argv);
+}
+
+#include "gui_test.moc"

@@ -1,0 +1,343 @@
+#include "tools/canvas_input.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/host.h"
+#include "document/undo.h"
+#include "geometry/line.h"
+#include "render/canvas_input.h"
+#include "render/frame.h"
+#include "render/trackball.h"
+#include "render/view_state.h"
+
+namespace vt {
+
+CCommand* CurrentTool = nullptr;
+Position LastScenePoint, LastFarPoint, LastNearPoint;
+CanvasHooks CanvasWindow;
+
+namespace {
+
+constexpr int kSlotCount = 5;
+
+struct ToolRegistry {
+  std::array<ToolFactory, kSlotCount> factories;
+  // The creation tools as made at start-up (the Select entry stays empty).
+  std::array<std::unique_ptr<CCommand>, kSlotCount> made;
+};
+
+ToolRegistry& Tools() {
+  static ToolRegistry r;
+  return r;
+}
+
+size_t SlotIndex(ToolSlot s) { return static_cast<size_t>(s); }
+
+std::map<Kind, EditDialogOpener>& EditDialogs() {
+  static std::map<Kind, EditDialogOpener> m;
+  return m;
+}
+
+bool PointInBox(DocObject& o, float x1, float y1, float x2, float y2) {
+  return static_cast<Position&>(o).BoxSel(x1, y1, x2, y2);
+}
+bool LineInBox(DocObject& o, float x1, float y1, float x2, float y2) {
+  auto& l = static_cast<CLine&>(o);
+  return l.pBegin.BoxSel(x1, y1, x2, y2) && l.pEnd.BoxSel(x1, y1, x2, y2);
+}
+
+std::map<Kind, BoxSelTest>& BoxSelTests() {
+  static std::map<Kind, BoxSelTest> m = {{Kind::PT, PointInBox}, {Kind::LN, LineInBox}};
+  return m;
+}
+
+// The select tool of the event being handled: made on demand, dropped when
+// the handler ends (the guard below), so that it never outlives its event.
+std::unique_ptr<CCommand> g_eventSelect;
+
+CCommand* NewSelect() {
+  const ToolFactory& f = Tools().factories[SlotIndex(ToolSlot::Select)];
+  g_eventSelect = f ? f() : nullptr;
+  return g_eventSelect.get();
+}
+
+struct EventSelectScope {
+  ~EventSelectScope() {
+    if (g_eventSelect && CurrentTool == g_eventSelect.get()) CurrentTool = nullptr;
+    g_eventSelect.reset();
+  }
+};
+
+CCommand* Made(ToolSlot s) { return Tools().made[SlotIndex(s)].get(); }
+
+// The four points of one event.
+struct EventPoints {
+  Position viewPoint, scenePoint, farPoint, nearPoint;
+  void Fill(float X, float Y) {
+    ScreenToWorld(X, Y, viewPoint, scenePoint);
+    ScreenToRay(X, Y, farPoint, nearPoint);
+  }
+};
+
+// Selects every object of the box-selectable kinds that lies between the
+// anchor and the current corner and is not selected yet, kind by kind in the
+// order of the tag table.
+void FinishRubberBand() {
+  if (!HaveContext()) return;
+  for (Kind k : kAllKinds) {
+    auto it = BoxSelTests().find(k);
+    if (it == BoxSelTests().end() || !it->second) continue;
+    CollectionBase& c = Doc.Of(k);
+    for (int i = 1; i <= c.count(); ++i) {
+      DocObject* o = c.ItemBase(i);
+      if (o->Hide || IsSelected(o->ID)) continue;
+      if (!it->second(*o, DragAnchorX, DragAnchorY, DragCurrentX, DragCurrentY)) continue;
+      SelectObject(*o);
+      o->SetDrawMode(2);
+    }
+  }
+}
+
+void ArmViewDrag(bool& flag) {
+  ViewMove = ViewZoom = ViewRotate = false;
+  flag = true;
+  RefreshControls();
+}
+
+void ArmRotation(int mode) {
+  RotateMode = mode;
+  ArmViewDrag(ViewRotate);
+}
+
+void ChooseTool(int tool) {
+  ActiveTool = tool;
+  RefreshControls();
+}
+
+}  // namespace
+
+// ---- registry -------------------------------------------------------------------
+
+void RegisterTool(ToolSlot slot, ToolFactory factory) {
+  ToolRegistry& r = Tools();
+  const size_t i = SlotIndex(slot);
+  r.factories[i] = std::move(factory);
+  if (slot == ToolSlot::Select) return;
+  if (CurrentTool && CurrentTool == r.made[i].get()) CurrentTool = nullptr;
+  r.made[i] = r.factories[i] ? r.factories[i]() : nullptr;
+}
+
+bool ToolRegistered(ToolSlot slot) { return static_cast<bool>(Tools().factories[SlotIndex(slot)]); }
+
+void MakeTools() {
+  ToolRegistry& r = Tools();
+  CurrentTool = nullptr;
+  g_eventSelect.reset();
+  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text}) {
+    const size_t i = SlotIndex(s);
+    r.made[i] = r.factories[i] ? r.factories[i]() : nullptr;
+  }
+  LastScenePoint = Position();
+  LastFarPoint = Position();
+  LastNearPoint = Position();
+}
+
+CCommand* ToolObject(ToolSlot slot) { return slot == ToolSlot::Select ? nullptr : Made(slot); }
+
+void RegisterEditDialog(Kind kind, EditDialogOpener opener) {
+  if (opener) EditDialogs()[kind] = std::move(opener);
+  else EditDialogs().erase(kind);
+}
+
+bool EditDialogRegistered(Kind kind) { return EditDialogs().count(kind) > 0; }
+
+void RegisterBoxSelTest(Kind kind, BoxSelTest test) {
+  if (test) BoxSelTests()[kind] = std::move(test);
+  else BoxSelTests().erase(kind);
+}
+
+// ---- handlers -------------------------------------------------------------------
+
+void picDraw_MouseDown(int Button, int Shift, float X, float Y) {
+  EventSelectScope scope;
+  EventPoints e;
+  e.Fill(X, Y);
+  if (Button == kLeftButton) {
+    DragAnchorX = DragCurrentX = X;
+    DragAnchorY = DragCurrentY = Y;
+    LastX = X;
+    LastY = Y;
+    FrameCounter = 0;
+    if (ActiveTool == 11) RubberBandOn = true;
+  }
+  if (Button == kRightButton && ActiveTool == 11 && CanvasWindow.showGraphEdit) CanvasWindow.showGraphEdit(X, Y);
+
+  if (Button == kLeftButton || Button == kRightButton) {
+    switch (ActiveTool) {
+      case 1: CurrentTool = Made(ToolSlot::Point); break;
+      case 2: CurrentTool = Made(ToolSlot::Line); break;
+      case 4: CurrentTool = Made(ToolSlot::Circle); break;
+      case 6: CurrentTool = Made(ToolSlot::Text); break;
+      case 11:
+        if (Button == kLeftButton) CurrentTool = NewSelect();
+        break;
+      default: break;
+    }
+    // The right button has no case for the select tool: its press shows the
+    // context menu and reaches no tool.
+    const bool menuOnly = Button == kRightButton && ActiveTool == 11;
+    if (CurrentTool && !menuOnly) {
+      if (Button == kLeftButton)
+        CurrentTool->LButtonDown(e.viewPoint, e.scenePoint, X, Y, e.farPoint, e.nearPoint);
+      else
+        CurrentTool->RButtonDown(e.viewPoint, e.scenePoint, X, Y, e.farPoint, e.nearPoint);
+    }
+  }
+  // What the tool left in the points of the press.
+  LastScenePoint = e.scenePoint;
+  LastFarPoint = e.farPoint;
+  LastNearPoint = e.nearPoint;
+  RedrawScene();
+}
+
+void picDraw_MouseMove(int Button, int Shift, float X, float Y) {
+  EventSelectScope scope;
+  host().CanvasSize(CanvasWidth, CanvasHeight);
+  if (Button & kLeftButton) {
+    const float w = static_cast<float>(std::max(1, CanvasWidth));
+    const float h = static_cast<float>(std::max(1, CanvasHeight));
+    if (ViewZoom) {
+      // Dragging down gives a factor above 1: the view rectangle grows.
+      ZoomScale = 1 - (LastY - Y) / h;
+      LastX = X;
+      LastY = Y;
+      View.Zoom(ZoomScale);
+    }
+    if (ViewRotate) {
+      RotateSceneByDrag(LastX, LastY, X, Y, w, h);
+      LastX = X;
+      LastY = Y;
+    }
+    if (ViewMove) {
+      View.MoveView((X - LastX) / w, (LastY - Y) / h);
+      LastX = X;
+      LastY = Y;
+    }
+  }
+  EventPoints e;
+  e.Fill(X, Y);
+  // The line tool first, then the tool of ActiveTool; the text tool has no
+  // case here, so with it the line tool gets the move (and ignores it, as no
+  // line is under way).
+  CurrentTool = Made(ToolSlot::Line);
+  switch (ActiveTool) {
+    case 1: CurrentTool = Made(ToolSlot::Point); break;
+    case 2: CurrentTool = Made(ToolSlot::Line); break;
+    case 4: CurrentTool = Made(ToolSlot::Circle); break;
+    case 11: CurrentTool = NewSelect(); break;
+    default: break;
+  }
+  if (CurrentTool) CurrentTool->MouseMove(e.viewPoint, e.scenePoint, X, Y, e.farPoint, e.nearPoint);
+  RedrawScene();
+}
+
+void picDraw_MouseUp(int Button, int Shift, float X, float Y) {
+  EventSelectScope scope;
+  EventPoints e;
+  e.Fill(X, Y);
+  if (Button == kLeftButton && SelectPressed) {
+    if (ActiveTool == 11) CurrentTool = NewSelect();
+    if (CurrentTool) CurrentTool->RButtonDown(e.viewPoint, e.scenePoint, X, Y, e.farPoint, e.nearPoint);
+    if (ActiveTool == 11 && DragMoved) PushSnapshot();
+  }
+  // A view drag lasts one drag: afterwards the user is back with the tool.
+  const bool wasArmed = ViewRotate || ViewZoom || ViewMove;
+  ViewRotate = ViewZoom = ViewMove = false;
+  SceneChanged = false;
+  if (ActiveTool == 11) {
+    DragCurrentX = X;
+    DragCurrentY = Y;
+    FinishRubberBand();
+  }
+  if (wasArmed) RefreshControls();
+  RedrawScene();
+}
+
+void picDraw_DblClick() {
+  if (ActiveTool != 11) return;
+  static constexpr Kind kOrder[] = {Kind::PT, Kind::LN, Kind::AR, Kind::CR, Kind::RG, Kind::C2, Kind::SF,
+                                    Kind::SR, Kind::SS, Kind::TT, Kind::NT, Kind::BT, Kind::AC};
+  for (Kind k : kOrder) {
+    CollectionBase& c = Doc.Of(k);
+    for (int i = 1; i <= c.count(); ++i) {
+      DocObject* o = c.ItemBase(i);
+      if (o->Hide || !o->Pick(LastScenePoint, LastFarPoint, LastNearPoint)) continue;
+      // The first hit decides; a kind whose dialog is not there yet opens
+      // nothing and leaves the edit state alone.
+      auto it = EditDialogs().find(k);
+      if (it == EditDialogs().end()) return;
+      EditMode = true;
+      EditObjectId = o->ID;
+      it->second(*o);
+      return;
+    }
+  }
+}
+
+void SyntheticMouseMove() { picDraw_MouseMove(0, 0, 0, 0); }
+
+// ---- choice of tool ---------------------------------------------------------------
+
+void mnuSelect_Click() {
+  RubberBandOn = true;
+  ChooseTool(11);
+}
+
+void mnuDrawP_Click() {
+  PointToolKind = 1;
+  ChooseTool(1);
+}
+
+void mnuDrawPFollow_Click() {
+  const Position* leader = nullptr;
+  if (Sel.Points.count() == 1) leader = FindPoint(Sel.Points.Item(1)->ID);
+  if (!leader || leader->ptype != 1) {
+    host().MsgBox("Please select a free point first.", "Note", MsgButtons::OK, MsgIcon::Exclamation);
+    return;
+  }
+  FollowPointId = leader->ID;
+  PointToolKind = 8;
+  ChooseTool(1);
+}
+
+void mnuDrawSeg_Click() {
+  LineToolKind = 1;
+  ChooseTool(2);
+}
+void mnuDrawLine_Click() {
+  LineToolKind = 2;
+  ChooseTool(2);
+}
+void mnuDrawRay_Click() {
+  LineToolKind = 3;
+  ChooseTool(2);
+}
+void mnuDrawVec_Click() {
+  LineToolKind = 4;
+  ChooseTool(2);
+}
+void mnuDrawCircle_Click() { ChooseTool(4); }
+void mnuDrawText_Click() { ChooseTool(6); }
+
+void mnuViewMove_Click() { ArmViewDrag(ViewMove); }
+void mnuViewZoom_Click() { ArmViewDrag(ViewZoom); }
+void mnuViewRotate_Click() { ArmRotation(1); }
+void mnuViewRotX_Click() { ArmRotation(2); }
+void mnuViewRotY_Click() { ArmRotation(3); }
+void mnuViewRotZ_Click() { ArmRotation(4); }
+
+}  // namespace vt
