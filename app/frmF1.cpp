@@ -24,6 +24,7 @@
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "document/host.h"
+#include "geometry/dialogs/property_forms.h"
 #include "render/frame.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
@@ -86,6 +87,7 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
 
   RegisterAllCommands();
   RegisterHandler("mnuFileExit", [this] { close(); });
+  InstallPropertyForms(this);
 
   BuildMenus();
   BuildToolbars();
@@ -329,6 +331,10 @@ void frmF1::showEvent(QShowEvent* e) {
 }
 
 void frmF1::closeEvent(QCloseEvent* e) {
+  if (!unloaded_ && !ConfirmDiscardChanges()) {
+    e->ignore();
+    return;
+  }
   if (!unloaded_) {
     unloaded_ = true;
     // The other windows of the program go first, the last opened first.

@@ -75,6 +75,7 @@ void StartUp(const std::string& commandLine, bool haveContext) {
     OpenDocumentText(text);
     CurrentFilePath.clear();
   }
+  MarkDocumentSaved();
   RedrawScene();
 }
 
@@ -169,16 +170,37 @@ void mnuFileNew_Click() {
   mnuEditDelAll_Click();
   ResetNumbering();
   CurrentFilePath.clear();
+  MarkDocumentSaved();
+}
+
+namespace {
+int g_savedUndoCount = 1;
+}  // namespace
+
+void MarkDocumentSaved() { g_savedUndoCount = UndoCount; }
+
+bool DocumentModified() { return UndoCount != g_savedUndoCount && DocumentObjectCount() > 0; }
+
+bool ConfirmDiscardChanges() {
+  if (!DocumentModified()) return true;
+  MsgResult r = host().MsgBox("Save changes to file?", "Note", MsgButtons::YesNoCancel, MsgIcon::Question);
+  if (r == MsgResult::Cancel) return false;
+  if (r == MsgResult::Yes) return mnuFileSave_Click();
+  return true;
 }
 
 void mnuFileOpen_Click() {
   std::string path = host().OpenFileDialog("Open File", kDocumentFilter);
-  if (path.empty()) return;
+  // A cancelled dialog or a file that cannot be read keeps the old
+  // document; the step is taken either way.
   std::string text;
-  if (!ReadDocumentFile(path, text) || text.empty()) return;  // the old document stays
-  OpenDocumentText(text);
-  CurrentFilePath = path;
+  bool opened = !path.empty() && ReadDocumentFile(path, text) && !text.empty();
+  if (opened) {
+    OpenDocumentText(text);
+    CurrentFilePath = path;
+  }
   PushSnapshot();
+  if (opened) MarkDocumentSaved();
   RedrawScene();
 }
 
@@ -193,6 +215,7 @@ bool SaveDocumentAs(const std::string& path) {
     return false;
   }
   CurrentFilePath = path;
+  MarkDocumentSaved();
   return true;
 }
 

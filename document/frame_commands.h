@@ -58,6 +58,13 @@ void mnuFileOpen_Click();
 // True when the document was written.
 bool mnuFileSave_Click();
 bool mnuFileSaveAs_Click();
+// The document as last opened or saved: DocumentModified tells whether a
+// command changed it since (undoing back to that state counts as unchanged).
+void MarkDocumentSaved();
+bool DocumentModified();
+// Before the document goes away (the program closes): offers to save a
+// modified document. False when the user cancels.
+bool ConfirmDiscardChanges();
 // Writes the document to a path; on failure shows why and returns false.
 bool SaveDocumentAs(const std::string& path);
 

@@ -1,7 +1,6 @@
 // Drawing of arcs.
-#include <GL/gl.h>
-
 #include "geometry/arc.h"
+#include "render/gl_batch.h"
 #include "render/strokes.h"
 
 namespace vt {
@@ -11,38 +10,41 @@ void CArc::Draw() {
   std::vector<Position> s = Samples();
   Position c = Centre();
   std::uint32_t color = LineColorOf(ForeColor, DrawMode);
-  glDisable(GL_LIGHTING);
-  glEnable(GL_LINE_SMOOTH);
-  glEnable(GL_BLEND);
-  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-  glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
-  glDisable(GL_POLYGON_OFFSET_FILL);
+  glb::Enable(GL_LIGHTING, false);
+  glb::Enable(GL_LINE_SMOOTH, true);
+  glb::Enable(GL_BLEND, true);
+  glb::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glb::Hint(GL_LINE_SMOOTH_HINT, GL_NICEST);
+  glb::Enable(GL_POLYGON_OFFSET_FILL, false);
 
   if (AT == 2 || AT == 3) {
     // Sector (to the centre) or bow face (over the chord), at the alpha of
     // a filled circle.
-    glDisable(GL_DEPTH_TEST);
+    glb::Enable(GL_DEPTH_TEST, false);
     SetColor(color, 0.3f);
-    glBegin(GL_TRIANGLE_FAN);
-    if (AT == 2) glVertex3f(c.x, c.y, c.z);
-    for (const Position& p : s) glVertex3f(p.x, p.y, p.z);
-    glEnd();
-    glEnable(GL_DEPTH_TEST);
+    glb::Begin(GL_TRIANGLES);
+    const Position& apex = AT == 2 ? c : s.front();
+    for (size_t i = 0; i + 1 < s.size(); ++i) {
+      glVertex3f(apex.x, apex.y, apex.z);
+      glVertex3f(s[i].x, s[i].y, s[i].z);
+      glVertex3f(s[i + 1].x, s[i + 1].y, s[i + 1].z);
+    }
+    glb::End();
+    glb::Enable(GL_DEPTH_TEST, true);
   }
 
   SetColor(color);
-  glLineWidth(GELineWidth);
+  glb::LineWidth(GELineWidth);
   int factor;
   unsigned short pattern;
   bool stippled = DrawMode == 1 && LineStippleOf(GELineStyle, factor, pattern);
-  if (stippled) {
-    glLineStipple(factor, pattern);
-    glEnable(GL_LINE_STIPPLE);
+  if (stippled) glb::LineStipple(factor, pattern);
+  glb::Enable(GL_LINE_STIPPLE, stippled);
+  glb::Begin(GL_LINES);
+  for (size_t i = 0; i + 1 < s.size(); ++i) {
+    glVertex3f(s[i].x, s[i].y, s[i].z);
+    glVertex3f(s[i + 1].x, s[i + 1].y, s[i + 1].z);
   }
-  glBegin(GL_LINE_STRIP);
-  for (const Position& p : s) glVertex3f(p.x, p.y, p.z);
-  glEnd();
-  glBegin(GL_LINES);
   if (AT == 2) {
     glVertex3f(s.front().x, s.front().y, s.front().z);
     glVertex3f(c.x, c.y, c.z);
@@ -52,11 +54,11 @@ void CArc::Draw() {
     glVertex3f(s.front().x, s.front().y, s.front().z);
     glVertex3f(s.back().x, s.back().y, s.back().z);
   }
-  glEnd();
-  if (stippled) glDisable(GL_LINE_STIPPLE);
-  glDisable(GL_LINE_SMOOTH);
-  glDisable(GL_BLEND);
-  glEnable(GL_LIGHTING);
+  glb::End();
+  glb::Enable(GL_LINE_STIPPLE, false);
+  glb::Enable(GL_LINE_SMOOTH, false);
+  glb::Enable(GL_BLEND, false);
+  glb::Enable(GL_LIGHTING, true);
 }
 
 }  // namespace vt

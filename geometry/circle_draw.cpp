@@ -1,7 +1,6 @@
 // Drawing of circles.
-#include <GL/gl.h>
-
 #include "geometry/circle.h"
+#include "render/gl_batch.h"
 #include "render/strokes.h"
 
 namespace vt {
@@ -22,46 +21,58 @@ void CCircle::Draw() {
   if (Hide) return;
   ComputeRim();
   std::uint32_t color = LineColorOf(ForeColor, DrawMode);
-  glDisable(GL_LIGHTING);
-  glEnable(GL_LINE_SMOOTH);
-  glEnable(GL_BLEND);
-  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-  glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
-  glDisable(GL_POLYGON_OFFSET_FILL);
-  glLineWidth(GELineWidth);
+  glb::Enable(GL_LIGHTING, false);
+  glb::Enable(GL_LINE_SMOOTH, true);
+  glb::Enable(GL_BLEND, true);
+  glb::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glb::Hint(GL_LINE_SMOOTH_HINT, GL_NICEST);
+  glb::Enable(GL_POLYGON_OFFSET_FILL, false);
+  glb::LineWidth(GELineWidth);
   GLint factor = 1;
   GLushort pattern = 0xFFFF;
   bool stippled = DrawMode == 1 && CircleStippleOf(GELineStyle, factor, pattern);
-  if (stippled) glLineStipple(factor, pattern);
+  if (stippled) glb::LineStipple(factor, pattern);
+  glb::Enable(GL_LINE_STIPPLE, stippled);
 
+  // Each rim piece is a line of its own, so a dash pattern starts anew on
+  // every piece.
   bool planar = !(CType == 2 || CType == 5);
   Position centre = planar ? Position(PCenter.x, PCenter.y, 0) : Centre();
-  for (int i = 0; i < DrawSegments; ++i) {
-    const Position& a = Rim[static_cast<size_t>(i)];
-    const Position& b = Rim[static_cast<size_t>(i) + 1];
-    if (Filled) {
-      // The disc is painted piece by piece under a blend, the outline after
-      // each piece.
-      glDisable(GL_DEPTH_TEST);
+  if (Filled) {
+    // The disc is painted piece by piece under a blend, the outline after
+    // each piece.
+    glb::Enable(GL_DEPTH_TEST, false);
+    for (int i = 0; i < DrawSegments; ++i) {
+      const Position& a = Rim[static_cast<size_t>(i)];
+      const Position& b = Rim[static_cast<size_t>(i) + 1];
+      glb::Begin(GL_TRIANGLES);
       SetColor(color, 0.3f);
-      glBegin(GL_TRIANGLES);
       glVertex3f(centre.x, centre.y, centre.z);
       glVertex3f(a.x, a.y, a.z);
       glVertex3f(b.x, b.y, b.z);
-      glEnd();
-      glEnable(GL_DEPTH_TEST);
+      glb::End();
+      glb::Begin(GL_LINES);
+      SetColor(color);
+      glVertex3f(a.x, a.y, a.z);
+      glVertex3f(b.x, b.y, b.z);
+      glb::End();
     }
+    glb::Enable(GL_DEPTH_TEST, true);
+  } else {
     SetColor(color);
-    if (stippled) glEnable(GL_LINE_STIPPLE);
-    glBegin(GL_LINES);
-    glVertex3f(a.x, a.y, a.z);
-    glVertex3f(b.x, b.y, b.z);
-    glEnd();
-    if (stippled) glDisable(GL_LINE_STIPPLE);
+    glb::Begin(GL_LINES);
+    for (int i = 0; i < DrawSegments; ++i) {
+      const Position& a = Rim[static_cast<size_t>(i)];
+      const Position& b = Rim[static_cast<size_t>(i) + 1];
+      glVertex3f(a.x, a.y, a.z);
+      glVertex3f(b.x, b.y, b.z);
+    }
+    glb::End();
   }
-  glDisable(GL_LINE_SMOOTH);
-  glDisable(GL_BLEND);
-  glEnable(GL_LIGHTING);
+  glb::Enable(GL_LINE_STIPPLE, false);
+  glb::Enable(GL_LINE_SMOOTH, false);
+  glb::Enable(GL_BLEND, false);
+  glb::Enable(GL_LIGHTING, true);
 }
 
 }  // namespace vt

@@ -4,7 +4,6 @@
 #include "geometry/geom.h"
 #include "geometry/line.h"
 #include "render/strokes.h"
-#include "render/text.h"
 
 namespace vt {
 
@@ -31,7 +30,7 @@ void CLine::Draw() {
     if (len > 0) {
       double ux = dx / len, uy = dy / len;
       double along = std::sqrt(0.16 - 0.01);
-      DrawTextAt(static_cast<float>(pEnd.x + ux * along - uy * 0.1), static_cast<float>(pEnd.y + uy * along + ux * 0.1),
+      QueueLabel(static_cast<float>(pEnd.x + ux * along - uy * 0.1), static_cast<float>(pEnd.y + uy * along + ux * 0.1),
                  pEnd.z, LLabel);
     }
   }

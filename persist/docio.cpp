@@ -248,12 +248,10 @@ bool DecodeDocumentFrame(const std::string& bytes, std::string& text) {
     len = u8(4) | (u8(5) << 8) | (u8(6) << 16) | (static_cast<size_t>(u8(7)) << 24);
     start = 8;
   }
-  if (bytes.size() - start < len) {
-    // A cut file gives what it holds; the reader then stops where the text ends.
-    text = bytes.substr(start);
-  } else {
-    text = bytes.substr(start, len);
-  }
+  // A file shorter than its frame says is a failed read: no text, so the
+  // document that was open stays.
+  if (bytes.size() - start < len) return false;
+  text = bytes.substr(start, len);
   if (!IsValidUtf8(text)) text = Cp1252ToUtf8(text);
   return true;
 }

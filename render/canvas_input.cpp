@@ -1,5 +1,7 @@
 #include "render/canvas_input.h"
 
+#include "document/numtext.h"
+
 #include <GL/gl.h>
 #include <GL/glu.h>
 
@@ -39,7 +41,9 @@ void ScreenToWorld(float X, float Y, Position& viewPoint, Position& scenePoint) 
   m.Read();
   const float wy = static_cast<float>(m.viewport[3]) - Y;
   GLfloat depth = 1.0f;
-  glReadPixels(static_cast<short>(X), static_cast<short>(wy), 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
+  // The pixel is taken as a 16-bit whole number, rounded half to even.
+  glReadPixels(static_cast<short>(RoundToLong(X)), static_cast<short>(RoundToLong(wy)), 1, 1, GL_DEPTH_COMPONENT,
+               GL_FLOAT, &depth);
   Unproject(m, X, wy, depth, viewPoint);
   glMatrixMode(GL_MODELVIEW);
   glMultMatrixf(SceneMatrix);

@@ -10,6 +10,7 @@
 #include "document/globals.h"
 #include "document/host.h"
 #include "geometry/region.h"
+#include "render/gl_batch.h"
 #include "render/reference.h"
 #include "render/strokes.h"
 #include "render/text.h"
@@ -81,14 +82,22 @@ void CaptureProjection() {
 constexpr Kind kDrawOrder[] = {Kind::RG, Kind::LN, Kind::CR, Kind::AR, Kind::C2, Kind::SF, Kind::SR,
                                Kind::SS, Kind::LO, Kind::FA, Kind::RB, Kind::IL, Kind::SP, Kind::PT};
 
+// The kinds whose drawing goes through the batched state (render/gl_batch.h).
+bool Batched(Kind k) { return k == Kind::RG || k == Kind::LN || k == Kind::CR || k == Kind::AR; }
+
 void DrawObjects() {
+  BeginLabelBatch();
   for (Kind k : kDrawOrder) {
     CollectionBase& c = Doc.Of(k);
     const int n = c.count();
+    if (n == 0) continue;
+    if (Batched(k)) glb::SetActive(true);
     if (k == Kind::PT) BeginPointBatch();
     for (int i = 1; i <= n; ++i) c.ItemBase(i)->Draw();
     if (k == Kind::PT) EndPointBatch();
+    if (Batched(k)) glb::SetActive(false);
   }
+  EndLabelBatch();
 }
 
 // Dotted guides from each selected point to the axes: in the plane to its
@@ -309,6 +318,8 @@ void DrawScene() {
     CompileScene();
   } catch (...) {
     EndPointBatch();
+    EndLabelBatch();
+    glb::SetActive(false);
     // A fault in an object's drawing ends the list where it stands; the frame
     // still shows what was compiled.
   }

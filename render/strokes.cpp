@@ -11,6 +11,7 @@
 #include "geometry/position.h"
 #include "geometry/region.h"
 #include "render/frame.h"
+#include "render/gl_batch.h"
 #include "render/text.h"
 
 namespace vt {
@@ -39,16 +40,12 @@ void ColorParts(std::uint32_t color, float& r, float& g, float& b) {
   b = static_cast<float>(blue % 256) / 255.0f;
 }
 
-void SetColor(std::uint32_t color) {
-  float r, g, b;
-  ColorParts(color, r, g, b);
-  glColor3f(r, g, b);
-}
+void SetColor(std::uint32_t color) { SetColor(color, 1.0f); }
 
 void SetColor(std::uint32_t color, float alpha) {
   float r, g, b;
   ColorParts(color, r, g, b);
-  glColor4f(r, g, b, alpha);
+  glb::Color(r, g, b, alpha);
 }
 
 std::uint32_t LineColorOf(std::uint32_t foreColor, int drawMode) {
@@ -71,32 +68,30 @@ bool LineStippleOf(int lineStyle, int& factor, unsigned short& pattern) {
 
 void DrawLineStroke(const Position& a, const Position& b, std::uint32_t foreColor, int drawMode,
                     int lineStyle, float lineWidth) {
-  glDisable(GL_LIGHTING);
-  glEnable(GL_LINE_SMOOTH);
-  glEnable(GL_BLEND);
-  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-  glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
-  glDisable(GL_POLYGON_OFFSET_FILL);
+  glb::Enable(GL_LIGHTING, false);
+  glb::Enable(GL_LINE_SMOOTH, true);
+  glb::Enable(GL_BLEND, true);
+  glb::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glb::Hint(GL_LINE_SMOOTH_HINT, GL_NICEST);
+  glb::Enable(GL_POLYGON_OFFSET_FILL, false);
   SetColor(LineColorOf(foreColor, drawMode));
-  if (lineWidth > 0) glLineWidth(lineWidth);
+  if (lineWidth > 0) glb::LineWidth(lineWidth);
   int factor = 1;
   unsigned short pattern = 0xFFFF;
   const bool stippled = drawMode == 1 && LineStippleOf(lineStyle, factor, pattern);
-  if (stippled) {
-    glLineStipple(factor, pattern);
-    glEnable(GL_LINE_STIPPLE);
-  }
-  glBegin(GL_LINES);
+  if (stippled) glb::LineStipple(factor, pattern);
+  glb::Enable(GL_LINE_STIPPLE, stippled);
+  glb::Begin(GL_LINES);
   glVertex3f(a.x, a.y, a.z);
   glVertex3f(b.x, b.y, b.z);
-  glEnd();
-  if (stippled) glDisable(GL_LINE_STIPPLE);
+  glb::End();
+  glb::Enable(GL_LINE_STIPPLE, false);
 }
 
 void EndLineLook() {
-  glDisable(GL_LINE_SMOOTH);
-  glDisable(GL_BLEND);
-  glEnable(GL_LIGHTING);
+  glb::Enable(GL_LINE_SMOOTH, false);
+  glb::Enable(GL_BLEND, false);
+  glb::Enable(GL_LIGHTING, true);
 }
 
 void DrawArrowHead(const Position& a, const Position& b) {
@@ -116,16 +111,17 @@ void DrawArrowHead(const Position& a, const Position& b) {
   const float w2y = static_cast<float>(b.y + head * (-ux * s + uy * c));
   const float mx = static_cast<float>(b.x + head * ux);
   const float my = static_cast<float>(b.y + head * uy);
-  glBegin(GL_TRIANGLES);
+  glb::Begin(GL_TRIANGLES);
   glVertex3f(b.x, b.y, z);
   glVertex3f(w1x, w1y, z);
   glVertex3f(mx, my, z);
   glVertex3f(b.x, b.y, z);
   glVertex3f(mx, my, z);
   glVertex3f(w2x, w2y, z);
-  glEnd();
-  glLineWidth(1.0f);
-  glBegin(GL_LINES);
+  glb::End();
+  glb::Enable(GL_LINE_STIPPLE, false);
+  glb::LineWidth(1.0f);
+  glb::Begin(GL_LINES);
   glVertex3f(b.x, b.y, z);
   glVertex3f(w1x, w1y, z);
   glVertex3f(b.x, b.y, z);
@@ -134,7 +130,7 @@ void DrawArrowHead(const Position& a, const Position& b) {
   glVertex3f(mx, my, z);
   glVertex3f(mx, my, z);
   glVertex3f(w2x, w2y, z);
-  glEnd();
+  glb::End();
 }
 
 void DrawVector(const Position& a, const Position& b, std::uint32_t foreColor, int drawMode, int lineStyle,
@@ -159,22 +155,23 @@ void DrawRegionFill(const CRegion& region, bool depthTest) {
     case 4: color = RGB(0, 255, 0); alpha = 0.5f; break;
     default: break;
   }
-  glDisable(GL_LIGHTING);
-  glEnable(GL_BLEND);
-  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-  if (!depthTest) glDisable(GL_DEPTH_TEST);
-  glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+  glb::Enable(GL_LIGHTING, false);
+  glb::Enable(GL_BLEND, true);
+  glb::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glb::Enable(GL_DEPTH_TEST, depthTest);
+  glb::PolygonMode(GL_FILL);
   SetColor(color, alpha);
-  glBegin(GL_POLYGON);
+  glb::Begin(GL_POLYGON);
   for (const Position& p : region.Points) glVertex3f(p.x, p.y, p.z);
-  glEnd();
-  if (!depthTest) glEnable(GL_DEPTH_TEST);
-  glDisable(GL_BLEND);
-  glEnable(GL_LIGHTING);
+  glb::End();
+  glb::Enable(GL_DEPTH_TEST, true);
+  glb::Enable(GL_BLEND, false);
+  glb::Enable(GL_LIGHTING, true);
 }
 
 namespace {
 bool g_pointBatch = false;
+bool g_labelBatch = false;
 bool g_batchStateSet = false;  // the shared look has been set for this batch
 std::vector<TextAt> g_labels;
 constexpr GLenum kNoPrimitive = 0xFFFF;
@@ -201,7 +198,6 @@ void ClosePointPrimitive() {
 void BeginPointBatch() {
   g_pointBatch = true;
   g_batchStateSet = false;
-  g_labels.clear();
 }
 
 void SetPointBatchState() {
@@ -229,14 +225,28 @@ void EndPointBatch() {
     glEnable(GL_LIGHTING);
   }
   g_batchStateSet = false;
+}
+
+void BeginLabelBatch() {
+  g_labelBatch = true;
+  g_labels.clear();
+}
+
+void EndLabelBatch() {
+  if (!g_labelBatch) return;
+  g_labelBatch = false;
   DrawTextsInWindow(g_labels, CompiledProjection());
   g_labels.clear();
 }
 
+bool InLabelBatch() { return g_labelBatch; }
+
 bool InPointBatch() { return g_pointBatch; }
 
 void QueueLabel(float x, float y, float z, const std::string& text) {
-  if (!text.empty()) g_labels.push_back(TextAt{x, y, z, &text});
+  if (text.empty()) return;
+  if (g_labelBatch) g_labels.push_back(TextAt{x, y, z, &text});
+  else DrawTextAt(x, y, z, text);
 }
 
 void DrawBall(float radius) {

@@ -85,7 +85,15 @@ void BeginPointBatch();
 void SetPointBatchState();
 void EndPointBatch();
 bool InPointBatch();
-// Queues a label at a place (the text must live until EndPointBatch).
+
+// The batch of the document's labels: while the frame draws the objects,
+// labels are queued and written after the last object in one text pass (as
+// textured glyphs placed where the bitmap glyphs would go).
+void BeginLabelBatch();
+void EndLabelBatch();
+bool InLabelBatch();
+// Queues a label at a place (the text must live until EndLabelBatch);
+// outside a label batch it is written at once.
 void QueueLabel(float x, float y, float z, const std::string& text);
 // glBegin and glEnd of a point's symbol. In a batch the primitive stays open
 // across points of the same primitive mode, so a thousand solid circles are

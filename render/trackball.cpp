@@ -156,4 +156,30 @@ void UpdateSceneMatrix() {
   for (int i = 0; i < 4; ++i) SceneQuat[i] = q[i];
 }
 
+void AnglesFromSceneQuat() {
+  float q[4] = {SceneQuat[0], SceneQuat[1], SceneQuat[2], SceneQuat[3]};
+  if (q[0] == 0 && q[1] == 0 && q[2] == 0 && q[3] == 0) q[3] = 1;
+  Normalize(q);
+  const double x = q[0], y = q[1], z = q[2], w = q[3];
+  // The rotation is yaw (y) after pitch (x) after roll (z): R = Ry Rx Rz.
+  const double r02 = 2 * (x * z + y * w), r22 = 1 - 2 * (x * x + y * y);
+  const double r10 = 2 * (x * y + z * w), r11 = 1 - 2 * (x * x + z * z);
+  const double r12 = 2 * (y * z - x * w);
+  const double r00 = 1 - 2 * (y * y + z * z), r20 = 2 * (x * z - y * w);
+  double pitch = std::asin(std::fmax(-1.0, std::fmin(1.0, -r12)));
+  double yaw, roll;
+  if (std::fabs(std::cos(pitch)) > 1e-6) {
+    yaw = std::atan2(r02, r22);
+    roll = std::atan2(r10, r11);
+  } else {
+    // Looking straight along x: roll and yaw turn about one axis.
+    roll = 0;
+    yaw = std::atan2(-r20, r00);
+  }
+  const double toDegrees = 180 / 3.1416;
+  ViewGraph.RotRoll = static_cast<float>(roll * toDegrees);
+  ViewGraph.RotPitch = static_cast<float>(pitch * toDegrees);
+  ViewGraph.RotYaw = static_cast<float>(yaw * toDegrees);
+}
+
 }  // namespace vt

@@ -42,4 +42,9 @@ void RotateSceneByDrag(float lastX, float lastY, float x, float y, float width, 
 // 3.1416/180), composed roll, pitch, yaw and stored in SceneQuat.
 void UpdateSceneMatrix();
 
+// The three angles of ViewGraph (degrees, with the same 3.1416/180 as the
+// way back) that compose to SceneQuat. A rotating drag ends with this, so
+// the turned scene stays as it is when the frame goes back to the angles.
+void AnglesFromSceneQuat();
+
 }  // namespace vt

@@ -257,6 +257,8 @@ void picDraw_MouseUp(int Button, int Shift, float X, float Y) {
   // A view drag lasts one drag: afterwards the user is back with the tool.
   const bool wasArmed = ViewRotate || ViewZoom || ViewMove;
   ViewRotate = ViewZoom = ViewMove = false;
+  // The turned scene is kept in the angles, as the frame reads them from here on.
+  if (SceneChanged) AnglesFromSceneQuat();
   SceneChanged = false;
   if (ActiveTool == 11) {
     DragCurrentX = X;

@@ -180,3 +180,48 @@ TEST_F(UndoTest, CutIsCopyThenDelete) {
 
 }  // namespace
 }  // namespace vt
+
+namespace vt {
+namespace {
+
+class ModifiedTest : public test::DocumentTest {};
+
+TEST_F(ModifiedTest, ClosingOffersToSaveOnlyAChangedDocument) {
+  SceneMode = 1;
+  MarkDocumentSaved();
+  EXPECT_TRUE(ConfirmDiscardChanges());  // nothing changed: nothing asked
+  EXPECT_TRUE(host_.messages.empty());
+  AddPoint(1, 1);
+  PushSnapshot();
+  EXPECT_TRUE(DocumentModified());
+  host_.msgAnswers.push_back(MsgResult::Cancel);
+  EXPECT_FALSE(ConfirmDiscardChanges());
+  ASSERT_EQ(host_.messages.size(), 1u);
+  EXPECT_EQ(host_.messages[0].text, "Save changes to file?");
+  // Saving marks the document unchanged.
+  test::TempDir dir;
+  host_.msgAnswers.push_back(MsgResult::Yes);
+  host_.savePaths.push_back(dir.path("doc"));
+  EXPECT_TRUE(ConfirmDiscardChanges());
+  EXPECT_EQ(CurrentFilePath, dir.path("doc.vtd"));
+  EXPECT_FALSE(DocumentModified());
+  // Undoing back to the saved state is unchanged too.
+  AddPoint(2, 2);
+  PushSnapshot();
+  EXPECT_TRUE(DocumentModified());
+  mnuFUndo_Click();
+  EXPECT_FALSE(DocumentModified());
+}
+
+TEST_F(ModifiedTest, ACancelledOpenKeepsTheDocumentAndTakesAStep) {
+  SceneMode = 1;
+  AddPoint(3, 3);
+  std::string before = GetUndoVar();
+  int undo = UndoCount;
+  mnuFileOpen_Click();  // the dialog answers with no path
+  EXPECT_EQ(GetUndoVar(), before);
+  EXPECT_EQ(UndoCount, undo + 1);
+}
+
+}  // namespace
+}  // namespace vt

@@ -179,14 +179,17 @@ TEST_F(DocumentTest, AFailedOpenKeepsTheOldDocument) {
   EXPECT_EQ(GetUndoVar(), before);
 }
 
-TEST_F(DocumentTest, ATruncatedFrameReadsWhatItHolds) {
+TEST_F(DocumentTest, ATruncatedFileKeepsTheOpenDocument) {
+  AddPoint(7, 7, 0, "K");
+  std::string before = GetUndoVar();
   std::string text = "GL Ver3.00 1 0 0 0 0;;" + PointRecord("PT0001", 1, 1, "A") + PointRecord("PT0002", 2, 2, "B");
   std::string bytes = EncodeDocumentFrame(text);
-  bytes.resize(bytes.size() - 10);  // the second point loses its tail
+  bytes.resize(bytes.size() - 10);  // the file ends before its frame does
   TempDir dir;
-  OpenFile(WriteRaw(dir, "cut.vtd", bytes));
-  EXPECT_EQ(Doc.Points.count(), 1);
-  EXPECT_EQ(NextObjectNumber, 2);
+  std::string got;
+  EXPECT_FALSE(DecodeDocumentFrame(bytes, got));
+  EXPECT_FALSE(OpenFile(WriteRaw(dir, "cut.vtd", bytes)));
+  EXPECT_EQ(GetUndoVar(), before);
 }
 
 TEST_F(DocumentTest, UndoTextKeepsTheViewAndTheLabel) {

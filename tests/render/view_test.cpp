@@ -298,3 +298,41 @@ TEST_F(ViewTest, PointPickCountsFarZAsZero) {
 
 }  // namespace
 }  // namespace vt
+
+namespace vt {
+namespace {
+
+// A turned scene survives the end of the drag: the angles found for the
+// quaternion compose back to it.
+TEST(SceneAngles, AnglesComposeBackToTheQuaternion) {
+  ResetGlobals();
+  const float angles[][3] = {{111, -41, 60}, {0, 0, 0}, {30, 20, -170}, {-95, 80, 10}, {5, -89.9f, 44}};
+  for (const auto& a : angles) {
+    ViewGraph.RotRoll = a[0];
+    ViewGraph.RotPitch = a[1];
+    ViewGraph.RotYaw = a[2];
+    SceneChanged = false;
+    UpdateSceneMatrix();
+    float before[16];
+    for (int i = 0; i < 16; ++i) before[i] = SceneMatrix[i];
+    ViewGraph.RotRoll = ViewGraph.RotPitch = ViewGraph.RotYaw = 0;
+    AnglesFromSceneQuat();
+    UpdateSceneMatrix();
+    for (int i = 0; i < 16; ++i) EXPECT_NEAR(SceneMatrix[i], before[i], 1e-4) << i;
+  }
+  // After a free drag the same holds for whatever the track ball made.
+  SceneChanged = false;
+  UpdateSceneMatrix();
+  RotateMode = 1;
+  RotateSceneByDrag(100, 100, 160, 130, 400, 300);
+  UpdateSceneMatrix();
+  float dragged[16];
+  for (int i = 0; i < 16; ++i) dragged[i] = SceneMatrix[i];
+  AnglesFromSceneQuat();
+  SceneChanged = false;
+  UpdateSceneMatrix();
+  for (int i = 0; i < 16; ++i) EXPECT_NEAR(SceneMatrix[i], dragged[i], 1e-4) << i;
+}
+
+}  // namespace
+}  // namespace vt
