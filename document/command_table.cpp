@@ -11,6 +11,7 @@
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "document/undo.h"
+#include "geometry/property_commands.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
 
@@ -581,6 +582,7 @@ void RegisterFrameCommands() {
 void RegisterAllCommands() {
   RegisterFrameCommands();
   // Subsystems add their Register...Commands() calls here.
+  RegisterPropertyCommands();
 }
 
 // ---- capture, print, copy as bitmap --------------------------------------------------

@@ -34,9 +34,15 @@ const std::vector<std::string>& ArcShowNames() {
 
 bool ReadNumberField(std::string& text, float& value) {
   std::string source = text, cleaned;
-  if (!FilterNumberText(source, cleaned)) return false;
+  float v;
+  if (!FilterNumberText(source, cleaned) || !TextToSingle(cleaned, v)) return false;
   text = cleaned;
-  return TextToSingle(cleaned, value);
+  value = v;
+  return true;
+}
+
+bool LabelAcceptable(const std::string& label) {
+  return label.find_first_of("@;\r\n") == std::string::npos;
 }
 
 namespace {
@@ -47,12 +53,19 @@ void Changed() {
   RedrawScene();
 }
 
-template <class T>
-bool Differs(const T& a, const T& b) {
-  return !(a == b);
+// A number field of an object's value `current`: the text Load wrote for it
+// gives `current` itself, any other text is read.
+bool ReadValueField(std::string& text, float current, float& value) {
+  if (text == SingleToText(current)) {
+    value = current;
+    return true;
+  }
+  return ReadNumberField(text, value);
 }
 
-bool ReadWidth(std::string& text, float& width) { return ReadNumberField(text, width) && width > 0 && width <= 100; }
+bool ReadWidth(std::string& text, float current, float& width) {
+  return ReadValueField(text, current, width) && width > 0 && width <= 100;
+}
 
 }  // namespace
 
@@ -119,11 +132,12 @@ bool LoadPointProps(const std::string& id, PointProps& p) {
 std::string ApplyPointProps(const std::string& id, PointProps& p) {
   Position* pt = FindPoint(id);
   if (!pt) return kObjectNotExist;
+  const bool editable = pt->ptype == 1 || pt->ptype == 8;
   float x = pt->x, y = pt->y, z = pt->z;
-  if (p.coordsEditable && !(ReadNumberField(p.x, x) && ReadNumberField(p.y, y) && ReadNumberField(p.z, z)))
+  if (editable && !(ReadValueField(p.x, pt->x, x) && ReadValueField(p.y, pt->y, y) && ReadValueField(p.z, pt->z, z)))
     return kIllegalData;
-  if (p.size < 1 || p.size > 9 || p.symbol < 1 || p.symbol > 6) return kIllegalData;
-  bool moved = p.coordsEditable && (x != pt->x || y != pt->y || z != pt->z);
+  if (p.size < 1 || p.size > 9 || p.symbol < 1 || p.symbol > 6 || !LabelAcceptable(p.label)) return kIllegalData;
+  bool moved = editable && (x != pt->x || y != pt->y || z != pt->z);
   bool changed = moved || p.label != pt->PLabel || p.color != pt->ForeColor || p.size != pt->Size ||
                  p.symbol != pt->Symbol || p.hideLabel != pt->HideLabel;
   if (!changed) return {};
@@ -138,6 +152,17 @@ std::string ApplyPointProps(const std::string& id, PointProps& p) {
   }
   Changed();
   return {};
+}
+
+bool LoadPointStyleFromSelection(PointStyle& s) {
+  for (Position* shadow : Sel.Points)
+    if (const Position* pt = FindPoint(shadow->ID)) {
+      s.color = pt->ForeColor;
+      s.size = pt->Size;
+      s.symbol = pt->Symbol;
+      return true;
+    }
+  return false;
 }
 
 std::string ApplyPointStyleToSelection(const PointStyle& s) {
@@ -172,7 +197,9 @@ std::string ApplyLineProps(const std::string& id, LineProps& p) {
   CLine* l = Doc.Lines.FindById(id);
   if (!l) return kObjectNotExist;
   float width;
-  if (!ReadWidth(p.width, width) || p.lt < 1 || p.lt > 4 || p.style < 1 || p.style > 4) return kIllegalData;
+  if (!ReadWidth(p.width, l->GELineWidth, width) || p.lt < 1 || p.lt > 4 || p.style < 1 || p.style > 4 ||
+      !LabelAcceptable(p.label))
+    return kIllegalData;
   if (p.label == l->LLabel && p.lt == l->lt && p.style == l->GELineStyle && width == l->GELineWidth &&
       p.color == l->ForeColor && p.hideLabel == l->HideLabel)
     return {};
@@ -190,33 +217,42 @@ bool LoadCircleProps(const std::string& id, CircleProps& p) {
   const CCircle* c = Doc.Circles.FindById(id);
   if (!c) return false;
   p.label = c->CLabel;
-  p.radiusEditable = c->CType == 3;
+  p.radiusEditable = c->CType == 3 || c->CType == 5;
   p.radius = SingleToText(c->Radius());
   p.style = c->GELineStyle;
   p.width = SingleToText(c->GELineWidth);
   p.color = c->ForeColor;
   p.filled = c->Filled;
+  p.hideLabel = c->HideLabel;
   return true;
 }
 
 std::string ApplyCircleProps(const std::string& id, CircleProps& p) {
   CCircle* c = Doc.Circles.FindById(id);
   if (!c) return kObjectNotExist;
+  const bool radiusEditable = c->CType == 3 || c->CType == 5;
   float width, radius = c->R;
-  if (!ReadWidth(p.width, width) || p.style < 1 || p.style > 4) return kIllegalData;
-  if (p.radiusEditable && (!ReadNumberField(p.radius, radius) || radius < 0)) return kIllegalData;
+  if (!ReadWidth(p.width, c->GELineWidth, width) || p.style < 1 || p.style > 4 || !LabelAcceptable(p.label))
+    return kIllegalData;
+  if (radiusEditable && (!ReadValueField(p.radius, c->R, radius) || !(radius > 0))) return kIllegalData;
   if (p.label == c->CLabel && radius == c->R && p.style == c->GELineStyle && width == c->GELineWidth &&
-      p.color == c->ForeColor && p.filled == c->Filled)
+      p.color == c->ForeColor && p.filled == c->Filled && p.hideLabel == c->HideLabel)
     return {};
   c->CLabel = p.label;
-  if (p.radiusEditable) {
-    c->R = radius;
-    c->UpdateStru();
-  }
+  const bool resized = radius != c->R;
+  c->R = radius;
   c->GELineStyle = p.style;
   c->GELineWidth = width;
   c->ForeColor = p.color;
   c->Filled = p.filled;
+  c->HideLabel = p.hideLabel;
+  if (resized) {
+    // The points on the rim follow the new radius, and so do the copies that
+    // other objects keep of them.
+    c->UpdateStru();
+    for (const Position& s : c->StruP)
+      if (const Position* real = FindPoint(s.ID)) WriteThroughCopies(*real);
+  }
   Changed();
   return {};
 }
@@ -229,6 +265,7 @@ bool LoadArcProps(const std::string& id, ArcProps& p) {
   p.style = a->GELineStyle;
   p.width = SingleToText(a->GELineWidth);
   p.color = a->ForeColor;
+  p.hideLabel = a->HideLabel;
   return true;
 }
 
@@ -236,15 +273,18 @@ std::string ApplyArcProps(const std::string& id, ArcProps& p) {
   CArc* a = Doc.Arcs.FindById(id);
   if (!a) return kObjectNotExist;
   float width;
-  if (!ReadWidth(p.width, width) || p.show < 1 || p.show > 3 || p.style < 1 || p.style > 4) return kIllegalData;
+  if (!ReadWidth(p.width, a->GELineWidth, width) || p.show < 1 || p.show > 3 || p.style < 1 || p.style > 4 ||
+      !LabelAcceptable(p.label))
+    return kIllegalData;
   if (p.label == a->Label && p.show == a->AT && p.style == a->GELineStyle && width == a->GELineWidth &&
-      p.color == a->ForeColor)
+      p.color == a->ForeColor && p.hideLabel == a->HideLabel)
     return {};
   a->Label = p.label;
   a->AT = p.show;
   a->GELineStyle = p.style;
   a->GELineWidth = width;
   a->ForeColor = p.color;
+  a->HideLabel = p.hideLabel;
   Changed();
   return {};
 }
@@ -255,6 +295,7 @@ bool LoadRegionProps(const std::string& id, RegionProps& p) {
   p.label = g->Label;
   p.color = g->ForeColor;
   p.alpha = SingleToText(g->Alpha);
+  p.hideLabel = g->HideLabel;
   return true;
 }
 
@@ -262,11 +303,13 @@ std::string ApplyRegionProps(const std::string& id, RegionProps& p) {
   CRegion* g = Doc.Regions.FindById(id);
   if (!g) return kObjectNotExist;
   float alpha;
-  if (!ReadNumberField(p.alpha, alpha) || alpha < 0 || alpha > 1) return kIllegalData;
-  if (p.label == g->Label && p.color == g->ForeColor && alpha == g->Alpha) return {};
+  if (!ReadValueField(p.alpha, g->Alpha, alpha) || !(alpha >= 0 && alpha <= 1) || !LabelAcceptable(p.label))
+    return kIllegalData;
+  if (p.label == g->Label && p.color == g->ForeColor && alpha == g->Alpha && p.hideLabel == g->HideLabel) return {};
   g->Label = p.label;
   g->ForeColor = p.color;
   g->Alpha = alpha;
+  g->HideLabel = p.hideLabel;
   Changed();
   return {};
 }

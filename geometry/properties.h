@@ -5,7 +5,9 @@
 //
 // Apply returns the empty text on success, or the message the dialog shows
 // (title "Error") and keeps it open. A change pushes one undo snapshot and
-// redraws; an OK that changes nothing pushes none.
+// redraws; an OK that changes nothing pushes none. A number field whose text
+// is still the one Load wrote keeps the object's exact value (the text shows
+// at most 7 digits, so reading it back could move the value by a hair).
 #pragma once
 
 #include <cstdint>
@@ -23,14 +25,21 @@ const std::vector<std::string>& LineStyleNames();
 const std::vector<std::string>& LineKindNames();  // lt 1..4
 const std::vector<std::string>& ArcShowNames();   // AT 1..3
 
-// A number field as the dialogs read it: filtered, then read; false for a
-// text that is not one number.
+// A number field as the dialogs read it: filtered (blanks dropped, a decimal
+// comma read as a point), then read; false for a text that is not one
+// number (an overflowing one included). On success the text is the cleaned one.
 bool ReadNumberField(std::string& text, float& value);
+
+// A label as the dialogs take it: the document frames labels by "@" and ends
+// records with ";;", so neither "@" nor ";" (nor a line break) may stand in one.
+bool LabelAcceptable(const std::string& label);
 
 struct PointProps {
   std::string label;
-  std::string x, y, z;          // text fields
-  bool coordsEditable = false;  // free and following points only
+  std::string x, y, z;  // text fields
+  // Free and following points only. Apply decides by the point's kind, not
+  // by this flag: a constructed point never moves through the dialog.
+  bool coordsEditable = false;
   std::uint32_t color = 0;
   int size = 2;    // 1..9
   int symbol = 1;  // 1..6
@@ -45,6 +54,9 @@ struct PointStyle {
   int size = 2;
   int symbol = 1;
 };
+// The style of the first selected point that still exists; false when no
+// point is selected.
+bool LoadPointStyleFromSelection(PointStyle& s);
 std::string ApplyPointStyleToSelection(const PointStyle& s);
 
 struct LineProps {
@@ -60,12 +72,13 @@ std::string ApplyLineProps(const std::string& id, LineProps& p);
 
 struct CircleProps {
   std::string label;
-  std::string radius;            // a text field
-  bool radiusEditable = false;   // circles of a given radius
+  std::string radius;           // a text field
+  bool radiusEditable = false;  // circles of a given radius (CType 3 and 5)
   int style = 1;
   std::string width;
   std::uint32_t color = 0;
   bool filled = false;
+  bool hideLabel = false;
 };
 bool LoadCircleProps(const std::string& id, CircleProps& p);
 std::string ApplyCircleProps(const std::string& id, CircleProps& p);
@@ -76,6 +89,7 @@ struct ArcProps {
   int style = 1;
   std::string width;
   std::uint32_t color = 0;
+  bool hideLabel = false;
 };
 bool LoadArcProps(const std::string& id, ArcProps& p);
 std::string ApplyArcProps(const std::string& id, ArcProps& p);
@@ -84,6 +98,7 @@ struct RegionProps {
   std::string label;
   std::uint32_t color = 0;
   std::string alpha;  // opacity 0..1
+  bool hideLabel = false;
 };
 bool LoadRegionProps(const std::string& id, RegionProps& p);
 std::string ApplyRegionProps(const std::string& id, RegionProps& p);

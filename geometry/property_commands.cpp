@@ -1,0 +1,124 @@
+#include "geometry/property_commands.h"
+
+#include "document/command_table.h"
+#include "document/globals.h"
+#include "document/host.h"
+#include "geometry/properties.h"
+#include "tools/canvas_input.h"
+
+namespace vt {
+
+const char* const kSelectPointFirst = "Please select a point first.";
+const char* const kSelectLineFirst = "Please select a line first.";
+const char* const kSelectRegionFirst = "Please select a polygon first.";
+const char* const kSelectObjectsFirst = "Please select objects first.";
+
+namespace {
+
+PropertyFormOpener& Opener() {
+  static PropertyFormOpener opener;
+  return opener;
+}
+
+void Note(const char* text) { host().MsgBox(text, "Note", MsgButtons::OK, MsgIcon::Exclamation); }
+
+// The id of the first object of a selection set that is still in the
+// document, or "".
+std::string FirstSelected(Kind kind) {
+  CollectionBase& set = Sel.Of(kind);
+  CollectionBase& doc = Doc.Of(kind);
+  for (int i = 1; i <= set.count(); ++i) {
+    const std::string& id = set.ItemBase(i)->ID;
+    if (doc.FindId(id)) return id;
+  }
+  return {};
+}
+
+// The double click hands over the object with EditMode already set; a kind
+// whose dialog cannot open leaves no edit state behind.
+void OpenFromDoubleClick(DocObject& object) {
+  Kind kind;
+  PropertyForm form;
+  if (!KindOfTag(object.Tag(), kind) || !PropertyFormOfKind(kind, form) || !OpenPropertyForm(form, object.ID))
+    EditMode = false;
+}
+
+}  // namespace
+
+void SetPropertyFormOpener(PropertyFormOpener opener) { Opener() = std::move(opener); }
+bool PropertyFormsAvailable() { return static_cast<bool>(Opener()); }
+
+bool PropertyFormOfKind(Kind kind, PropertyForm& form) {
+  switch (kind) {
+    case Kind::PT: form = PropertyForm::Point; return true;
+    case Kind::LN: form = PropertyForm::Line; return true;
+    case Kind::CR: form = PropertyForm::Circle; return true;
+    case Kind::AR: form = PropertyForm::Arc; return true;
+    case Kind::RG: form = PropertyForm::Region; return true;
+    default: return false;
+  }
+}
+
+bool OpenPropertyForm(PropertyForm form, const std::string& id) {
+  if (!Opener()) return false;
+  if (form != PropertyForm::PointStyle) {
+    if (!GetObjectById(id)) {
+      host().MsgBox(kObjectNotExist, "Error", MsgButtons::OK, MsgIcon::Exclamation);
+      return false;
+    }
+    EditMode = true;
+    EditObjectId = id;
+  }
+  // A copy: the opener may replace itself.
+  PropertyFormOpener opener = Opener();
+  opener(form, id);
+  return true;
+}
+
+void mnuEditPoint_Click() {
+  if (FirstSelected(Kind::PT).empty()) {
+    Note(kSelectPointFirst);
+    return;
+  }
+  OpenPropertyForm(PropertyForm::PointStyle, std::string());
+}
+
+void mnuEditLine_Click() {
+  const std::string id = FirstSelected(Kind::LN);
+  if (id.empty()) {
+    Note(kSelectLineFirst);
+    return;
+  }
+  OpenPropertyForm(PropertyForm::Line, id);
+}
+
+void mnuEditRegion_Click() {
+  const std::string id = FirstSelected(Kind::RG);
+  if (id.empty()) {
+    Note(kSelectRegionFirst);
+    return;
+  }
+  OpenPropertyForm(PropertyForm::Region, id);
+}
+
+void mnuEditProp_Click() {
+  for (Kind k : {Kind::PT, Kind::LN, Kind::AR, Kind::CR, Kind::RG}) {
+    const std::string id = FirstSelected(k);
+    PropertyForm form;
+    if (!id.empty() && PropertyFormOfKind(k, form)) {
+      OpenPropertyForm(form, id);
+      return;
+    }
+  }
+  Note(kSelectObjectsFirst);
+}
+
+void RegisterPropertyCommands() {
+  RegisterHandler("mnuEditPoint", mnuEditPoint_Click, PropertyFormsAvailable);
+  RegisterHandler("mnuEditLine", mnuEditLine_Click, PropertyFormsAvailable);
+  RegisterHandler("mnuEditRegion", mnuEditRegion_Click, PropertyFormsAvailable);
+  RegisterHandler("mnuEditProp", mnuEditProp_Click, PropertyFormsAvailable);
+  for (Kind k : {Kind::PT, Kind::LN, Kind::CR, Kind::AR, Kind::RG}) RegisterEditDialog(k, OpenFromDoubleClick);
+}
+
+}  // namespace vt

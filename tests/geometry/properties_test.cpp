@@ -1,0 +1,512 @@
+// The property dialogs without their windows: what Load shows, what Apply
+// refuses and changes, the undo snapshot a change leaves, and the commands
+// that decide which dialog opens for which object.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "document/command_table.h"
+#include "document/globals.h"
+#include "document/undo.h"
+#include "geometry/properties.h"
+#include "geometry/property_commands.h"
+#include "persist/docio.h"
+#include "support/fixtures.h"
+#include "tools/canvas_input.h"
+
+namespace vt {
+namespace {
+
+class PropertiesTest : public test::DocumentTest {
+ protected:
+  void SetUp() override {
+    DocumentTest::SetUp();
+    SceneMode = 1;
+    PushSnapshot();  // the document as it stands is the last undo step
+  }
+
+  CLine* AddLine(Position* a, Position* b) {
+    auto l = std::make_unique<CLine>();
+    l->ID = NewObjectId("LN");
+    l->Line1(a->ID, b->ID);
+    a->AddLink({l->ID, 2, 1, 0, 0});
+    b->AddLink({l->ID, 2, 2, 0, 0});
+    return Doc.Lines.Add(std::move(l));
+  }
+  CCircle* AddCircle(int ctype, Position* centre, Position* rim, float r) {
+    auto c = std::make_unique<CCircle>();
+    c->ID = NewObjectId("CR");
+    c->CType = ctype;
+    c->Circle1(centre->ID, rim ? rim->ID : std::string());
+    c->R = r;
+    return Doc.Circles.Add(std::move(c));
+  }
+  CArc* AddArc(Position* b, Position* centre, Position* e) {
+    auto a = std::make_unique<CArc>();
+    a->ID = NewObjectId("AR");
+    a->Arc1(b->ID, centre->ID, e->ID);
+    return Doc.Arcs.Add(std::move(a));
+  }
+  CRegion* AddRegion(std::vector<Position*> corners) {
+    auto g = std::make_unique<CRegion>();
+    g->ID = NewObjectId("RG");
+    for (Position* p : corners) g->Points.push_back(HolderCopy(*p));
+    g->Alpha = 0.3f;
+    return Doc.Regions.Add(std::move(g));
+  }
+
+  // What must hold after a refused or empty OK.
+  void ExpectNothingChanged(const std::string& before, int undoCount) {
+    EXPECT_EQ(GetUndoVar(), before);
+    EXPECT_EQ(UndoCount, undoCount);
+  }
+  // One snapshot, and it is the document as it now stands.
+  void ExpectOneSnapshot(int undoCount) {
+    EXPECT_EQ(UndoCount, undoCount + 1);
+    EXPECT_EQ(UndoEntry(UndoCount), GetUndoVar());
+  }
+};
+
+// ---- points ---------------------------------------------------------------------------
+
+TEST_F(PropertiesTest, FreeAndFollowingPointsMoveThroughTheDialogAndCarryTheCopiesOfTheirHolders) {
+  Position* a = AddPoint(0, 0, 0, "A");
+  Position* b = AddPoint(4, 0, 0, "B");
+  CLine* l = AddLine(a, b);
+  Position* f = AddPoint(1, 1, 0, "F");
+  f->ptype = 8;
+
+  PointProps p;
+  ASSERT_TRUE(LoadPointProps(a->ID, p));
+  EXPECT_TRUE(p.coordsEditable);
+  EXPECT_EQ(p.label, "A");
+  EXPECT_EQ(p.x, "0");
+  const int undo = UndoCount;
+  p.x = "2.5";
+  p.y = "-1";
+  p.label = "P 1";
+  EXPECT_EQ(ApplyPointProps(a->ID, p), "");
+  EXPECT_FLOAT_EQ(a->x, 2.5f);
+  EXPECT_FLOAT_EQ(a->y, -1);
+  EXPECT_EQ(a->PLabel, "P 1");
+  EXPECT_FLOAT_EQ(l->pBegin.x, 2.5f);  // the line's copy of its end followed
+  EXPECT_FLOAT_EQ(l->pBegin.y, -1);
+  EXPECT_FLOAT_EQ(l->pEnd.x, 4);
+  ExpectOneSnapshot(undo);
+
+  ASSERT_TRUE(LoadPointProps(f->ID, p));
+  EXPECT_TRUE(p.coordsEditable);
+  p.z = "3";
+  EXPECT_EQ(ApplyPointProps(f->ID, p), "");
+  EXPECT_FLOAT_EQ(f->z, 3);
+}
+
+TEST_F(PropertiesTest, AConstructedPointKeepsItsPlaceWhateverTheFieldsSay) {
+  Position* m = Doc.Points.Add(NewObjectId("PT"), 1, 2, 0, 4, "LN0009", "LN0010", 1);
+  PointProps p;
+  ASSERT_TRUE(LoadPointProps(m->ID, p));
+  EXPECT_FALSE(p.coordsEditable);
+  const int undo = UndoCount;
+  // Even a caller that claims the fields are editable does not move it, and
+  // text that would be refused in an editable field is not read at all.
+  p.coordsEditable = true;
+  p.x = "9";
+  p.y = "not a number";
+  p.symbol = 3;
+  EXPECT_EQ(ApplyPointProps(m->ID, p), "");
+  EXPECT_FLOAT_EQ(m->x, 1);
+  EXPECT_FLOAT_EQ(m->y, 2);
+  EXPECT_EQ(m->Symbol, 3);
+  ExpectOneSnapshot(undo);
+}
+
+TEST_F(PropertiesTest, RefusedPointFieldsChangeNothingAndPushNothing) {
+  Position* a = AddPoint(1, 1, 0, "A");
+  const std::string before = GetUndoVar();
+  const int undo = UndoCount;
+  PointProps good;
+  ASSERT_TRUE(LoadPointProps(a->ID, good));
+  const std::vector<std::pair<const char*, void (*)(PointProps&)>> bad = {
+      {"letters in x", [](PointProps& p) { p.x = "1a"; }},
+      {"a sign at the end of y", [](PointProps& p) { p.y = "1-"; }},
+      {"overflowing z", [](PointProps& p) { p.z = "1E60"; }},
+      {"size 0", [](PointProps& p) { p.size = 0; }},
+      {"size 10", [](PointProps& p) { p.size = 10; }},
+      {"no symbol chosen", [](PointProps& p) { p.symbol = 0; }},
+      {"symbol 7", [](PointProps& p) { p.symbol = 7; }},
+      {"frame mark in the label", [](PointProps& p) { p.label = "a@b"; }},
+      {"record end in the label", [](PointProps& p) { p.label = "a;;b"; }},
+  };
+  for (const auto& [what, spoil] : bad) {
+    PointProps p = good;
+    p.label = "changed";  // a good change beside the bad one is not applied either
+    spoil(p);
+    EXPECT_EQ(ApplyPointProps(a->ID, p), kIllegalData) << what;
+    ExpectNothingChanged(before, undo);
+  }
+  EXPECT_TRUE(host_.messages.empty());  // the dialog shows the message, not Apply
+}
+
+TEST_F(PropertiesTest, AnOkThatChangesNothingPushesNothingAndKeepsExactValues) {
+  // A dragged point has more digits than the fields show.
+  Position* a = AddPoint(1.23456789f, -0.000123456789f, 7654321.5f, "A");
+  const float x = a->x, y = a->y, z = a->z;
+  Position* b = AddPoint(0, 0, 0, "B");
+  CLine* l = AddLine(a, b);
+  l->GELineWidth = 1.23456789f;
+  const std::string before = GetUndoVar();
+  const int undo = UndoCount;
+  PointProps p;
+  ASSERT_TRUE(LoadPointProps(a->ID, p));
+  EXPECT_EQ(ApplyPointProps(a->ID, p), "");
+  EXPECT_EQ(a->x, x);
+  EXPECT_EQ(a->y, y);
+  EXPECT_EQ(a->z, z);
+  LineProps lp;
+  ASSERT_TRUE(LoadLineProps(l->ID, lp));
+  EXPECT_EQ(ApplyLineProps(l->ID, lp), "");
+  ExpectNothingChanged(before, undo);
+}
+
+TEST_F(PropertiesTest, AnObjectThatVanishedUnderTheDialogIsReported) {
+  Position* a = AddPoint(0, 0, 0, "A");
+  Position* b = AddPoint(1, 0, 0, "B");
+  Position* c = AddPoint(0, 1, 0, "C");
+  PointProps pp;
+  LineProps lp;
+  CircleProps cp;
+  ArcProps ap;
+  RegionProps rp;
+  const std::string pt = a->ID, ln = AddLine(a, b)->ID, cr = AddCircle(1, a, b, 1)->ID, ar = AddArc(b, a, c)->ID,
+                    rg = AddRegion({a, b, c})->ID;
+  ASSERT_TRUE(LoadPointProps(pt, pp) && LoadLineProps(ln, lp) && LoadCircleProps(cr, cp) && LoadArcProps(ar, ap) &&
+              LoadRegionProps(rg, rp));
+  ClearDocument();
+  const int undo = UndoCount;
+  EXPECT_EQ(ApplyPointProps(pt, pp), kObjectNotExist);
+  EXPECT_EQ(ApplyLineProps(ln, lp), kObjectNotExist);
+  EXPECT_EQ(ApplyCircleProps(cr, cp), kObjectNotExist);
+  EXPECT_EQ(ApplyArcProps(ar, ap), kObjectNotExist);
+  EXPECT_EQ(ApplyRegionProps(rg, rp), kObjectNotExist);
+  EXPECT_EQ(UndoCount, undo);
+  EXPECT_FALSE(LoadLineProps(ln, lp));
+  EXPECT_EQ(ApplyPointStyleToSelection(PointStyle{}), "");  // nothing selected: nothing to do
+  EXPECT_EQ(UndoCount, undo);
+}
+
+TEST_F(PropertiesTest, ThePointStyleGoesToEverySelectedPointAndOnlyToThem) {
+  Position* a = AddPoint(0, 0);
+  Position* b = AddPoint(1, 0);
+  Position* c = AddPoint(2, 0);
+  PointStyle s;
+  EXPECT_FALSE(LoadPointStyleFromSelection(s));
+  b->Symbol = 4;
+  b->Size = 7;
+  SelectObject(*b);
+  SelectObject(*c);
+  ASSERT_TRUE(LoadPointStyleFromSelection(s));
+  EXPECT_EQ(s.symbol, 4);  // the first selected point's
+  EXPECT_EQ(s.size, 7);
+  const std::string unselected = a->Save();
+  const int undo = UndoCount;
+
+  s = PointStyle{RGB(1, 2, 3), 9, 6};
+  s.size = 10;
+  EXPECT_EQ(ApplyPointStyleToSelection(s), kIllegalData);
+  EXPECT_EQ(UndoCount, undo);
+  EXPECT_EQ(c->Symbol, 1);
+
+  s.size = 9;
+  EXPECT_EQ(ApplyPointStyleToSelection(s), "");
+  for (Position* p : {b, c}) {
+    EXPECT_EQ(p->ForeColor, RGB(1, 2, 3));
+    EXPECT_EQ(p->Size, 9);
+    EXPECT_EQ(p->Symbol, 6);
+  }
+  EXPECT_EQ(a->Save(), unselected);
+  ExpectOneSnapshot(undo);
+}
+
+// ---- lines, circles, arcs, regions ---------------------------------------------------------
+
+TEST_F(PropertiesTest, LineKindStyleWidthColourAndLabelChangeInOneStep) {
+  CLine* l = AddLine(AddPoint(0, 0), AddPoint(3, 0));
+  LineProps p;
+  ASSERT_TRUE(LoadLineProps(l->ID, p));
+  EXPECT_EQ(p.width, "2");
+  EXPECT_EQ(p.style, 1);
+  const int undo = UndoCount;
+  p.lt = 3;
+  p.style = 4;
+  p.width = "3,5";  // a decimal comma reads as a point
+  p.color = RGB(0, 128, 255);
+  p.label = "g";
+  p.hideLabel = true;
+  EXPECT_EQ(ApplyLineProps(l->ID, p), "");
+  EXPECT_EQ(l->lt, 3);
+  EXPECT_EQ(l->GELineStyle, 4);
+  EXPECT_FLOAT_EQ(l->GELineWidth, 3.5f);
+  EXPECT_EQ(l->ForeColor, RGB(0, 128, 255));
+  EXPECT_EQ(l->LLabel, "g");
+  EXPECT_TRUE(l->HideLabel);
+  ExpectOneSnapshot(undo);
+  // The snapshot reads back to the same line.
+  const std::string text = GetUndoVar();
+  ASSERT_TRUE(OpenDocumentText(text));
+  EXPECT_EQ(Doc.Lines.Item(1)->GELineStyle, 4);
+}
+
+TEST_F(PropertiesTest, WidthsThatAreNoPositiveNumberAreRefusedForEveryKind) {
+  Position* a = AddPoint(0, 0);
+  Position* b = AddPoint(2, 0);
+  Position* c = AddPoint(0, 2);
+  CLine* l = AddLine(a, b);
+  CCircle* k = AddCircle(1, a, b, 2);
+  CArc* r = AddArc(b, a, c);
+  const std::string before = GetUndoVar();
+  const int undo = UndoCount;
+  for (const char* width : {"", "0", "-1", "abc", "1..5", "101", "1E40", "1e"}) {
+    LineProps lp;
+    CircleProps cp;
+    ArcProps ap;
+    ASSERT_TRUE(LoadLineProps(l->ID, lp) && LoadCircleProps(k->ID, cp) && LoadArcProps(r->ID, ap));
+    lp.width = cp.width = ap.width = width;
+    lp.style = cp.style = ap.style = 2;
+    EXPECT_EQ(ApplyLineProps(l->ID, lp), kIllegalData) << width;
+    EXPECT_EQ(ApplyCircleProps(k->ID, cp), kIllegalData) << width;
+    EXPECT_EQ(ApplyArcProps(r->ID, ap), kIllegalData) << width;
+    ExpectNothingChanged(before, undo);
+  }
+  LineProps lp;
+  ASSERT_TRUE(LoadLineProps(l->ID, lp));
+  lp.lt = 5;
+  EXPECT_EQ(ApplyLineProps(l->ID, lp), kIllegalData);
+  lp.lt = 1;
+  lp.style = 0;
+  EXPECT_EQ(ApplyLineProps(l->ID, lp), kIllegalData);
+  ExpectNothingChanged(before, undo);
+}
+
+TEST_F(PropertiesTest, OnlyACircleOfAGivenRadiusTakesANewRadiusAndItsRimPointsFollow) {
+  Position* o = AddPoint(1, 1);
+  Position* rim = AddPoint(3, 1);
+  CCircle* given = AddCircle(3, o, nullptr, 1);
+  // A point on the circle at angle 0, with a segment resting on it.
+  Position* on = Doc.Points.Add(NewObjectId("PT"), 2, 1, 0, 7, "", "", 0);
+  given->AddStruPoint(*on, 0);
+  CLine* seg = AddLine(on, rim);
+
+  CircleProps p;
+  ASSERT_TRUE(LoadCircleProps(given->ID, p));
+  EXPECT_TRUE(p.radiusEditable);
+  EXPECT_EQ(p.radius, "1");
+  const int undo = UndoCount;
+  p.radius = "2.5";
+  p.filled = true;
+  EXPECT_EQ(ApplyCircleProps(given->ID, p), "");
+  EXPECT_FLOAT_EQ(given->R, 2.5f);
+  EXPECT_TRUE(given->Filled);
+  EXPECT_FLOAT_EQ(on->x, 3.5f);            // the real point on the rim
+  EXPECT_FLOAT_EQ(seg->pBegin.x, 3.5f);    // and the copy the segment keeps
+  ExpectOneSnapshot(undo);
+  for (const char* r : {"0", "-2", "r"}) {
+    p.radius = r;
+    EXPECT_EQ(ApplyCircleProps(given->ID, p), kIllegalData) << r;
+  }
+  EXPECT_FLOAT_EQ(given->R, 2.5f);
+
+  // Through a rim point the radius is the points' business.
+  CCircle* drawn = AddCircle(1, o, rim, 2);
+  ASSERT_TRUE(LoadCircleProps(drawn->ID, p));
+  EXPECT_FALSE(p.radiusEditable);
+  EXPECT_EQ(p.radius, "2");
+  p.radius = "7";
+  p.style = 3;
+  EXPECT_EQ(ApplyCircleProps(drawn->ID, p), "");
+  EXPECT_FLOAT_EQ(drawn->Radius(), 2);
+  EXPECT_EQ(drawn->GELineStyle, 3);
+}
+
+TEST_F(PropertiesTest, ArcShowModeAndRegionOpacityAreCheckedAndApplied) {
+  Position* a = AddPoint(0, 0);
+  Position* b = AddPoint(1, 0);
+  Position* c = AddPoint(0, 1);
+  CArc* arc = AddArc(b, a, c);
+  CRegion* g = AddRegion({a, b, c});
+  const std::string before = GetUndoVar();
+  const int undo = UndoCount;
+
+  ArcProps ap;
+  ASSERT_TRUE(LoadArcProps(arc->ID, ap));
+  ap.show = 4;
+  EXPECT_EQ(ApplyArcProps(arc->ID, ap), kIllegalData);
+  RegionProps rp;
+  ASSERT_TRUE(LoadRegionProps(g->ID, rp));
+  EXPECT_EQ(rp.alpha, "0.3");
+  for (const char* alpha : {"1.5", "-0.1", "half"}) {
+    rp.alpha = alpha;
+    EXPECT_EQ(ApplyRegionProps(g->ID, rp), kIllegalData) << alpha;
+  }
+  rp.alpha = "0.3";
+  rp.label = "x;y";
+  EXPECT_EQ(ApplyRegionProps(g->ID, rp), kIllegalData);
+  ExpectNothingChanged(before, undo);
+
+  ap.show = 2;
+  ap.hideLabel = true;
+  EXPECT_EQ(ApplyArcProps(arc->ID, ap), "");
+  EXPECT_EQ(arc->AT, 2);
+  EXPECT_TRUE(arc->HideLabel);
+  ExpectOneSnapshot(undo);
+  rp.label = "T";
+  rp.alpha = "1";
+  rp.color = RGB(0, 255, 0);
+  EXPECT_EQ(ApplyRegionProps(g->ID, rp), "");
+  EXPECT_FLOAT_EQ(g->Alpha, 1);
+  EXPECT_EQ(g->ForeColor, RGB(0, 255, 0));
+  EXPECT_EQ(g->Label, "T");
+  ExpectOneSnapshot(undo + 1);
+}
+
+// ---- the commands that open the dialogs --------------------------------------------------------
+
+class PropertyCommandsTest : public PropertiesTest {
+ protected:
+  void SetUp() override {
+    PropertiesTest::SetUp();
+    ClearHandlers();
+    RegisterPropertyCommands();
+    SetPropertyFormOpener([this](PropertyForm form, const std::string& id) {
+      opened_.emplace_back(form, id);
+      // What the dialog finds when it opens.
+      editModeSeen_ = EditMode;
+      editIdSeen_ = EditObjectId;
+    });
+  }
+  void TearDown() override {
+    SetPropertyFormOpener({});
+    ClearHandlers();
+    for (Kind k : kAllKinds) RegisterEditDialog(k, {});
+    PropertiesTest::TearDown();
+  }
+  // The one note shown since the last call.
+  std::string TakeNote() {
+    if (host_.messages.size() != 1) return "(" + std::to_string(host_.messages.size()) + " messages)";
+    std::string note = host_.messages[0].title + ": " + host_.messages[0].text;
+    host_.messages.clear();
+    return note;
+  }
+
+  std::vector<std::pair<PropertyForm, std::string>> opened_;
+  bool editModeSeen_ = false;
+  std::string editIdSeen_;
+};
+
+TEST_F(PropertyCommandsTest, EachMenuItemSaysWhatToSelectAndOpensItsDialogForTheFirstSelected) {
+  Position* a = AddPoint(0, 0);
+  Position* b = AddPoint(2, 0);
+  Position* c = AddPoint(0, 2);
+  CLine* l1 = AddLine(a, b);
+  CLine* l2 = AddLine(b, c);
+  CRegion* g = AddRegion({a, b, c});
+
+  EXPECT_TRUE(DoCommand("Edit-Line Properties"));
+  EXPECT_EQ(TakeNote(), std::string("Note: ") + kSelectLineFirst);
+  RunHandler("mnuEditRegion");
+  EXPECT_EQ(TakeNote(), std::string("Note: ") + kSelectRegionFirst);
+  RunHandler("mnuEditPoint");
+  EXPECT_EQ(TakeNote(), std::string("Note: ") + kSelectPointFirst);
+  RunHandler("mnuEditProp");
+  EXPECT_EQ(TakeNote(), std::string("Note: ") + kSelectObjectsFirst);
+  EXPECT_TRUE(opened_.empty());
+  EXPECT_FALSE(EditMode);
+
+  // The wrong kind selected is no selection for these items.
+  SelectObject(*g);
+  RunHandler("mnuEditLine");
+  EXPECT_EQ(TakeNote(), std::string("Note: ") + kSelectLineFirst);
+  SelectObject(*l2);
+  SelectObject(*l1);
+  SelectObject(*b);
+  RunHandler("mnuEditLine");
+  ASSERT_EQ(opened_.size(), 1u);
+  EXPECT_EQ(opened_[0], std::make_pair(PropertyForm::Line, l2->ID));  // first in selection order
+  EXPECT_TRUE(editModeSeen_);
+  EXPECT_EQ(editIdSeen_, l2->ID);
+  RunHandler("mnuEditRegion");
+  ASSERT_EQ(opened_.size(), 2u);
+  EXPECT_EQ(opened_[1], std::make_pair(PropertyForm::Region, g->ID));
+  EXPECT_EQ(editIdSeen_, g->ID);
+  RunHandler("mnuEditPoint");
+  ASSERT_EQ(opened_.size(), 3u);
+  EXPECT_EQ(opened_[2], std::make_pair(PropertyForm::PointStyle, std::string()));
+  EXPECT_TRUE(host_.messages.empty());
+}
+
+TEST_F(PropertyCommandsTest, PropertiesOpensTheFirstSelectedKindInDoubleClickOrder) {
+  Position* a = AddPoint(0, 0);
+  Position* b = AddPoint(2, 0);
+  Position* c = AddPoint(0, 2);
+  CCircle* k = AddCircle(1, a, b, 2);
+  CArc* r = AddArc(b, a, c);
+  CLine* l = AddLine(a, c);
+  SelectObject(*k);
+  SelectObject(*r);
+  RunHandler("mnuEditProp");
+  ASSERT_EQ(opened_.size(), 1u);
+  EXPECT_EQ(opened_.back(), std::make_pair(PropertyForm::Arc, r->ID));  // arcs come before circles
+  EXPECT_TRUE(editModeSeen_);
+  EXPECT_EQ(editIdSeen_, r->ID);
+  SelectObject(*l);
+  RunHandler("mnuEditProp");
+  EXPECT_EQ(opened_.back(), std::make_pair(PropertyForm::Line, l->ID));
+  SelectObject(*c);
+  RunHandler("mnuEditProp");
+  EXPECT_EQ(opened_.back(), std::make_pair(PropertyForm::Point, c->ID));  // frmF16, not the style dialog
+  EXPECT_TRUE(host_.messages.empty());
+}
+
+TEST_F(PropertyCommandsTest, WithoutTheWindowsOpenerTheItemsAreDisabledAndOpenNothing) {
+  EXPECT_TRUE(HandlerEnabled("mnuEditLine"));
+  SetPropertyFormOpener({});
+  for (const char* h : {"mnuEditPoint", "mnuEditLine", "mnuEditRegion", "mnuEditProp"}) {
+    EXPECT_TRUE(HandlerRegistered(h)) << h;
+    EXPECT_FALSE(HandlerEnabled(h)) << h;
+  }
+  CLine* l = AddLine(AddPoint(0, 0), AddPoint(1, 0));
+  EXPECT_FALSE(OpenPropertyForm(PropertyForm::Line, l->ID));
+  EXPECT_FALSE(EditMode);
+}
+
+TEST_F(PropertyCommandsTest, AVanishedObjectOpensNoDialogAndSaysSo) {
+  EditMode = false;
+  EXPECT_FALSE(OpenPropertyForm(PropertyForm::Line, "LN0042"));
+  EXPECT_EQ(TakeNote(), std::string("Error: ") + kObjectNotExist);
+  EXPECT_TRUE(opened_.empty());
+  EXPECT_FALSE(EditMode);
+}
+
+TEST_F(PropertyCommandsTest, ADoubleClickOnAnObjectOpensTheDialogOfItsKind) {
+  AddPoint(-5, 5);
+  CLine* l = AddLine(AddPoint(-3, 0), AddPoint(3, 0));
+  ActiveTool = 11;
+  // A ray straight down the z axis through (1, 0): on the line, off the points.
+  LastFarPoint.Set(1, 0, -10);
+  LastNearPoint.Set(1, 0, 10);
+  LastScenePoint.Set(1, 0, 0);
+  picDraw_DblClick();
+  ASSERT_EQ(opened_.size(), 1u);
+  EXPECT_EQ(opened_[0], std::make_pair(PropertyForm::Line, l->ID));
+  EXPECT_TRUE(editModeSeen_);
+  // On the point at (-3, 0) the point comes first.
+  LastFarPoint.Set(-3, 0, -10);
+  LastNearPoint.Set(-3, 0, 10);
+  picDraw_DblClick();
+  ASSERT_EQ(opened_.size(), 2u);
+  EXPECT_EQ(opened_[1], std::make_pair(PropertyForm::Point, l->pBegin.ID));
+}
+
+}  // namespace
+}  // namespace vt
