@@ -25,6 +25,7 @@
 #include "document/globals.h"
 #include "document/host.h"
 #include "geometry/dialogs/property_forms.h"
+#include "graphs/dialogs/curve_forms.h"
 #include "render/frame.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
@@ -88,6 +89,7 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
   RegisterAllCommands();
   RegisterHandler("mnuFileExit", [this] { close(); });
   InstallPropertyForms(this);
+  InstallCurveForms(this);
 
   BuildMenus();
   BuildToolbars();

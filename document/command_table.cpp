@@ -12,6 +12,7 @@
 #include "document/globals.h"
 #include "document/undo.h"
 #include "geometry/property_commands.h"
+#include "graphs/curve_form.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
 
@@ -583,6 +584,7 @@ void RegisterAllCommands() {
   RegisterFrameCommands();
   // Subsystems add their Register...Commands() calls here.
   RegisterPropertyCommands();
+  RegisterCurveCommands();
 }
 
 // ---- capture, print, copy as bitmap --------------------------------------------------

@@ -35,7 +35,12 @@ class CLines : public Collection<CLine> {};
 class CCircles : public Collection<CCircle> {};
 class CArcs : public Collection<CArc> {};
 class CRegions : public Collection<CRegion> {};
-class CFunCurves : public Collection<CFunCurve> {};
+class CFunCurves : public Collection<CFunCurve> {
+ public:
+  using Collection<CFunCurve>::Add;
+  // A copy of the source curve, every property (graphs/funcurve.cpp).
+  CFunCurve* Add(const CFunCurve& source, const std::string& key = std::string());
+};
 class CSurfaces : public Collection<CSurface> {};
 class CSurRots : public Collection<CSurRot> {};
 class CStretchs : public Collection<CStretch> {};

@@ -4,10 +4,10 @@
 #pragma once
 
 #include "geometry/position.h"
+#include "graphs/funcurve.h"
 
 namespace vt {
 
-class CFunCurve : public CCarrier {};
 class CSurface : public DocObject {};
 class CSurRot : public DocObject {};
 class CStretch : public DocObject {};

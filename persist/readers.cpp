@@ -19,6 +19,7 @@ void ReadLine(RecordReader& r, int) { AddLoaded(Doc.Lines, CLine::Load(r)); }
 void ReadCircle(RecordReader& r, int) { AddLoaded(Doc.Circles, CCircle::Load(r)); }
 void ReadArc(RecordReader& r, int) { AddLoaded(Doc.Arcs, CArc::Load(r)); }
 void ReadRegion(RecordReader& r, int) { AddLoaded(Doc.Regions, CRegion::Load(r)); }
+void ReadFunCurve(RecordReader& r, int) { AddLoaded(Doc.FunCurves, CFunCurve::Load(r)); }
 
 }  // namespace
 
@@ -28,6 +29,7 @@ void RegisterBuiltInReaders() {
   RegisterRecordReader("CR", &ReadCircle);
   RegisterRecordReader("AR", &ReadArc);
   RegisterRecordReader("RG", &ReadRegion);
+  RegisterRecordReader("C2", &ReadFunCurve);
 }
 
 }  // namespace vt

@@ -1,0 +1,255 @@
+#include "graphs/curve_analysis.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+
+#include "document/document.h"
+#include "expr/derivative.h"
+#include "expr/parameters.h"
+
+namespace vt {
+
+ResultsPanel CurveResults;
+
+// ---- the variable table ------------------------------------------------------------
+
+void CurveTable::Load() {
+  LoadParameterTable(vars);
+  U = vars.Add("U");
+  V = vars.Add("V");
+  X = vars.Add("X");
+  Y = vars.Add("Y");
+  A = vars.Add("A");
+  R = vars.Add("R");
+}
+
+std::string CurveTable::NamesKey() const {
+  std::string key;
+  for (int i = 1; i <= vars.Count(); ++i) {
+    key += vars.Name(i);
+    key += '\n';
+  }
+  return key;
+}
+
+bool CompileFormula(const std::string& text, const VariableTable& vars, std::string& postfix) {
+  Cls6 calc;
+  postfix.clear();
+  return calc.InfixToPostfix(text, vars, postfix) == 0;
+}
+
+bool EvaluatePostfix(Cls6& calc, const std::string& postfix, const VariableTable& vars, float& value) {
+  float r = 0;
+  bool ok = false;
+  try {
+    calc.DoEvaluate(postfix, false, vars, r, ok);
+  } catch (const ExprFailure& e) {
+    if (!e.IsOverflow()) return false;
+    value = BreakValue;
+    return true;
+  }
+  if (!ok) return false;
+  value = r;
+  return true;
+}
+
+FormulaVar VarOfCoordType(int coordType) { return coordType == 2 ? FormulaVar::A : FormulaVar::X; }
+
+// ---- single values ---------------------------------------------------------------------
+
+bool FormulaEvaluator::Compile(const std::string& formula, FormulaVar var) {
+  table_.Load();
+  slot_ = var == FormulaVar::X ? table_.X : var == FormulaVar::A ? table_.A : table_.U;
+  postfix_.clear();
+  ok_ = calc_.InfixToPostfix(formula, table_.vars, postfix_) == 0;
+  return ok_;
+}
+
+bool FormulaEvaluator::Value(float t, float& value) {
+  if (!ok_) return false;
+  table_.vars.values[slot_] = t;
+  return EvaluatePostfix(calc_, postfix_, table_.vars, value);
+}
+
+float FormulaValue(const std::string& formula, float x, FormulaVar var, bool* ok) {
+  FormulaEvaluator f;
+  float v = BreakValue;
+  const bool good = f.Compile(formula, var) && f.Value(x, v);
+  if (ok) *ok = good;
+  return good ? v : BreakValue;
+}
+
+float FormulaValue(const std::string& formula, float x, int coordType, bool* ok) {
+  return FormulaValue(formula, x, VarOfCoordType(coordType), ok);
+}
+
+float IntegrateFormula(float from, float to, float tolerance, const std::string& formula, FormulaVar var,
+                       bool* ok) {
+  if (ok) *ok = false;
+  // Compiled once: the values are those of a compile at every call.
+  FormulaEvaluator f;
+  if (!f.Compile(formula, var)) return 0;
+  auto value = [&f](double t, double& v) {
+    float r;
+    if (!f.Value(static_cast<float>(t), r)) return false;
+    v = r;
+    return true;
+  };
+  double fa, fb;
+  if (!value(from, fa) || !value(to, fb)) return 0;
+  double h = static_cast<double>(to) - from;
+  long n = 1;
+  double s = h * (fa + fb) / 2;
+  constexpr long kMaxIntervals = 1L << 16;
+  for (;;) {
+    double sum = 0;
+    for (long k = 0; k < n; ++k) {
+      double v;
+      if (!value(from + (static_cast<double>(k) + 0.5) * h, v)) return 0;
+      sum += v;
+    }
+    const double next = (s + h * sum) / 2;
+    const bool done = std::fabs(next - s) < tolerance;
+    s = next;
+    if (done || n >= kMaxIntervals) break;
+    h /= 2;
+    n *= 2;
+  }
+  if (ok) *ok = true;
+  return static_cast<float>(s);
+}
+
+float IntegrateFormula(float from, float to, float tolerance, const std::string& formula, int coordType, bool* ok) {
+  return IntegrateFormula(from, to, tolerance, formula, VarOfCoordType(coordType), ok);
+}
+
+// ---- crossings -----------------------------------------------------------------------------
+
+bool Segment2DIntersect(const Position& p1, const Position& p2, const Position& q1, const Position& q2,
+                        Position& result) {
+  double ax = p1.x, ay = p1.y, bx = p2.x, by = p2.y;
+  double cx = q1.x, cy = q1.y, dx = q2.x, dy = q2.y;
+  if (bx < ax) std::swap(ax, bx), std::swap(ay, by);
+  if (dx < cx) std::swap(cx, dx), std::swap(cy, dy);
+  const double A1 = by - ay, B1 = ax - bx, C1 = A1 * ax + B1 * ay;
+  const double A2 = dy - cy, B2 = cx - dx, C2 = A2 * cx + B2 * cy;
+  const double det = A1 * B2 - A2 * B1;
+  if (det == 0) {
+    // Parallel: they meet only when on one line, where their x ranges
+    // overlap.
+    const double cross = (cx - ax) * A1 + (cy - ay) * B1;
+    if (cross != 0) return false;
+    const double lo = std::max(ax, cx), hi = std::min(bx, dx);
+    if (lo > hi) return false;
+    const double t = bx != ax ? (lo - ax) / (bx - ax) : 0;
+    result.Set(static_cast<float>(lo), static_cast<float>(ay + (by - ay) * t), 0);
+    return true;
+  }
+  const double x = (C1 * B2 - C2 * B1) / det;
+  const double y = (A1 * C2 - A2 * C1) / det;
+  // Ends included, with room for the rounding of the solve.
+  auto within = [](double v, double a, double b) {
+    const double lo = std::min(a, b), hi = std::max(a, b);
+    const double eps = 1e-9 * std::max({1.0, std::fabs(lo), std::fabs(hi)});
+    return v >= lo - eps && v <= hi + eps;
+  };
+  if (!within(x, ax, bx) || !within(x, cx, dx)) return false;
+  if (!within(y, ay, by) || !within(y, cy, dy)) return false;
+  result.Set(static_cast<float>(x), static_cast<float>(y), 0);
+  return true;
+}
+
+std::vector<AxisCrossing> AxisCrossings(const std::vector<Position>& samples) {
+  std::vector<AxisCrossing> out;
+  float lo = 0, hi = 0;
+  bool any = false;
+  for (const Position& p : samples) {
+    if (p.x == BreakValue) continue;
+    if (!any) lo = hi = p.x, any = true;
+    lo = std::min(lo, p.x);
+    hi = std::max(hi, p.x);
+  }
+  if (!any) return out;
+  const Position axisA(lo, 0, 0), axisB(hi, 0, 0);
+  for (size_t i = 0; i + 1 < samples.size(); ++i) {
+    const Position& a = samples[i];
+    const Position& b = samples[i + 1];
+    if (a.x == BreakValue || a.y == BreakValue || a.z == BreakValue || b.x == BreakValue || b.y == BreakValue ||
+        b.z == BreakValue)
+      continue;
+    Position hit;
+    if (!Segment2DIntersect(a, b, axisA, axisB, hit)) continue;
+    AxisCrossing c;
+    c.x = hit.x;
+    c.y = hit.y;
+    c.chord = static_cast<int>(i);
+    c.trend = a.y > b.y ? -1 : a.y < b.y ? 1 : 0;
+    out.push_back(c);
+  }
+  return out;
+}
+
+// ---- text ----------------------------------------------------------------------------------
+
+std::string ParityText(const std::string& formula) {
+  auto isLetter = [](char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0; };
+  std::string out;
+  out.reserve(formula.size() * 2);
+  for (size_t i = 0; i < formula.size(); ++i) {
+    const char c = formula[i];
+    const char lower = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    const bool alone = (i == 0 || !isLetter(formula[i - 1])) && (i + 1 == formula.size() || !isLetter(formula[i + 1]));
+    if (alone && (lower == 'x' || lower == 'u' || lower == 'a')) {
+      out += "(-";
+      out += c;
+      out += ')';
+    } else {
+      out += c;
+    }
+  }
+  return out;
+}
+
+bool CurveDerivativeText(const std::string& formula, std::string& text) {
+  if (formula == "u" || formula == "U") {
+    text = formula;
+    return true;
+  }
+  return DerivativeText(formula, "", text);
+}
+
+// ---- the panel ---------------------------------------------------------------------------
+
+void ResultsPanel::ClearOwner(const std::string& owner) { parts_.erase(owner); }
+
+void ResultsPanel::AddLine(const std::string& owner, const std::string& line) { parts_[owner].push_back(line); }
+
+void ResultsPanel::Clear() { parts_.clear(); }
+
+std::vector<std::string> ResultsPanel::Lines() const {
+  std::vector<std::string> out;
+  if (parts_.empty()) return out;
+  for (const CFunCurve* c : Doc.FunCurves) {
+    auto it = parts_.find(c->ID);
+    if (it != parts_.end()) out.insert(out.end(), it->second.begin(), it->second.end());
+  }
+  return out;
+}
+
+std::string ResultsPanel::Text() const {
+  std::string s;
+  for (const std::string& line : Lines()) {
+    if (!s.empty()) s += '\n';
+    s += line;
+  }
+  return s;
+}
+
+const std::vector<std::string>& ResultsPanel::LinesOf(const std::string& owner) const {
+  static const std::vector<std::string> none;
+  auto it = parts_.find(owner);
+  return it == parts_.end() ? none : it->second;
+}
+
+}  // namespace vt

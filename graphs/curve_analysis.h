@@ -1,0 +1,133 @@
+// What calculus says of a plane curve, as free routines on formula text and
+// on sample arrays: single values of a formula, the trapezoidal integral,
+// crossings of a polyline with the x axis, the parity rewrite, the curve's
+// variable table; and the results text panel that the analysis writes to.
+//
+// The routines here compile formula text with Cls6 and so may show the
+// compiler's "Syntax Error" box; they never let an ExprFailure out.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "expr/expression.h"
+#include "geometry/position.h"
+
+namespace vt {
+
+// ---- the variable table of a curve ----------------------------------------------
+// The parameters of the document, then the six free variables U, V, X, Y,
+// A, R, all 0. With p parameters U is slot p + 1, X p + 3, Y p + 4, A p + 5,
+// R p + 6. A slot is 0 when the table had no room for it.
+struct CurveTable {
+  VariableTable vars;
+  int U = 0, V = 0, X = 0, Y = 0, A = 0, R = 0;
+  // Fills the table anew (LoadParameterTable and the six names).
+  void Load();
+  // The names as one text, to tell whether a compiled text still fits.
+  std::string NamesKey() const;
+};
+
+// Compiles a formula against a table; false (after the compiler's box) when
+// it does not compile.
+bool CompileFormula(const std::string& text, const VariableTable& vars, std::string& postfix);
+// One evaluation for a sampler: false when the value fails (ok False, a
+// broken text); an overflow gives BreakValue and true.
+bool EvaluatePostfix(Cls6& calc, const std::string& postfix, const VariableTable& vars, float& value);
+
+// Which variable the value of a single-variable formula goes to.
+enum class FormulaVar { X, A, U };
+// CoordType 1 gives X, 2 gives A.
+FormulaVar VarOfCoordType(int coordType);
+
+// A formula compiled once against a curve table and evaluated many times.
+class FormulaEvaluator {
+ public:
+  // Compiles the text as it stands (no preparation). False when it does not
+  // compile; the compiler has shown its box.
+  bool Compile(const std::string& formula, FormulaVar var);
+  bool ok() const { return ok_; }
+  // The value at t. False when the evaluation fails (ok False or a broken
+  // text); an overflow gives BreakValue and true.
+  bool Value(float t, float& value);
+
+ private:
+  CurveTable table_;
+  Cls6 calc_;
+  std::string postfix_;
+  int slot_ = 0;
+  bool ok_ = false;
+};
+
+// The formula's value at x: its own table, a compile at each call, x in X
+// (CoordType 1) or A (CoordType 2). A formula that does not compile or
+// evaluate gives BreakValue with ok false.
+float FormulaValue(const std::string& formula, float x, int coordType, bool* ok = nullptr);
+float FormulaValue(const std::string& formula, float x, FormulaVar var, bool* ok = nullptr);
+
+// Trapezoidal refinement of the integral of the formula from `from` to
+// `to`: h = to - from, n = 1, s = h (f(from) + f(to)) / 2; then each round
+// adds the n midpoints, s' = (s + h * sum) / 2, until |s' - s| is below the
+// tolerance, halving h and doubling n. At most 2^16 intervals. ok is false
+// when the formula does not compile or a value fails (the result is then 0).
+float IntegrateFormula(float from, float to, float tolerance, const std::string& formula, int coordType,
+                       bool* ok = nullptr);
+float IntegrateFormula(float from, float to, float tolerance, const std::string& formula, FormulaVar var,
+                       bool* ok = nullptr);
+
+// Crossing of the segments P1 P2 and Q1 Q2 in the xy plane. The ends are
+// ordered by x; parallel segments cross when they lie on one line and their
+// x ranges overlap (the result is the start of the overlap); otherwise the
+// solved point must lie in the ranges of both segments, ends included.
+bool Segment2DIntersect(const Position& p1, const Position& p2, const Position& q1, const Position& q2,
+                        Position& result);
+
+// A crossing of a sampled polyline with the x axis: the place and whether
+// the chord ran from above to below (falling) or from below to above.
+struct AxisCrossing {
+  float x = 0, y = 0;
+  int chord = 0;   // index of the chord's first sample
+  int trend = 0;   // -1 falling, 1 rising, 0 along the axis
+};
+// Each chord i -> i + 1 without a hole, intersected with the segment of the
+// x axis that spans the samples. A crossing on a sample shows for both
+// chords that meet there.
+std::vector<AxisCrossing> AxisCrossings(const std::vector<Position>& samples);
+
+// The text with every stand-alone x, u and a (either case; a letter counts
+// as stand-alone when neither neighbour is a letter) replaced by "(-x)",
+// "(-u)", "(-a)".
+std::string ParityText(const std::string& formula);
+
+// The derivative text of a curve formula: "u" and "U" are left as they
+// stand; any other text goes through DerivativeText, which shows its own
+// message on failure.
+bool CurveDerivativeText(const std::string& formula, std::string& text);
+
+// ---- the results panel -------------------------------------------------------------
+// The text panel beside the canvas. Each curve owns its part: its Draw
+// empties that part and writes its lines again; the panel shows the parts of
+// the curves of the document in their list order (parts of curves that are
+// gone are dropped).
+class ResultsPanel {
+ public:
+  void ClearOwner(const std::string& owner);
+  void AddLine(const std::string& owner, const std::string& line);
+  // Every part.
+  void Clear();
+  // The lines of the document's curves, in list order.
+  std::vector<std::string> Lines() const;
+  // The same joined by "\n".
+  std::string Text() const;
+  // The lines of one owner.
+  const std::vector<std::string>& LinesOf(const std::string& owner) const;
+
+ private:
+  std::map<std::string, std::vector<std::string>> parts_;
+};
+
+extern ResultsPanel CurveResults;
+
+}  // namespace vt

@@ -1,0 +1,260 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "document/document.h"
+#include "expr/expression.h"
+#include "graphs/curve_analysis.h"
+#include "graphs/funcurve.h"
+#include "graphs_test_util.h"
+#include "support/fixtures.h"
+
+namespace vt {
+namespace {
+
+using test::MakeCurve;
+using test::MakeGraph;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+class AnalysisTest : public test::DocumentTest {};
+
+// ---- the routines -------------------------------------------------------------------
+
+TEST_F(AnalysisTest, FormulaValueAndIntegral) {
+  EXPECT_FLOAT_EQ(FormulaValue("x*x+1", 3, 1), 10);
+  EXPECT_FLOAT_EQ(FormulaValue("a*2", 3, 2), 6);
+  EXPECT_FLOAT_EQ(FormulaValue("x*2", 3, 2), 0);  // x stays 0 in polar mode
+  bool ok = true;
+  EXPECT_EQ(FormulaValue("x+", 1, 1, &ok), BreakValue);
+  EXPECT_FALSE(ok);
+
+  EXPECT_NEAR(IntegrateFormula(0, 3, 0.001f, "x^2", 1), 9, 0.01);
+  EXPECT_NEAR(IntegrateFormula(3, 0, 0.001f, "x^2", 1), -9, 0.01);
+  EXPECT_NEAR(IntegrateFormula(0, 3.1416f, 0.001f, "sin(a)", 2), 2, 0.01);
+  EXPECT_FLOAT_EQ(IntegrateFormula(1, 1, 0.001f, "x", 1), 0);
+  // The first refinement already agrees for a function that vanishes at the
+  // ends and the middle: the rule stops there.
+  EXPECT_NEAR(IntegrateFormula(0, 6.2832f, 0.001f, "sin(x)", 1), 0, 1e-3);
+  EXPECT_FLOAT_EQ(IntegrateFormula(0, 1, 0.001f, "y+", 1, &ok), 0);
+  EXPECT_FALSE(ok);
+}
+
+TEST_F(AnalysisTest, SegmentIntersection) {
+  Position r;
+  EXPECT_TRUE(Segment2DIntersect(Position(0, -1, 0), Position(2, 1, 0), Position(-5, 0, 0), Position(5, 0, 0), r));
+  EXPECT_FLOAT_EQ(r.x, 1);
+  EXPECT_FLOAT_EQ(r.y, 0);
+  // Ends in any order, ends included.
+  EXPECT_TRUE(Segment2DIntersect(Position(2, 1, 0), Position(1, 0, 0), Position(5, 0, 0), Position(-5, 0, 0), r));
+  EXPECT_FLOAT_EQ(r.x, 1);
+  // Outside one of the ranges.
+  EXPECT_FALSE(Segment2DIntersect(Position(0, 1, 0), Position(2, 3, 0), Position(-5, 0, 0), Position(5, 0, 0), r));
+  EXPECT_FALSE(Segment2DIntersect(Position(6, -1, 0), Position(7, 1, 0), Position(-5, 0, 0), Position(5, 0, 0), r));
+  // A vertical segment that stops short of the axis.
+  EXPECT_FALSE(Segment2DIntersect(Position(1, 1, 0), Position(1, 2, 0), Position(-5, 0, 0), Position(5, 0, 0), r));
+  EXPECT_TRUE(Segment2DIntersect(Position(1, -1, 0), Position(1, 2, 0), Position(-5, 0, 0), Position(5, 0, 0), r));
+  // Parallels: on one line and overlapping, or not.
+  EXPECT_TRUE(Segment2DIntersect(Position(3, 0, 0), Position(8, 0, 0), Position(-5, 0, 0), Position(5, 0, 0), r));
+  EXPECT_FLOAT_EQ(r.x, 3);
+  EXPECT_FALSE(Segment2DIntersect(Position(6, 0, 0), Position(8, 0, 0), Position(-5, 0, 0), Position(5, 0, 0), r));
+  EXPECT_FALSE(Segment2DIntersect(Position(0, 1, 0), Position(2, 1, 0), Position(-5, 0, 0), Position(5, 0, 0), r));
+}
+
+TEST_F(AnalysisTest, ParityRewritesStandAloneVariablesOnly) {
+  EXPECT_EQ(ParityText("exp(x)+2*x-a*u"), "exp((-x))+2*(-x)-(-a)*(-u)");
+  EXPECT_EQ(ParityText("tan(X)^2+max"), "tan((-X))^2+max");
+  EXPECT_EQ(ParityText("x"), "(-x)");
+}
+
+// ---- overlays of GetPoints ----------------------------------------------------------------
+
+TEST_F(AnalysisTest, RootsOfASquare) {
+  auto c = MakeGraph("x^2-2", 99, "-5", "5");
+  c->ShowRoot = true;
+  c->RootColor = RGB(0, 200, 0);
+  c->RootSize = 4;
+  c->RootSymbol = 3;
+  ASSERT_TRUE(c->GetPoints());
+  ASSERT_EQ(c->RootMarks().size(), 2u);
+  EXPECT_NEAR(c->RootMarks()[0].x, -1.4142, 0.005);
+  EXPECT_NEAR(c->RootMarks()[1].x, 1.4142, 0.005);
+  EXPECT_EQ(c->RootMarks()[0].ID, "PT0001");
+  EXPECT_EQ(c->RootMarks()[1].ID, "PT0002");
+  EXPECT_EQ(c->RootMarks()[0].ForeColor, RGB(0, 200, 0));
+  EXPECT_EQ(c->RootMarks()[0].Size, 4);
+  EXPECT_EQ(c->RootMarks()[0].Symbol, 3);
+  ASSERT_EQ(c->ResultLines().size(), 2u);
+  EXPECT_THAT(c->ResultLines()[0], StartsWith("    Root: x=-1.41"));
+  EXPECT_THAT(c->ResultLines()[1], StartsWith("    Root: x=1.41"));
+  EXPECT_THAT(c->ResultLines()[1], HasSubstr(",y="));
+}
+
+TEST_F(AnalysisTest, ARootOnASampleIsFoundOnceForEachChord) {
+  auto c = MakeGraph("x-1", 100, "-5", "5");
+  c->ShowRoot = true;
+  ASSERT_TRUE(c->GetPoints());
+  EXPECT_THAT(c->ResultLines(), ElementsAre("    Root: x=1,y=0", "    Root: x=1,y=0"));
+}
+
+TEST_F(AnalysisTest, MaximaMinimaAndInflexionsOfACubic) {
+  auto c = MakeGraph("x^3-3x", 97, "-3", "3");
+  c->ShowMax = true;
+  c->ShowMin = true;
+  c->ShowGuai = true;
+  ASSERT_TRUE(c->GetPoints());
+  ASSERT_EQ(c->MaxMarks().size(), 1u);
+  ASSERT_EQ(c->MinMarks().size(), 1u);
+  ASSERT_EQ(c->InflexionMarks().size(), 1u);
+  EXPECT_NEAR(c->MaxMarks()[0].x, -1, 0.01);
+  EXPECT_NEAR(c->MaxMarks()[0].y, 2, 0.01);
+  EXPECT_NEAR(c->MinMarks()[0].x, 1, 0.01);
+  EXPECT_NEAR(c->MinMarks()[0].y, -2, 0.01);
+  EXPECT_NEAR(c->InflexionMarks()[0].x, 0, 0.01);
+  ASSERT_EQ(c->ResultLines().size(), 3u);
+  EXPECT_THAT(c->ResultLines()[0], StartsWith("    Maximum: x=-"));
+  EXPECT_THAT(c->ResultLines()[0], HasSubstr(",y=2"));
+  EXPECT_THAT(c->ResultLines()[1], StartsWith("    Minimum: x=0.99"));
+  EXPECT_THAT(c->ResultLines()[2], StartsWith("    Inflexion: x="));
+  EXPECT_THAT(c->ResultLines()[2], HasSubstr(", y="));
+  // The derived samples: 3x^2 - 3 and 6x.
+  EXPECT_NEAR(c->DevVert[0].y, 24, 1e-4);
+  EXPECT_NEAR(c->Dev2Vert[97].y, 18, 1e-4);
+
+  // An extreme at the end of the range is no sign change: nothing.
+  auto line = MakeGraph("x", 10, "0", "1");
+  line->ShowMax = true;
+  line->ShowMin = true;
+  ASSERT_TRUE(line->GetPoints());
+  EXPECT_TRUE(line->ResultLines().empty());
+}
+
+TEST_F(AnalysisTest, IntegralStripValueAndArcLength) {
+  auto c = MakeGraph("x^2", 60, "-1", "4");
+  c->ShowInt = true;
+  c->IntFrom = 0;
+  c->IntTo = 3;
+  ASSERT_TRUE(c->GetPoints());
+  EXPECT_NEAR(c->IntegralValue(), 9, 0.01);
+  ASSERT_EQ(c->ResultLines().size(), 2u);
+  EXPECT_EQ(c->ResultLines()[0], "    Integral from 0 to 3");
+  EXPECT_THAT(c->ResultLines()[1], StartsWith("    Area is 9"));
+
+  auto y = MakeGraph("x", 10, "0", "2");
+  y->ShowLen = true;
+  y->LenFrom = 0;
+  y->LenTo = 1;
+  ASSERT_TRUE(y->GetPoints());
+  EXPECT_NEAR(y->LengthValue(), std::sqrt(2.0), 0.01);
+  EXPECT_THAT(y->ResultLines(), ElementsAre("    The length of curve from 0 to 1 is 1.414214"));
+
+  // Polar: the area of the unit disc, and the length of its rim.
+  auto disc = MakeCurve(2, 2, "", "1", 36, "0", "6.2832");
+  disc->ShowInt = true;
+  disc->IntFrom = 0;
+  disc->IntTo = 6.2832f;
+  disc->ShowLen = true;
+  disc->LenFrom = 0;
+  disc->LenTo = 6.2832f;
+  ASSERT_TRUE(disc->GetPoints());
+  EXPECT_NEAR(disc->IntegralValue(), M_PI, 0.01);
+  EXPECT_NEAR(disc->LengthValue(), 2 * M_PI, 0.01);
+
+  // Parametric: the circle of radius 2.
+  auto ring = MakeCurve(3, 1, "2cos(u)", "2sin(u)", 36, "0", "6.2832");
+  ring->ShowLen = true;
+  ring->LenFrom = 0;
+  ring->LenTo = 6.2832f;
+  ASSERT_TRUE(ring->GetPoints());
+  EXPECT_NEAR(ring->LengthValue(), 4 * M_PI, 0.01);
+}
+
+TEST_F(AnalysisTest, DerivedSamplesOfEachForm) {
+  auto c = MakeGraph("x^2", 4, "0", "2");
+  c->ShowDev = true;
+  ASSERT_TRUE(c->GetPoints());
+  EXPECT_FLOAT_EQ(c->DevVert[4].x, 2);
+  EXPECT_FLOAT_EQ(c->DevVert[4].y, 4);
+
+  // Polar r = a: r' = 1 is placed at (sin a, cos a).
+  auto p = MakeCurve(2, 2, "", "a", 2, "0", "1");
+  p->ShowDev = true;
+  ASSERT_TRUE(p->GetPoints());
+  EXPECT_NEAR(p->DevVert[2].x, std::sin(1.0), 1e-6);
+  EXPECT_NEAR(p->DevVert[2].y, std::cos(1.0), 1e-6);
+
+  // A formula that is just "u" keeps its text as its derivative.
+  auto u = MakeCurve(3, 1, "u", "u^2", 2, "0", "3");
+  u->ShowDev = true;
+  ASSERT_TRUE(u->GetPoints());
+  EXPECT_FLOAT_EQ(u->DevVert[2].x, 3);
+  EXPECT_FLOAT_EQ(u->DevVert[2].y, 6);
+}
+
+TEST_F(AnalysisTest, ParitySamplesHoldFOfMinusX) {
+  auto c = MakeGraph("x^3+x^2", 10, "-1", "1");
+  c->ShowJO = true;
+  ASSERT_TRUE(c->GetPoints());
+  ASSERT_EQ(c->JOVert.size(), c->Vert3D.size());
+  for (size_t i = 0; i < c->JOVert.size(); ++i) {
+    const float x = c->Vert3D[i].x;
+    EXPECT_NEAR(c->JOVert[i].y, -x * x * x + x * x, 1e-5) << i;
+  }
+  c->ShowJO = false;
+  ASSERT_TRUE(c->GetPoints());
+  EXPECT_TRUE(c->JOVert.empty());
+}
+
+TEST_F(AnalysisTest, TangentNormalAndCurvatureLines) {
+  auto c = MakeGraph("x^2", 40, "-2", "2");
+  c->ShowQie = true;
+  c->QieX = {1};
+  c->ShowNml = true;
+  c->NmlX = {1};
+  c->ShowCurv = true;
+  c->CurvX = {0};
+  ASSERT_TRUE(c->GetPoints());
+  EXPECT_THAT(c->ResultLines(),
+              ElementsAre("    Tangent position: x=1, y=1", "      Slope: 2", "    Normal position: x=1, y=1",
+                          "      Slope: -0.5", "    Curvature circle:", "      Position: x=0, y=0",
+                          "        Curvature: 2", "        The radius of curvature circle: 0.5",
+                          "        Center of curvature circle: x=0, y=0.5"));
+
+  // Positions from a formula, and the polar form of the line.
+  auto k = std::make_unique<CNote>();
+  k->ID = NewObjectId("NT");
+  k->VarName = "k";
+  k->Value = 0;
+  Doc.Notes.Add(std::move(k));
+  auto p = MakeCurve(2, 2, "", "1", 36, "0", "6.2832");
+  p->ShowQie = true;
+  p->QiePosType = CFunCurve::kPosByFormula;
+  p->QiePosExp = "k";
+  ASSERT_TRUE(p->GetPoints());
+  EXPECT_THAT(p->ResultLines(), ElementsAre("    Tangent position: a=0, r=1", "      Slope: 10000"));
+
+  // A straight line has no curvature: y'' of 0 becomes 0.0001.
+  auto s = MakeGraph("2x", 10, "0", "1");
+  s->ShowCurv = true;
+  s->CurvX = {0};
+  ASSERT_TRUE(s->GetPoints());
+  ASSERT_EQ(s->ResultLines().size(), 5u);
+  EXPECT_THAT(s->ResultLines()[2], StartsWith("        Curvature: 8.94"));
+}
+
+TEST_F(AnalysisTest, AFailedDerivativeEndsItsOverlaysOnly) {
+  auto c = MakeGraph("abs(x)-1", 97, "-3", "3");
+  c->ShowDev = true;
+  c->ShowMax = true;
+  c->ShowRoot = true;
+  ASSERT_TRUE(c->GetPoints());
+  ASSERT_FALSE(host_.messages.empty());
+  EXPECT_THAT(host_.messages[0].text, HasSubstr("Can not find derivative of"));
+  EXPECT_TRUE(c->MaxMarks().empty());
+  EXPECT_EQ(c->RootMarks().size(), 2u);
+}
+
+}  // namespace
+}  // namespace vt

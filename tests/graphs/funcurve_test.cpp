@@ -1,0 +1,495 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "document/document.h"
+#include "document/globals.h"
+#include "expr/expression.h"
+#include "geometry/line.h"
+#include "graphs/curve_analysis.h"
+#include "graphs/funcurve.h"
+#include "graphs_test_util.h"
+#include "persist/docio.h"
+#include "persist/record.h"
+#include "support/fixtures.h"
+
+namespace vt {
+namespace {
+
+using test::MakeCurve;
+using test::MakeGraph;
+
+class FunCurveTest : public test::DocumentTest {
+ protected:
+  static bool Hole(const Position& p) { return p.x == BreakValue || p.y == BreakValue || p.z == BreakValue; }
+  // A parameter as the document keeps one: a note with a name and a value.
+  CNote* AddParameter(const std::string& name, float value) {
+    auto n = std::make_unique<CNote>();
+    n->ID = NewObjectId("NT");
+    n->VarName = name;
+    n->Value = value;
+    return Doc.Notes.Add(std::move(n));
+  }
+};
+
+// ---- sampling ----------------------------------------------------------------------
+
+TEST_F(FunCurveTest, ReciprocalHasAHoleAtZeroAndNoChordAcrossIt) {
+  auto c = MakeGraph("1/x", 100, "-1", "1");
+  ASSERT_TRUE(c->GetPoints());
+  ASSERT_EQ(c->Vert3D.size(), 101u);
+  EXPECT_FLOAT_EQ(c->Vert3D[50].x, 0);
+  EXPECT_EQ(c->Vert3D[50].y, BreakValue);
+  EXPECT_TRUE(host_.messages.empty());  // a silent break, no "Devision by zero."
+  // No drawable chord spans x = 0.
+  for (size_t i = 0; i + 1 < c->Vert3D.size(); ++i) {
+    const Position& a = c->Vert3D[i];
+    const Position& b = c->Vert3D[i + 1];
+    if (Hole(a) || Hole(b)) continue;
+    EXPECT_FALSE(a.x < 0 && b.x > 0) << i;
+    EXPECT_FALSE(a.x == 0 || b.x == 0) << i;
+  }
+  EXPECT_FLOAT_EQ(c->Vert3D[49].y, 1 / c->Vert3D[49].x);
+  EXPECT_NEAR(c->Vert3D[0].y, -1, 1e-6);
+}
+
+TEST_F(FunCurveTest, ZeroStepsBehaveAsOneAndRangesMayRunBackwards) {
+  auto c = MakeGraph("x^2", 0, "1", "3");
+  c->StepV = 0;
+  ASSERT_TRUE(c->GetPoints());
+  EXPECT_EQ(c->StepU, 1);
+  EXPECT_EQ(c->StepV, 1);
+  ASSERT_EQ(c->Vert3D.size(), 2u);
+  EXPECT_FLOAT_EQ(c->Vert3D[0].y, 1);
+  EXPECT_FLOAT_EQ(c->Vert3D[1].y, 9);
+
+  auto back = MakeGraph("x", 4, "2", "-2");
+  ASSERT_TRUE(back->GetPoints());
+  EXPECT_FLOAT_EQ(back->Vert3D[0].x, 2);
+  EXPECT_FLOAT_EQ(back->Vert3D[4].x, -2);
+  EXPECT_FLOAT_EQ(back->StartValue, 2);
+  EXPECT_FLOAT_EQ(back->EndValue, -2);
+}
+
+TEST_F(FunCurveTest, ClippingRunsToStepVOnly) {
+  auto c = MakeGraph("1000", 10, "0", "10");
+  c->StepV = 5;
+  ASSERT_TRUE(c->GetPoints());
+  for (int i = 0; i <= 5; ++i) EXPECT_EQ(c->Vert3D[i].y, BreakValue) << i;
+  for (int i = 6; i <= 10; ++i) EXPECT_FLOAT_EQ(c->Vert3D[i].y, 1000) << i;
+  // A smaller clip box cuts in x as well, one axis at a time.
+  BoxMinX = -1;
+  BoxMaxX = 1;
+  auto d = MakeGraph("x", 4, "-2", "2");
+  ASSERT_TRUE(d->GetPoints());
+  EXPECT_EQ(d->Vert3D[0].x, BreakValue);
+  EXPECT_FLOAT_EQ(d->Vert3D[0].y, -2);
+  EXPECT_FLOAT_EQ(d->Vert3D[2].x, 0);
+}
+
+TEST_F(FunCurveTest, PolarAndParametricForms) {
+  auto rose = MakeCurve(2, 2, "", "2", 8, "0", "6.2832");
+  ASSERT_TRUE(rose->GetPoints());
+  for (const Position& p : rose->Vert3D) EXPECT_NEAR(std::hypot(p.x, p.y), 2, 1e-5);
+  EXPECT_NEAR(rose->Vert3D[2].x, 0, 1e-4);  // a = pi/2
+  EXPECT_NEAR(rose->Vert3D[2].y, 2, 1e-4);
+
+  auto circle = MakeCurve(3, 1, "2cos(u)", "2sin(u)", 4, "0", "2pi");
+  ASSERT_TRUE(circle->GetPoints());
+  EXPECT_NEAR(circle->Vert3D[0].x, 2, 1e-5);
+  EXPECT_NEAR(circle->Vert3D[1].y, 2, 1e-5);
+  EXPECT_NEAR(circle->Vert3D[2].x, -2, 1e-5);
+
+  // a(u), r(u): the spiral r = u at angle u.
+  auto spiral = MakeCurve(3, 2, "u", "u", 2, "0", "pi");
+  ASSERT_TRUE(spiral->GetPoints());
+  EXPECT_NEAR(spiral->Vert3D[1].x, 0, 1e-5);
+  EXPECT_NEAR(spiral->Vert3D[1].y, M_PI / 2, 1e-5);
+  EXPECT_NEAR(spiral->Vert3D[2].x, -M_PI, 1e-5);
+
+  // A hole in r is not a hole of the point: r times a cosine of BreakValue.
+  auto holed = MakeCurve(2, 2, "", "sqr(a-1)", 1, "0.5", "2");
+  ASSERT_TRUE(holed->GetPoints());
+  EXPECT_FALSE(Hole(holed->Vert3D[0]));
+  EXPECT_FLOAT_EQ(holed->Vert3D[0].x, static_cast<float>(BreakValue * std::cos(0.5)));
+  EXPECT_NEAR(holed->Vert3D[1].x, std::cos(2.0), 1e-5);
+}
+
+TEST_F(FunCurveTest, ParametersAreReadBeforeEverySample) {
+  CNote* k = AddParameter("k", 2);
+  auto c = MakeGraph("k*x", 2, "0", "k");
+  ASSERT_TRUE(c->GetPoints());
+  EXPECT_FLOAT_EQ(c->EndValue, 2);
+  EXPECT_FLOAT_EQ(c->Vert3D[2].y, 4);
+  k->Value = 3;
+  ASSERT_TRUE(c->GetPoints());
+  EXPECT_FLOAT_EQ(c->Vert3D[2].x, 3);
+  EXPECT_FLOAT_EQ(c->Vert3D[2].y, 9);
+  // With one parameter ahead of them, the free variables take slots 2 to 7.
+  CurveTable t;
+  t.Load();
+  EXPECT_EQ(t.U, 2);
+  EXPECT_EQ(t.X, 4);
+  EXPECT_EQ(t.Y, 5);
+  EXPECT_EQ(t.A, 6);
+  EXPECT_EQ(t.R, 7);
+}
+
+TEST_F(FunCurveTest, BadFormulasFailQuietlyOrWithTheCompilersBox) {
+  auto c = MakeGraph("x+", 10, "0", "1");
+  EXPECT_FALSE(c->GetPoints());
+  ASSERT_EQ(host_.messages.size(), 1u);
+  EXPECT_EQ(host_.messages[0].title, "Syntax Error");
+
+  auto range = MakeGraph("x", 10, "0", "q");
+  EXPECT_FALSE(range->GetPoints());
+
+  // An overflow is a hole, not a failure.
+  host_.messages.clear();
+  auto big = MakeGraph("exp(x)*exp(x)", 2, "0", "100");
+  ASSERT_TRUE(big->GetPoints());
+  EXPECT_EQ(big->Vert3D[2].y, BreakValue);
+  EXPECT_TRUE(host_.messages.empty());
+
+  // A damaged step count stops sampling without touching memory it has not.
+  auto neg = MakeGraph("x", -3, "0", "1");
+  EXPECT_FALSE(neg->GetPoints());
+  EXPECT_TRUE(neg->Points().size() == 51u);
+}
+
+TEST_F(FunCurveTest, OnlyTheListedGraphKindsSample) {
+  auto c = MakeGraph("x", 4, "0", "4");
+  c->GraphType = 9;
+  ASSERT_TRUE(c->GetPoints());
+  EXPECT_FLOAT_EQ(c->Vert3D[4].x, 0);  // fresh samples, not computed
+  c->GraphType = 41;
+  ASSERT_TRUE(c->GetPoints());
+  EXPECT_FLOAT_EQ(c->Vert3D[4].x, 4);
+}
+
+// ---- implicit curves and point fields ----------------------------------------------------
+
+TEST_F(FunCurveTest, ImplicitCircleTracesClosedLinesOfLengthFourPi) {
+  auto c = MakeCurve(1, 1, "", "x^2+y^2-4", 20, "-5", "5", -5, 5);
+  ASSERT_TRUE(c->TraceImplicit());
+  EXPECT_EQ(c->StepU, 90);
+  EXPECT_EQ(c->StepV, 90);
+  const std::vector<float>& s = c->TracedSegments();
+  double len = 0;
+  for (size_t k = 0; k + 3 < s.size(); k += 4) {
+    len += std::hypot(s[k + 2] - s[k], s[k + 3] - s[k + 1]);
+    EXPECT_NEAR(std::hypot(s[k], s[k + 1]), 2, 0.01);
+  }
+  EXPECT_NEAR(len, 4 * M_PI, 0.01 * 4 * M_PI);
+  EXPECT_FLOAT_EQ(s[s.size() - 2], s[0]);
+  EXPECT_FLOAT_EQ(s[s.size() - 1], s[1]);
+
+  // Polar: r = 2 in the a, r plane is the same circle.
+  auto p = MakeCurve(1, 2, "", "r-2", 20, "0", "6.2832", 0, 5);
+  ASSERT_TRUE(p->TraceImplicit());
+  double plen = 0;
+  for (size_t k = 0; k + 3 < p->TracedSegments().size(); k += 4) {
+    const auto& t = p->TracedSegments();
+    plen += std::hypot(t[k + 2] - t[k], t[k + 3] - t[k + 1]);
+  }
+  EXPECT_NEAR(plen, 4 * M_PI, 0.01 * 4 * M_PI);
+}
+
+TEST_F(FunCurveTest, ImplicitSyntaxErrorIsShownOncePerCompile) {
+  auto c = MakeCurve(1, 1, "", "x^2+y^2-", 20, "-5", "5");
+  EXPECT_FALSE(c->TraceImplicit());
+  EXPECT_FALSE(c->TraceImplicit());
+  EXPECT_EQ(host_.messages.size(), 1u);
+  c->ExpressY = "x^2+y^2-1";
+  EXPECT_TRUE(c->TraceImplicit());
+  EXPECT_FALSE(c->TracedSegments().empty());
+  // A domain hole inside the grid is a hole, not a failure.
+  c->ExpressY = "sqr(x)-y";
+  EXPECT_TRUE(c->TraceImplicit());
+  for (size_t k = 0; k < c->TracedSegments().size(); k += 2) EXPECT_GE(c->TracedSegments()[k], -1e-3f);
+}
+
+TEST_F(FunCurveTest, PointFieldDensitySwitchesAtArea300) {
+  auto c = MakeCurve(4, 1, "", "x+y-100", 20, "0", "15", 0, 21);
+  ASSERT_TRUE(c->ComputeField());
+  EXPECT_EQ(c->FieldDensity(), 3);  // 315
+  EXPECT_EQ(c->FieldPoints().size() / 2, 46u * 64u);
+  c->MaxV = 20;
+  ASSERT_TRUE(c->ComputeField());
+  EXPECT_EQ(c->FieldDensity(), 20);  // 300
+  EXPECT_EQ(c->FieldPoints().size() / 2, 301u * 401u);
+
+  // Only where the inequality holds; the box follows the points.
+  auto disc = MakeCurve(4, 1, "", "x^2+y^2-1", 20, "-2", "2", -2, 2);
+  ASSERT_TRUE(disc->ComputeField());
+  for (size_t k = 0; k + 1 < disc->FieldPoints().size(); k += 2)
+    EXPECT_LE(std::hypot(disc->FieldPoints()[k], disc->FieldPoints()[k + 1]), 1 + 1e-5);
+  EXPECT_FLOAT_EQ(disc->MinX, -1);
+  EXPECT_FLOAT_EQ(disc->MaxY, 1);
+
+  // Polar: a from 0 to 2 pi, r from 0 to 1: a disc of radius 1 about the
+  // origin, every point at radius b / k.
+  auto polar = MakeCurve(4, 2, "", "r-1", 20, "0", "6.2832", 0, 1);
+  ASSERT_TRUE(polar->ComputeField());
+  EXPECT_EQ(polar->FieldDensity(), 20);
+  EXPECT_NEAR(polar->MaxX, 1, 1e-5);
+}
+
+// ---- box, pick, dependent objects --------------------------------------------------------
+
+TEST_F(FunCurveTest, BoxComesFromSamplesOrRanges) {
+  auto c = MakeGraph("x^2", 3, "-1", "2");
+  ASSERT_TRUE(c->GetPoints());
+  c->GetBox();
+  EXPECT_FLOAT_EQ(c->MinX, -1);
+  EXPECT_FLOAT_EQ(c->MaxX, 2);
+  EXPECT_FLOAT_EQ(c->MinY, 0);
+  EXPECT_FLOAT_EQ(c->MaxY, 4);
+  CBox b;
+  c->GetBox(b);
+  EXPECT_FLOAT_EQ(b.MaxY, 4);
+
+  auto imp = MakeCurve(1, 1, "", "x^2+y^2-4", 20, "-3", "3", -1, 2);
+  imp->GetBox();
+  EXPECT_FLOAT_EQ(imp->MinX, -3);
+  EXPECT_FLOAT_EQ(imp->MaxX, 3);
+  EXPECT_FLOAT_EQ(imp->MinY, -1);
+  EXPECT_FLOAT_EQ(imp->MaxY, 2);
+}
+
+TEST_F(FunCurveTest, PickFollowsTheChords) {
+  auto c = MakeGraph("x^2", 40, "-2", "2");
+  ASSERT_TRUE(c->GetPoints());
+  auto ray = [&](float x, float y) { return c->Pick(Position(x, y, 0), Position(x, y, -50), Position(x, y, 50)); };
+  EXPECT_TRUE(ray(1, 1));
+  EXPECT_TRUE(ray(1.5f, 2.3f));
+  EXPECT_FALSE(ray(1, 1.5f));
+  EXPECT_FALSE(ray(3, 9));  // beyond the range
+  c->Hide = true;
+  EXPECT_FALSE(ray(1, 1));
+
+  auto imp = MakeCurve(1, 1, "", "x^2+y^2-4", 20, "-5", "5");
+  EXPECT_FALSE(imp->Pick(Position(2, 0, 0), Position(2, 0, -50), Position(2, 0, 50)));  // nothing traced yet
+  ASSERT_TRUE(imp->TraceImplicit());
+  EXPECT_TRUE(imp->Pick(Position(2, 0, 0), Position(2, 0, -50), Position(2, 0, 50)));
+  EXPECT_FALSE(imp->Pick(Position(0, 0, 0), Position(0, 0, -50), Position(0, 0, 50)));
+
+  auto field = MakeCurve(4, 1, "", "x^2+y^2-1", 20, "-2", "2", -2, 2);
+  EXPECT_TRUE(field->Pick(Position(0.2f, 0.3f, 0), Position(0.2f, 0.3f, -50), Position(0.2f, 0.3f, 50)));
+  EXPECT_FALSE(field->Pick(Position(1.5f, 0, 0), Position(1.5f, 0, -50), Position(1.5f, 0, 50)));
+  // A broken field says so once, not at every pass of the mouse.
+  field->ExpressY = "x^2+";
+  for (int i = 0; i < 3; ++i) EXPECT_FALSE(field->Pick(Position(0, 0, 0), Position(0, 0, -50), Position(0, 0, 50)));
+  EXPECT_EQ(host_.messages.size(), 1u);
+}
+
+TEST_F(FunCurveTest, PointsGiveFiftyOneSamplesAndLeaveTheCurveAlone) {
+  auto c = MakeGraph("2x", 200, "0", "10");
+  ASSERT_TRUE(c->GetPoints());
+  const std::vector<Position> p = c->Points();
+  ASSERT_EQ(p.size(), 51u);
+  EXPECT_FLOAT_EQ(p[0].x, 0);
+  EXPECT_FLOAT_EQ(p[50].x, 10);
+  EXPECT_FLOAT_EQ(p[25].y, 10);
+  EXPECT_EQ(c->StepU, 200);
+  EXPECT_EQ(c->Vert3D.size(), 201u);
+  EXPECT_EQ(c->GetRotPoints().size(), 51u);
+  EXPECT_EQ(c->GetPathAniPoints().size(), 51u);
+  EXPECT_EQ(c->NearestSample(5.02f, 10), 100);
+}
+
+TEST_F(FunCurveTest, LineInterNumbersTheCrossingsAlongTheCurve) {
+  auto c = MakeGraph("x^2-1", 100, "-3", "3");
+  ASSERT_TRUE(c->GetPoints());
+  CLine l;
+  l.lt = 2;
+  l.Line2(Position(-10, 0, 0), Position(10, 0, 0));
+  Position first, second, third(7, 7, 0);
+  EXPECT_EQ(c->LineInter(l, 1, first), 1);
+  EXPECT_EQ(c->LineInter(l, 2, second), 1);
+  EXPECT_EQ(c->LineInter(l, 3, third), 0);
+  EXPECT_NEAR(first.x, -1, 1e-3);
+  EXPECT_NEAR(second.x, 1, 1e-3);
+  EXPECT_FLOAT_EQ(third.x, 7);  // untouched
+  // A segment that ends before the second crossing.
+  l.lt = 1;
+  l.Line2(Position(-10, 0, 0), Position(0, 0, 0));
+  EXPECT_EQ(c->LineInters(l).size(), 1u);
+}
+
+TEST_F(FunCurveTest, StructurePointsFollowTheirPoints) {
+  Position* a = AddPoint(1, 2);
+  auto c = MakeGraph("x", 4, "0", "1");
+  c->AddStruP(HolderCopy(*a));
+  a->Set(5, 6, 0);
+  c->UpdateStru();
+  EXPECT_FLOAT_EQ(c->StruP[0].x, 5);
+  EXPECT_FLOAT_EQ(c->StruP[0].y, 6);
+}
+
+TEST_F(FunCurveTest, OddValuesOfADamagedDocumentNeverBreakAnything) {
+  struct Case {
+    int form, coord, steps;
+    const char *fx, *fy, *lo, *hi;
+    float minV, maxV;
+  };
+  const Case cases[] = {
+      {7, 0, 10, "x", "x", "0", "1", 0, 1},            // unknown form and system
+      {1, 1, 10, "", "x-y", "0", "0", 0, 0},           // empty ranges
+      {1, 2, 10, "", "r-1", "5", "-5", 3, -3},         // reversed ranges
+      {4, 1, 10, "", "x", "-1e6", "1e6", -1e6, 1e6},   // a field far too large
+      {4, 1, 10, "", "x", "3", "-3", 3, -3},           // reversed field
+      {3, 1, 100000, "u", "u", "0", "1", 0, 0},        // many steps
+      {2, 1, 200000, "", "x", "0", "1", 0, 0},         // too many
+      {2, 1, 10, "", "asin(x*0.99999999)", "-1", "1", 0, 0},  // a value that pushes nothing
+      {3, 2, 10, "", "", "0", "1", 0, 0},              // empty formulas
+  };
+  for (const Case& k : cases) {
+    auto c = MakeCurve(k.form, k.coord, k.fx, k.fy, k.steps, k.lo, k.hi, k.minV, k.maxV);
+    c->ShowRoot = c->ShowMax = c->ShowGuai = c->ShowLen = c->ShowInt = c->ShowQie = c->ShowCurv = true;
+    c->QieX = {0.5f};
+    c->CurvX = {0.5f};
+    c->GetPoints();
+    c->TraceImplicit();
+    c->ComputeField();
+    c->GetBox();
+    EXPECT_EQ(c->Points().size(), 51u);
+    CLine l;
+    l.lt = 2;
+    l.Line2(Position(-1, -1, 0), Position(1, 1, 0));
+    c->LineInters(l);
+    c->Pick(Position(0, 0, 0), Position(0, 0, -50), Position(0, 0, 50));
+    c->NearestSample(0, 0);
+  }
+}
+
+// ---- record and collection -------------------------------------------------------------
+
+// Every field away from its default.
+std::unique_ptr<CFunCurve> FullCurve(const std::string& strutId) {
+  auto c = std::make_unique<CFunCurve>();
+  c->Init(NewObjectId("C2"), "my curve", 3, 2, "u", "2u+1", "z text", 30, 40, "-k", "k+1", -2.5f, 3.25f,
+          RGB(1, 2, 3), 4);
+  c->FunForm = 3;
+  c->DrawMode = 2;
+  c->LineStyle = 3;
+  c->AddStruP(HolderCopyOf(strutId));
+  c->Show2DCurve = false;
+  c->ShowInverse = true;
+  c->InvColor = 11;
+  c->InvWidth = 2;
+  c->ShowDev = true;
+  c->DevColor = 12;
+  c->DevWidth = 3;
+  c->ShowInt = true;
+  c->IntColor = 13;
+  c->IntFrom = -0.5f;
+  c->IntTo = 1.75f;
+  c->ShowMax = true;
+  c->MaxColor = 14;
+  c->MaxSize = 5;
+  c->MaxSymbol = 2;
+  c->ShowMin = true;
+  c->MinColor = 15;
+  c->MinSize = 6;
+  c->MinSymbol = 3;
+  c->ShowGuai = true;
+  c->GuaiColor = 16;
+  c->GuaiSize = 7;
+  c->GuaiSymbol = 4;
+  c->ShowJO = true;
+  c->JOColor = 17;
+  c->JOWidth = 4;
+  c->ShowRoot = true;
+  c->RootColor = 18;
+  c->RootSize = 8;
+  c->RootSymbol = 5;
+  c->ShowCurv = true;
+  c->CurvPosType = CFunCurve::kPosByFormula;
+  c->CurvPosExp = "k/2";
+  c->CurvX = {0.5f, -1.25f};
+  c->CurvColor = 19;
+  c->CurvWidth = 5;
+  c->ShowLen = true;
+  c->LenFrom = 0.125f;
+  c->LenTo = 2;
+  c->ShowQie = true;
+  c->QiePosType = CFunCurve::kPosByList;
+  c->QiePosExp = "1+k";
+  c->QieX = {1, 2, 3};
+  c->QieColor = 20;
+  c->QieWidth = 6;
+  c->ShowNml = true;
+  c->NmlPosType = CFunCurve::kPosByFormula;
+  c->NmlPosExp = "k";
+  c->NmlX = {};
+  c->NmlColor = 21;
+  c->NmlWidth = 7;
+  c->Selected = true;
+  c->Hide = true;
+  return c;
+}
+
+TEST_F(FunCurveTest, RecordCarriesEveryOverlayFieldAndReadsBack) {
+  SceneMode = 1;
+  AddParameter("k", 1);
+  Position* s = AddPoint(1, 1, 0, "A");
+  auto c = FullCurve(s->ID);
+  const std::string rec = c->Save();
+  EXPECT_EQ(rec,
+            "C20003 @my curve@ 3 3 2 2 @u@ @2u+1@ @z text@ 30 40 @-k@ @k+1@ -2.5 3.25 197121 4 3 1 PT0002 "
+            "0 1 11 2 1 12 3 1 13 -0.5 1.75 1 14 5 2 1 15 6 3 1 16 7 4 1 17 4 1 18 8 5 "
+            "1 2 @k/2@ 2 0.5 -1.25 19 5 1 0.125 2 1 1 @1+k@ 3 1 2 3 20 6 1 2 @k@ 0 21 7 1 1;;");
+  Doc.FunCurves.Add(std::move(c));
+  const std::string doc = GetUndoVar();
+  ASSERT_TRUE(OpenDocumentText(doc));
+  ASSERT_EQ(Doc.FunCurves.count(), 1);
+  EXPECT_EQ(GetUndoVar(), doc);
+  const CFunCurve* back = Doc.FunCurves.Item(1);
+  EXPECT_EQ(back->NameS, "my curve");
+  EXPECT_EQ(back->ExpressZ, "z text");
+  EXPECT_EQ(back->StruP[0].ID, "PT0002");
+  EXPECT_FLOAT_EQ(back->StruP[0].x, 1);
+  EXPECT_EQ(back->CurvX.size(), 2u);
+  EXPECT_EQ(back->NmlNum(), 0);
+  EXPECT_FALSE(back->Sampled());  // samples come with the first draw or refresh
+}
+
+TEST_F(FunCurveTest, DamagedRecordsStopTheReadQuietly) {
+  SceneMode = 1;
+  auto c = MakeGraph("x", 10, "0", "1");
+  c->CurvPosExp = "cc";
+  Doc.FunCurves.Add(std::move(c));
+  const std::string good = GetUndoVar();
+  ASSERT_TRUE(OpenDocumentText(good));
+  ASSERT_EQ(Doc.FunCurves.count(), 1);
+  // Cut inside the overlay fields, a list count out of bounds, a text where
+  // a number belongs.
+  const std::string rec = Doc.FunCurves.Item(1)->Save();
+  const std::string cut = rec.substr(0, rec.size() / 2) + ";;";
+  std::string huge = rec;
+  huge.replace(huge.find("@cc@ 0 "), 7, "@cc@ 999999 ");
+  for (const std::string& bad : {cut, huge, std::string("C20009 @n@ 0 x;;")}) {
+    ClearDocument();
+    const std::string text = good.substr(0, good.find(";;") + 2) + bad;
+    EXPECT_FALSE(OpenDocumentText(text)) << bad;
+    EXPECT_EQ(Doc.FunCurves.count(), 0);
+  }
+  EXPECT_TRUE(host_.messages.empty());
+}
+
+TEST_F(FunCurveTest, CollectionAddCopiesEveryProperty) {
+  AddParameter("k", 1);
+  Position* s = AddPoint(1, 1, 0, "A");
+  auto c = FullCurve(s->ID);
+  c->Hide = false;
+  ASSERT_TRUE(c->GetPoints());
+  CFunCurve* copy = Doc.FunCurves.Add(*c);
+  EXPECT_EQ(copy->Save(), c->Save());
+  EXPECT_EQ(copy->Vert3D.size(), c->Vert3D.size());
+  EXPECT_EQ(copy->ResultLines(), c->ResultLines());
+  EXPECT_NE(copy, c.get());
+}
+
+}  // namespace
+}  // namespace vt
