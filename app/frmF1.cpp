@@ -5,6 +5,7 @@
 #include <QEnterEvent>
 #include <QFileInfo>
 #include <QHoverEvent>
+#include <QInputDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -29,6 +30,7 @@
 #include "render/frame.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
+#include "tools/create_tools.h"
 
 namespace vt::app {
 
@@ -104,6 +106,13 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
   Hooks.syntheticMouseMove = [] { SyntheticMouseMove(); };
   Hooks.registerFileType = [] { RegisterDocumentType(); };
   CanvasWindow.showGraphEdit = [this](float X, float Y) { ShowGraphEdit(X, Y); };
+  TextToolDialog = [this](std::string& text) {
+    bool ok = false;
+    const QString t = QInputDialog::getMultiLineText(this, tr("Text"), tr("Text:"), QString(), &ok);
+    if (!ok || t.isEmpty()) return false;
+    text = t.toStdString();
+    return true;
+  };
 
   if (picDraw_) connect(picDraw_, &Canvas::contextReady, this, &frmF1::OnContextReady);
   resize(1120, 760);
@@ -117,6 +126,7 @@ frmF1::~frmF1() {
   }
   Hooks = FrameHooks{};
   CanvasWindow = CanvasHooks{};
+  TextToolDialog = {};
   UnregisterHandler("mnuFileExit");
   SetHost(nullptr);
 }

@@ -15,6 +15,7 @@
 #include "graphs/curve_form.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
+#include "tools/create_tools.h"
 
 namespace vt {
 
@@ -584,6 +585,7 @@ void RegisterAllCommands() {
   RegisterFrameCommands();
   // Subsystems add their Register...Commands() calls here.
   RegisterPropertyCommands();
+  RegisterToolCommands();
   RegisterCurveCommands();
 }
 

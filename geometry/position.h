@@ -76,6 +76,24 @@ class Position : public DocObject {
   Position MirrorR(const std::string& regionId) const;
   Position RotL3D(const std::string& lineId, float angle) const;
 
+  // Update propagation (geometry/propagation.cpp), applied to the real point
+  // after it has moved. UpdateLinked adds the change to every copy that the
+  // holders in LinkObjs keep (a perpendicular's begin at half the change);
+  // unless flag is 2 the holders then recompute their structure points and
+  // hand each one on (one level); then the dependents without copies are
+  // re-initialised. UpdateLinked1 does the same with absolute coordinates.
+  // UpdateLinked2 writes x0 + dx, ... and StruUpdateLinked x, y, z into the
+  // copies and stop there. UpdateStru writes the place into every copy of the
+  // point `id` in this point's holders and calls nothing further. DrawLinked
+  // sets the draw mode of the holders (arcs are passed over).
+  void UpdateLinked(float dx, float dy, float dz, int flag);
+  void UpdateLinked1(float x_, float y_, float z_, int flag);
+  void UpdateLinked2(float x0, float y0, float z0, float dx, float dy, float dz);
+  void StruUpdateLinked(float x_, float y_, float z_);
+  using DocObject::UpdateStru;
+  void UpdateStru(const std::string& id, float x_, float y_, float z_);
+  void DrawLinked(int mode);
+
   // Image objects: with flag 1 this point moves in place and nullptr comes
   // back; otherwise a new point of ptype 10 is added to the document as the
   // image, registered as this point's child, and returned.

@@ -5,6 +5,7 @@
 #include "document/numtext.h"
 #include "document/undo.h"
 #include "expr/text_prep.h"
+#include "geometry/propagation.h"
 
 namespace vt {
 
@@ -72,46 +73,13 @@ bool ReadWidth(std::string& text, float current, float& width) {
 // ---- points ------------------------------------------------------------------------
 
 void WriteThroughCopies(const Position& real) {
-  auto copyInto = [&](Position& copy) {
-    if (copy.ID == real.ID) copy.Set(real.x, real.y, real.z);
-  };
-  for (const CLinkObj& link : real.LinkObjs) {
-    switch (link.GEType) {
-      case 2:
-        if (CLine* l = Doc.Lines.FindById(link.ID)) {
-          copyInto(l->pBegin);
-          copyInto(l->pEnd);
-          l->UpdateStru();
-        }
-        break;
-      case 3:
-        if (CCircle* c = Doc.Circles.FindById(link.ID)) {
-          copyInto(c->PCenter);
-          copyInto(c->PCircleR);
-          copyInto(c->PCircleR2);
-          copyInto(c->PCircleR3);
-          c->UpdateStru();
-        }
-        break;
-      case 4:
-        if (CRegion* g = Doc.Regions.FindById(link.ID)) {
-          for (Position& p : g->Points) copyInto(p);
-          g->UpdateStru();
-        }
-        break;
-      case 5:
-        if (CArc* a = Doc.Arcs.FindById(link.ID)) {
-          copyInto(a->pBegin);
-          copyInto(a->pEnd);
-          copyInto(a->pMid);
-          copyInto(a->PCenter);
-          a->UpdateStru();
-        }
-        break;
-      default:
-        break;
-    }
-  }
+  // The update propagation: the copies the holders keep, their structure
+  // points, and all that the refresh pass recomputes from them.
+  Position* p = FindPoint(real.ID);
+  if (!p) return;
+  PropagationTrace trace;
+  p->UpdateLinked1(p->x, p->y, p->z, 0);
+  RepropagateAfterMove();
 }
 
 bool LoadPointProps(const std::string& id, PointProps& p) {

@@ -12,6 +12,8 @@ namespace vt {
 class CText : public DocObject {
  public:
   float PosX = 0, PosY = 0;
+  std::string Content;  // the text shown
+  int TType = 0;        // 1 for a text made by the text tool
 };
 
 class CNote : public DocObject {

@@ -1,0 +1,378 @@
+// The creation tools: what a click stands for, points on every kind of
+// carrier, snapping, labels, the two-click line and circle, the right button,
+// the text tool, following points, and the bounds that refuse a click.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "document/command_table.h"
+#include "document/document.h"
+#include "document/globals.h"
+#include "document/undo.h"
+#include "geometry/geom.h"
+#include "geometry/on_object.h"
+#include "geometry/propagation.h"
+#include "render/frame.h"
+#include "tool_fixture.h"
+#include "tools/canvas_input.h"
+#include "tools/create_tools.h"
+#include "tools/screen_items.h"
+#include "tools/select.h"
+
+namespace vt::test {
+namespace {
+
+class CreateTest : public ToolTest {
+ protected:
+  CCreatePoint point_;
+  CCreateLine line_;
+  CCreateCircle circle_;
+  CCreateText text_;
+};
+
+TEST_F(CreateTest, ThePointToolMakesASecondPointOnAPointAndSnapsFreePointsHalfToEven) {
+  const int undo = UndoCount;
+  Click(point_, 0.3f, 0.3f);
+  ASSERT_EQ(Doc.Points.count(), 1);
+  Position* a = Doc.Points.Item(1);
+  EXPECT_EQ(a->ID, "PT0001");
+  EXPECT_EQ(a->PLabel, "A");
+  EXPECT_EQ(a->ptype, 1);
+  EXPECT_EQ(UndoCount, undo + 1);
+  Click(point_, 0.35f, 0.3f);  // on A
+  ASSERT_EQ(Doc.Points.count(), 2);
+  Position* b = Doc.Points.Item(2);
+  ExpectAt(b, 0.3f, 0.3f, 0);
+  EXPECT_EQ(b->PLabel, "B");
+  EXPECT_EQ(UndoCount, undo + 2);
+
+  SnapToGrid = true;
+  Click(point_, 1.4f, 2.5f);
+  ExpectAt(Doc.Points.Item(3), 1, 2, 0);
+  Click(point_, -2.5f, 3.5f);
+  ExpectAt(Doc.Points.Item(4), -2, 4, 0);
+  Click(point_, 0.4f, 0.3f);  // on a point: its place, not the grid's
+  ExpectAt(Doc.Points.Item(5), 0.3f, 0.3f, 0);
+
+  // The marker follows the mouse on the grid, shown while snapping is on.
+  ActiveTool = 1;
+  Move(point_, At(2.5f, -1.5f));
+  EXPECT_EQ(ToolCursorPoint, &SnapMarker);
+  ExpectAt(&SnapMarker, 2, -2, 0);
+  EXPECT_EQ(SnapMarker.z, 0);
+  SnapToGrid = false;
+  Move(point_, At(3.5f, 0.5f));
+  EXPECT_EQ(ToolCursorPoint, nullptr);
+  ExpectAt(&SnapMarker, 4, 0, 0);
+}
+
+TEST_F(CreateTest, ThePointToolPutsPointsOnEveryKindOfCarrier) {
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  CLine* seg = Segment(a, b);
+  Click(point_, 3, 0.05f);
+  Position* onLine = Doc.Points.Item(Doc.Points.count());
+  EXPECT_EQ(onLine->ptype, 7);
+  EXPECT_EQ(onLine->DrawMode, 5);
+  ASSERT_EQ(onLine->ParentNum(), 1);
+  EXPECT_EQ(onLine->Parent[0], seg->ID);
+  ExpectAt(onLine, 3, 0);
+  ASSERT_EQ(seg->StruPNum(), 1);
+  EXPECT_EQ(seg->StruP[0].ID, onLine->ID);
+  EXPECT_FLOAT_EQ(seg->StruPercB[0], 0.75f);
+  EXPECT_EQ(a->Child, std::vector<std::string>{onLine->ID});
+  EXPECT_EQ(b->Child, std::vector<std::string>{onLine->ID});
+
+  Position* o = Free(10, 0);
+  CCircle* c = Circle(o, Free(12, 0));
+  Click(point_, 10, 2.05f);
+  Position* onCircle = Doc.Points.Item(Doc.Points.count());
+  ExpectAt(onCircle, 10, 2, 1e-3f);
+  EXPECT_NEAR(c->StruAngle[0], 1.5708f, 1e-3);
+
+  auto arc = std::make_unique<CArc>();
+  arc->ID = NewObjectId("AR");
+  arc->Arc1(Free(-8, 0)->ID, Free(-10, 0)->ID, Free(-10, 2)->ID);  // a quarter from angle 0 to 90 degrees
+  CArc* ar = Doc.Arcs.Add(std::move(arc));
+  Click(point_, -10 + 2 * std::cos(0.5f), 2 * std::sin(0.5f));
+  Position* onArc = Doc.Points.Item(Doc.Points.count());
+  EXPECT_EQ(onArc->Parent[0], ar->ID);
+  EXPECT_NEAR(ar->StruAngle[0], 0.5f, 1e-3);
+
+  CRegion* g = Region({Free(0, 5), Free(4, 5), Free(4, 9), Free(0, 9)});
+  Click(point_, 3, 8.5f);  // inside: the nearest edge is the top one
+  Position* onRegion = Doc.Points.Item(Doc.Points.count());
+  EXPECT_EQ(onRegion->Parent[0], g->ID);
+  ExpectAt(onRegion, 3, 9);
+  ASSERT_EQ(g->StruPNum(), 1);
+  // It follows the region: the corners move, the point keeps its place in
+  // the region's frame.
+  for (Position& corner : g->Points) {
+    Position* real = FindPoint(corner.ID);
+    real->Set(real->x + 1, real->y, real->z);
+    real->UpdateLinked(1, 0, 0, 0);
+  }
+  ExpectAt(onRegion, 4, 9);
+
+  // A function curve carries its point by the parent id alone, at the
+  // nearest sample, and keeps it there when it is dragged.
+  auto curve = std::make_unique<CFunCurve>();
+  curve->Init(NewObjectId("C2"), "", 0, 1, "", "0.5*x", "", 100, 100, "-5", "5", -5, 5, RGB(0, 0, 255), 2);
+  curve->FunForm = 2;
+  ASSERT_TRUE(curve->GetPoints());
+  CFunCurve* f = Doc.FunCurves.Add(std::move(curve));
+  Click(point_, -2, -0.97f);
+  Position* onCurve = Doc.Points.Item(Doc.Points.count());
+  EXPECT_EQ(onCurve->Parent[0], f->ID);
+  ExpectAt(onCurve, -2, -1);
+  EXPECT_EQ(f->StruPNum(), 0);
+  Drag(-2, -1, -3, 0);  // nearest to (-3, 0) on y = x / 2: (-2.4, -1.2)
+  ExpectAt(onCurve, -2.4f, -1.2f, 1e-4f);
+
+  // Following points are never made on objects.
+  PointToolKind = 8;
+  FollowPointId = a->ID;
+  const int n = Doc.Points.count();
+  Click(point_, 2, 0);
+  EXPECT_EQ(Doc.Points.count(), n);
+}
+
+TEST_F(CreateTest, ALineTakesTwoClicksWithARubberBandInBetween) {
+  LineToolKind = 3;
+  const int undo = UndoCount;
+  Click(line_, 0, 0);
+  ASSERT_EQ(Doc.Lines.count(), 1);
+  CLine* l = Doc.Lines.Item(1);
+  EXPECT_EQ(l->ID, "LN0001");
+  EXPECT_EQ(l->lt, 3);
+  EXPECT_EQ(l->GELineWidth, 2);
+  EXPECT_EQ(Doc.Points.Item(1)->ID, "PT0002");
+  EXPECT_EQ(UndoCount, undo);
+  Move(line_, At(3, 3));
+  ExpectAt(&l->pEnd, 3, 3);
+  EXPECT_EQ(l->pEnd.z, 0);
+  Click(line_, 4, 0);
+  ASSERT_EQ(Doc.Points.count(), 2);
+  Position* a = Doc.Points.Item(1);
+  Position* b = Doc.Points.Item(2);
+  EXPECT_EQ(l->pBegin.ID, a->ID);
+  EXPECT_EQ(l->pEnd.ID, b->ID);
+  ExpectAt(&l->pEnd, 4, 0);
+  EXPECT_EQ(l->LLabel, "AB");
+  ASSERT_EQ(a->LinkNum(), 1);
+  EXPECT_EQ(a->LinkObjs[0].GEType, 2);
+  EXPECT_EQ(a->LinkObjs[0].Pos, 1);
+  EXPECT_EQ(b->LinkObjs[0].Pos, 2);
+  EXPECT_EQ(UndoCount, undo + 1);
+  EXPECT_EQ(line_.Clicks, 0);
+
+  // The new line follows its points.
+  a->Set(1, 1, 0);
+  a->UpdateLinked(1, 1, 0, 0);
+  ExpectAt(&l->pBegin, 1, 1);
+}
+
+TEST_F(CreateTest, ALineSharesAnExistingPointAndEndsOnAnotherLineWithAPointOnIt) {
+  Position* p = Free(0, 0, "P");
+  CLine* carrier = Segment(Free(5, -2), Free(5, 2));
+  Click(line_, 0.1f, 0);
+  Click(line_, 5.05f, 1);
+  CLine* l = Doc.Lines.Item(2);
+  EXPECT_EQ(l->pBegin.ID, p->ID);
+  Position* end = FindPoint(l->pEnd.ID);
+  ASSERT_NE(end, nullptr);
+  EXPECT_EQ(end->ptype, 7);
+  EXPECT_EQ(end->Parent[0], carrier->ID);
+  ExpectAt(end, 5, 1);
+  EXPECT_EQ(l->pEnd.ptype, 7);
+  EXPECT_EQ(p->LinkNum(), 1);
+
+  // Both clicks on one existing point: a line of no length on it.
+  Click(line_, 0, 0);
+  Click(line_, 0, 0.05f);
+  CLine* zero = Doc.Lines.Item(3);
+  EXPECT_EQ(zero->pBegin.ID, p->ID);
+  EXPECT_EQ(zero->pEnd.ID, p->ID);
+  EXPECT_EQ(p->LinkNum(), 3);
+  // Both on an empty spot: the second click does not take the first's new
+  // point, so the line joins two points on one spot.
+  const int points = Doc.Points.count();
+  Click(line_, -3, -3);
+  Click(line_, -3, -3);
+  EXPECT_EQ(Doc.Points.count(), points + 2);
+  CLine* twin = Doc.Lines.Item(4);
+  EXPECT_NE(twin->pBegin.ID, twin->pEnd.ID);
+}
+
+TEST_F(CreateTest, TheRightButtonRemovesTheLastLineOrCircleEvenAtRest) {
+  Click(line_, 0, 0);
+  Click(line_, 4, 0);
+  Click(line_, 0, 3);
+  Click(line_, 4, 3);
+  ASSERT_EQ(Doc.Lines.count(), 2);
+  Position* c = FindPoint(Doc.Lines.Item(2)->pBegin.ID);
+  ASSERT_EQ(c->LinkNum(), 1);
+  SelectObject(*Doc.Lines.Item(2));
+  const int points = Doc.Points.count();
+  Release(line_, At(9, 9));
+  EXPECT_EQ(Doc.Lines.count(), 1);
+  EXPECT_EQ(Doc.Points.count(), points);
+  EXPECT_EQ(c->LinkNum(), 0);
+  EXPECT_EQ(Sel.Lines.count(), 0);
+  // During a line: the line in the making goes, its first point stays.
+  Click(line_, 6, 6);
+  Release(line_, At(7, 7));
+  EXPECT_EQ(Doc.Lines.count(), 1);
+  EXPECT_EQ(Doc.Points.count(), points + 1);
+  EXPECT_EQ(line_.Clicks, 0);
+  Click(line_, 8, 8);  // a first click again
+  EXPECT_EQ(line_.Clicks, 1);
+
+  Click(circle_, 0, -5);
+  Click(circle_, 2, -5);
+  ASSERT_EQ(Doc.Circles.count(), 1);
+  Release(circle_, At(0, 0));
+  EXPECT_EQ(Doc.Circles.count(), 0);
+  Release(circle_, At(0, 0));  // nothing left: nothing happens
+}
+
+TEST_F(CreateTest, TheCircleToolMakesACircleThatFollowsItsCentre) {
+  Click(circle_, 1, 1);
+  ASSERT_EQ(Doc.Circles.count(), 1);
+  CCircle* c = Doc.Circles.Item(1);
+  EXPECT_EQ(c->CType, 1);
+  Move(circle_, At(1, 4));
+  EXPECT_NEAR(c->Radius(), 3, 1e-5);
+  Click(circle_, 4, 1);
+  Position* centre = FindPoint(c->PCenter.ID);
+  Position* rim = FindPoint(c->PCircleR.ID);
+  ASSERT_TRUE(centre && rim);
+  EXPECT_EQ(c->CLabel, centre->PLabel + rim->PLabel);
+  EXPECT_NEAR(c->R, 3, 1e-5);
+  EXPECT_EQ(centre->LinkObjs[0].GEType, 3);
+  EXPECT_EQ(centre->LinkObjs[0].Pos, 1);
+  EXPECT_EQ(rim->LinkObjs[0].Pos, 2);
+  // Dragged by its centre, the circle moves; the rim point stays.
+  Position* on = MakePointOn(*c, Position(1, 5, 0));
+  ExpectAt(on, 1, 4, 1e-3f);
+  centre->Set(2, 1, 0);
+  centre->UpdateLinked(1, 0, 0, 0);
+  ExpectAt(&c->PCenter, 2, 1);
+  ExpectAt(&c->PCircleR, 4, 1);
+  ExpectAt(on, 2, 3, 1e-3f);  // still at the top, radius 2 now
+}
+
+TEST_F(CreateTest, BoundsRefuseAClickWithAMessageAndLeaveTheDocumentAsItWas) {
+  Position* hub = Free(0, 0, "H");
+  for (int i = 0; i < Position::kMaxLinks; ++i) Segment(hub, Free(static_cast<float>(i) + 1, 5));
+  const int lines = Doc.Lines.count();
+  Click(line_, 0, 0);
+  Click(line_, -4, -4);
+  EXPECT_EQ(host_.LastMessage(), "A point can be held by at most 20 objects.");
+  EXPECT_EQ(Doc.Lines.count(), lines);
+  EXPECT_EQ(hub->LinkNum(), Position::kMaxLinks);
+  EXPECT_EQ(line_.Clicks, 0);
+  // The refused click made no point of its own; the tool starts afresh.
+  const int points = Doc.Points.count();
+  Click(line_, -4, -4);
+  EXPECT_EQ(Doc.Points.count(), points + 1);
+
+  CLine* full = Segment(Free(-9, -9), Free(-9, 9));
+  for (int i = 0; i < CCarrier::kMaxStru; ++i) MakePointOn(*full, Position(-9, -8.5f + i * 0.5f, 0));
+  const int before = Doc.Points.count();
+  const long number = NextObjectNumber;
+  Click(point_, -9, 7.5f);
+  EXPECT_EQ(host_.LastMessage(), "An object can carry at most 30 points.");
+  EXPECT_EQ(Doc.Points.count(), before);
+  EXPECT_EQ(NextObjectNumber, number);
+  EXPECT_EQ(full->StruPNum(), CCarrier::kMaxStru);
+}
+
+TEST_F(CreateTest, LabelsRunOnAfterZAndTheResetStartsAgainAtA) {
+  LastPointLabel = "Y";
+  Click(point_, 0, 0);
+  Click(point_, 2, 0);
+  Click(point_, 4, 0);
+  EXPECT_EQ(Doc.Points.Item(1)->PLabel, "Z");
+  EXPECT_EQ(Doc.Points.Item(2)->PLabel, "A1");
+  EXPECT_EQ(Doc.Points.Item(3)->PLabel, "B1");
+  RegisterToolCommands();
+  EXPECT_TRUE(RunHandler("mnuDrawPtReset"));
+  Click(point_, 6, 0);
+  EXPECT_EQ(Doc.Points.Item(4)->PLabel, "A");
+  EXPECT_EQ(Doc.Points.Item(2)->PLabel, "A1");  // existing labels stay
+}
+
+TEST_F(CreateTest, AFollowingPointNeedsOneFreePointAndMovesWithIt) {
+  Position* lead = Free(0, 0);
+  Position* other = Free(3, 3);
+  mnuDrawPFollow_Click();
+  EXPECT_EQ(host_.LastMessage(), "Please select a free point first.");
+  SelectObject(*lead);
+  SelectObject(*other);
+  host_.messages.clear();
+  mnuDrawPFollow_Click();
+  EXPECT_EQ(host_.LastMessage(), "Please select a free point first.");
+  SelectKind(18);
+  SelectObject(*lead);
+  host_.messages.clear();
+  mnuDrawPFollow_Click();
+  EXPECT_TRUE(host_.messages.empty());
+  EXPECT_EQ(PointToolKind, 8);
+  Click(point_, 1, 2);
+  Position* f = Doc.Points.Item(3);
+  EXPECT_EQ(f->ptype, 8);
+  EXPECT_EQ(f->Parent, std::vector<std::string>{lead->ID});
+  EXPECT_EQ(lead->Child, std::vector<std::string>{f->ID});
+
+  SelectKind(18);
+  Drag(0, 0, 2, -1);
+  ExpectAt(lead, 2, -1);
+  ExpectAt(f, 3, 1);
+  // Dragged with its leader selected, it moves once.
+  SelectObject(*f);
+  Drag(2, -1, 3, -1);
+  ExpectAt(f, 4, 1);
+}
+
+TEST_F(CreateTest, TheTextToolAsksForTheTextAndGoesBackToTheSelectTool) {
+  ActiveTool = 6;
+  Click(text_, 0, 0);  // no dialog: nothing
+  EXPECT_EQ(Doc.Texts.count(), 0);
+  std::string answer = "  two words  ";
+  bool ok = false;
+  TextToolDialog = [&](std::string& t) {
+    t = answer;
+    return ok;
+  };
+  Click(text_, 0, 0);
+  EXPECT_EQ(Doc.Texts.count(), 0);
+  EXPECT_EQ(ActiveTool, 6);
+  ok = true;
+  const int undo = UndoCount;
+  Click(text_, -5, 5);  // a quarter across, three quarters up
+  ASSERT_EQ(Doc.Texts.count(), 1);
+  CText* t = Doc.Texts.Item(1);
+  EXPECT_EQ(t->Content, "two words");
+  EXPECT_EQ(t->ID.substr(0, 2), "TT");
+  EXPECT_FLOAT_EQ(t->PosX, 25);
+  EXPECT_FLOAT_EQ(t->PosY, 75);
+  EXPECT_EQ(ActiveTool, 11);
+  EXPECT_EQ(UndoCount, undo + 1);
+}
+
+TEST_F(CreateTest, InSpaceNewPointsLieInThePlaneZeroAndTheRubberBandKeepsItsDepth) {
+  SceneMode = 3;
+  Mouse m = Slanted(1, 2, 3);
+  Press(point_, m);
+  ASSERT_EQ(Doc.Points.count(), 1);
+  EXPECT_EQ(Doc.Points.Item(1)->z, 0);
+  Press(line_, Slanted(-2, -2, 4));
+  CLine* l = Doc.Lines.Item(1);
+  EXPECT_EQ(FindPoint(l->pBegin.ID)->z, 0);
+  Move(line_, Slanted(5, 5, 2));
+  EXPECT_EQ(l->pEnd.z, 2);
+}
+
+}  // namespace
+}  // namespace vt::test

@@ -1,0 +1,399 @@
+// Update propagation: the UpdateLinked family on copies and structure points,
+// the refresh pass and its constructions, extension points, and the hooks by
+// which later kinds join.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "document/document.h"
+#include "document/globals.h"
+#include "geometry/extension.h"
+#include "geometry/geom.h"
+#include "geometry/on_object.h"
+#include "geometry/propagation.h"
+#include "tool_fixture.h"
+
+namespace vt::test {
+namespace {
+
+class PropagationTest : public ToolTest {
+ protected:
+  void TearDown() override {
+    for (DependentSlot s : {DependentSlot::SurRots, DependentSlot::Stretchs, DependentSlot::Fans, DependentSlot::Ribbons,
+                            DependentSlot::Spheres})
+      RegisterPointDependents(s, {});
+    for (const char* name : {"a", "b", "c"})
+      for (int st = 0; st <= static_cast<int>(RefreshStage::End); ++st)
+        RegisterRefreshHook(static_cast<RefreshStage>(st), name, {});
+    ToolTest::TearDown();
+  }
+  // Moves a real point by a delta as a drag does.
+  static void Shift(Position* p, float dx, float dy, int flag = 0) {
+    p->Set(p->x + dx, p->y + dy, p->z);
+    p->UpdateLinked(dx, dy, 0, flag);
+  }
+};
+
+TEST_F(PropagationTest, UpdateLinkedWritesCopiesByRoleWithThePerpendicularsHalfStepAndFlagTwoSparesStructure) {
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  CLine* seg = Segment(a, b);
+  CLine* perp = Segment(a, Free(0, 3), 1, /*LType*/ 1);
+  CLine* other = Segment(Free(-1, -1), a, 1, /*LType*/ 3);  // a is its far end, Pos 2
+  Position* s = MakePointOn(*seg, Position(3, 1, 0));
+  ASSERT_NE(s, nullptr);
+  ExpectAt(s, 3, 0);
+  EXPECT_EQ(s->ptype, 7);
+
+  Shift(a, 2, 0, /*flag*/ 2);
+  ExpectAt(&seg->pBegin, 2, 0);
+  ExpectAt(&perp->pBegin, 1, 0);  // half the change
+  ExpectAt(&other->pEnd, 2, 0);   // an end always takes the whole change
+  ExpectAt(s, 3, 0);              // flag 2: structure points stay
+  ExpectAt(&seg->StruP[0], 3, 0);
+
+  Shift(a, 0, 0);
+  ExpectAt(s, 3.5f, 0);  // now on the segment from (2, 0) to (4, 0) at 3/4
+  ExpectAt(&seg->StruP[0], 3.5f, 0);
+
+  // Absolute forms: UpdateLinked1 sets the copies; UpdateLinked2 writes the
+  // start plus the change and stops at the copies.
+  a->Set(-2, 0, 0);
+  a->UpdateLinked1(-2, 0, 0, 0);
+  ExpectAt(&seg->pBegin, -2, 0);
+  ExpectAt(&perp->pBegin, -2, 0);
+  ExpectAt(s, 2.5f, 0);
+  a->UpdateLinked2(1, 1, 0, 1, 2, 0);
+  ExpectAt(&seg->pBegin, 2, 3);
+  ExpectAt(s, 2.5f, 0);  // no structure step
+  a->StruUpdateLinked(5, 5, 0);
+  ExpectAt(&seg->pBegin, 5, 5);
+  ExpectAt(&other->pEnd, 5, 5);
+}
+
+TEST_F(PropagationTest, CircleAndArcCopiesAreFoundByRoleOrByTheirIds) {
+  Position* c = Free(0, 0);
+  Position* r = Free(2, 0);
+  CCircle* circle = Circle(c, r);  // links: the centre in slot 1, the rim point in slot 2
+  Shift(c, 1, 1);
+  ExpectAt(&circle->PCenter, 1, 1);
+  ExpectAt(&circle->PCircleR, 2, 0);
+  // Links written with the other slot order reach the same copies.
+  c->LinkObjs[0].Pos = 2;
+  r->LinkObjs[0].Pos = 1;
+  Shift(r, 0, 3);
+  ExpectAt(&circle->PCircleR, 2, 3);
+  ExpectAt(&circle->PCenter, 1, 1);
+
+  // A three-point arc moves its middle copy through slot 2.
+  Position* b = Free(1, 0);
+  Position* m = Free(0, 1);
+  Position* e = Free(-1, 0);
+  auto arc = std::make_unique<CArc>();
+  arc->ID = NewObjectId("AR");
+  arc->AType = 2;
+  arc->arc2(b->ID, m->ID, e->ID);
+  for (auto [p, pos] : {std::pair{b, 1}, std::pair{m, 2}, std::pair{e, 3}})
+    p->AddLink(CLinkObj{arc->ID, 5, static_cast<short>(pos), 0, 2});
+  CArc* a = Doc.Arcs.Add(std::move(arc));
+  Shift(m, 0, 2);
+  ExpectAt(&a->pMid, 0, 3);
+  ExpectAt(&a->PCenter, 0, 0);
+  a->SetDrawMode(1);
+  circle->SetDrawMode(1);
+  c->DrawLinked(4);
+  EXPECT_EQ(circle->DrawMode, 4);
+  m->DrawLinked(4);
+  EXPECT_EQ(a->DrawMode, 1);  // arcs are passed over
+}
+
+TEST_F(PropagationTest, AStructurePointOnAStructurePointFollowsOneStepLateUnlessTheDragRepropagates) {
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  CLine* l1 = Segment(a, b);
+  Position* s = MakePointOn(*l1, Position(2, 0, 0));
+  Position* c = Free(2, 4);
+  CLine* l2 = Segment(s, c);
+  Position* t = MakePointOn(*l2, Position(2, 2, 0));
+  ExpectAt(t, 2, 2);
+
+  Shift(b, 4, 0);
+  ExpectAt(s, 4, 0);
+  ExpectAt(&l2->pBegin, 4, 0);  // handed on one level
+  ExpectAt(t, 2, 2);            // but no further
+  Shift(b, 0, 0);  // a further call does not reach it either
+  ExpectAt(t, 2, 2);
+
+  // A drag step carries the structure of every touched carrier on.
+  {
+    PropagationTrace trace;
+    Shift(b, 4, 0);
+    RepropagateAfterMove();
+  }
+  ExpectAt(s, 6, 0);
+  ExpectAt(t, 4, 2);  // the middle of (6, 0) and (2, 4)
+  EXPECT_FALSE(PropagationTrace::Active());
+}
+
+TEST_F(PropagationTest, TheRefreshPassRecomputesDivisionEpitaxialImageAndTriangleCentres) {
+  Position* a = Free(0, 0);
+  Position* b = Free(6, 0);
+  Position* c = Free(0, 6);
+  Position* third = Derived(9, a->ID, b->ID, 2);
+  third->Para1 = 3;
+  Position* even = Derived(9, a->ID, b->ID, 1);
+  even->Para1 = 2.5f;  // rounded half to even: 2 parts
+  Position* beyond = Derived(6, a->ID, b->ID);
+  beyond->Para1 = 1, beyond->Para2 = 0, beyond->Para3 = 0.5f;  // half the base beyond b
+  Position* beyondAbs = Derived(6, a->ID, b->ID);
+  beyondAbs->Para1 = 1, beyondAbs->Para2 = 1, beyondAbs->Para3 = 2;
+  Position* inter = Derived(6, a->ID, b->ID);
+  inter->Para1 = 2.00005f, inter->Para2 = 1, inter->Para3 = 1.5f;  // interpolated, absolute
+  CLine* base = Segment(a, c);
+  Position* onLine = Derived(6, base->ID, "");
+  onLine->Para1 = 2, onLine->Para2 = 0, onLine->Para3 = 0.25f;
+  Position* image = Derived(10, a->ID, "");
+  image->TransType = 4;  // reflection in the point c
+  image->LKID2 = c->ID;
+  Position* zoom = Derived(10, b->ID, "");
+  zoom->TransType = 3;
+  zoom->Para1 = -0.5f;
+  Position* centroid = Derived(24, a->ID, b->ID);
+  centroid->LKID3 = c->ID;
+  Position* circum = Derived(21, a->ID, b->ID);
+  circum->LKID3 = c->ID;
+
+  RefreshPass();
+  ExpectAt(third, 4, 0);
+  ExpectAt(even, 3, 0);
+  ExpectAt(beyond, 9, 0);
+  ExpectAt(beyondAbs, 8, 0);
+  ExpectAt(inter, 1.5f, 0);
+  ExpectAt(onLine, 0, 1.5f);
+  ExpectAt(image, 0, 12);
+  ExpectAt(zoom, -3, 0);
+  ExpectAt(centroid, 2, 2);
+  ExpectAt(circum, 3, 3);
+
+  // A collapsed triangle has no centre: the point stays where it was.
+  c->Set(3, 0, 0);
+  RefreshPass();
+  ExpectAt(circum, 3, 3);
+  ExpectAt(centroid, 3, 0);
+  // A base that has gone leaves its points alone.
+  Doc.Points.Remove(Doc.Points.FindId(b->ID));
+  RefreshPass();
+  ExpectAt(third, 4, 0);
+  ExpectAt(beyond, 9, 0);
+}
+
+TEST_F(PropagationTest, IntersectionsKeepTheirPlaceWithoutASolutionAndComeBack) {
+  Position* a = Free(-4, 0);
+  Position* b = Free(4, 0);
+  Position* c = Free(0, -4);
+  Position* d = Free(0, 4);
+  CLine* l1 = Segment(a, b, 2);
+  CLine* l2 = Segment(c, d, 2);
+  Position* x = Derived(4, l1->ID, l2->ID);
+  RefreshPass();
+  ExpectAt(x, 0, 0);
+  // Parallel lines: no crossing, the point stays.
+  Shift(c, -4, 6);  // (-4, 2)
+  Shift(d, 4, -2);  // (4, 2)
+  RefreshPass();
+  ExpectAt(x, 0, 0);
+  Shift(d, -2, -4);  // (2, -2): the crossing is at x = -1
+  RefreshPass();
+  ExpectAt(x, -1, 0);
+
+  // A line and a circle, given either way round; Pos picks the root.
+  Position* o = Free(0, 0);
+  CCircle* circle = Circle(o, Free(0, 5));
+  Position* r1 = Derived(4, circle->ID, l1->ID, 1);
+  Position* r2 = Derived(4, l1->ID, circle->ID, 2);
+  RefreshPass();
+  EXPECT_NEAR(std::fabs(r1->x), 5, 1e-4);
+  EXPECT_NEAR(r2->x, -r1->x, 1e-4);
+  EXPECT_NEAR(r1->y, 0, 1e-4);
+  // The segment of a shorter line holds only one root.
+  Shift(a, 6, 0);  // the line is infinite: still both
+  RefreshPass();
+  EXPECT_NEAR(std::fabs(r2->x), 5, 1e-4);
+  l1->lt = 1;  // a segment from (2, 0) to (4, 0): no root on it
+  const float kept1 = r1->x, kept2 = r2->x;
+  RefreshPass();
+  EXPECT_EQ(r1->x, kept1);
+  EXPECT_EQ(r2->x, kept2);
+
+  // Tangent points from an outside point.
+  Position* p = Free(10, 0);
+  Position* t1 = Derived(5, p->ID, circle->ID, 1);
+  Position* t2 = Derived(5, p->ID, circle->ID, 2);
+  RefreshPass();
+  EXPECT_NEAR(t1->x, 2.5f, 1e-3);
+  EXPECT_NEAR(t2->x, 2.5f, 1e-3);
+  EXPECT_NEAR(std::fabs(t1->y), std::sqrt(25 - 6.25f), 1e-3);
+  EXPECT_NEAR(t1->y, -t2->y, 1e-3);
+  // The point inside: no tangents, both stay.
+  Shift(p, -9, 0);
+  const float ty = t1->y;
+  RefreshPass();
+  EXPECT_EQ(t1->y, ty);
+}
+
+TEST_F(PropagationTest, TheBisectorOfRaysMoreThanHalfATurnApartUsesTheShortTurn) {
+  Position* v = Free(0, 0);
+  CLine* arm1 = Segment(v, Free(1, 0.1f));
+  Position* end2 = Free(1, -0.3f);
+  CLine* arm2 = Segment(v, end2);
+  Position* far = Free(0, 0);
+  far->ptype = 3;
+  CLine* bis = Segment(v, far, 3, 4);
+  bis->LKID = arm1->ID;
+  bis->LKID2 = arm2->ID;
+  RefreshPass();
+  // 6.2628 in place of a whole turn: the direction is -0.0857, not the
+  // true -0.0959.
+  EXPECT_NEAR(far->x, 99.633f, 0.01f);
+  EXPECT_NEAR(far->y, -8.559f, 0.01f);
+  EXPECT_EQ(bis->pEnd.y, far->y);
+  // Arms less than half a turn apart: the half sum.
+  Shift(end2, -1, 1.3f);  // to (0, 1), straight up (an angle with the 0.0001 of a vertical)
+  RefreshPass();
+  const double a = (std::atan(0.1) + std::atan(1 / 0.0001)) / 2;
+  EXPECT_NEAR(far->x, 100 * std::cos(a), 0.01);
+  EXPECT_NEAR(far->y, 100 * std::sin(a), 0.01);
+}
+
+TEST_F(PropagationTest, DerivedLinesFollowInTheDragStep) {
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  CLine* base = Segment(a, b);
+  Position* p = Free(1, 3);
+  Position* foot = Free(1, 0);
+  foot->ptype = 3;
+  CLine* perp = Segment(p, foot, 1, 1);
+  perp->LKID = p->ID;
+  perp->LKID2 = base->ID;
+  Position* q = Free(0, 2);
+  Position* farEnd = Free(2, 2);
+  farEnd->ptype = 3;
+  CLine* para = Segment(q, farEnd, 2, 2);
+  para->LKID = base->ID;
+
+  {
+    PropagationTrace trace;
+    Shift(p, 2, 1);   // the perpendicular's begin moves by half at first
+    Shift(b, 0, 4);   // the base turns up to (4, 4)
+    RepropagateAfterMove();
+  }
+  ExpectAt(&perp->pBegin, 3, 4);
+  ExpectAt(foot, 3.5f, 3.5f);
+  ExpectAt(&perp->pEnd, 3.5f, 3.5f);
+  // The parallel keeps its length along the new direction.
+  ExpectAt(farEnd, std::sqrt(2.0f), 2 + std::sqrt(2.0f));
+}
+
+TEST_F(PropagationTest, ExtensionPointsFollowTheirBaseAndTheDirectedOneNeedsAFlatBase) {
+  Position start(0, 0, 0), end(2, 0, 0), point, farPoint;
+  ASSERT_TRUE(DirectedExtension(start, end, static_cast<float>(kPi / 2), 1, point, farPoint));
+  EXPECT_NEAR(point.x, 2, 1e-3);
+  EXPECT_NEAR(point.y, 1, 1e-3);
+  EXPECT_NEAR(farPoint.y, 501, 0.05);
+  end.z = 1;
+  point.Set(7, 7, 7);
+  EXPECT_FALSE(DirectedExtension(start, end, 0, 1, point, farPoint));
+  EXPECT_EQ(host_.LastMessage(), "The start point and end point of the given line must have the same z value.");
+  EXPECT_EQ(point.x, 7);
+
+  // A vertical extension off a square, whichever way round its corners run.
+  Position* c1 = Free(0, 0);
+  Position* c2 = Free(2, 0);
+  Position* c3 = Free(2, 2);
+  Position* c4 = Free(0, 2);
+  CRegion* square = Region({c1, c4, c3, c2});  // clockwise
+  Position* base = Free(1, 1);
+  Position* ext = Derived(12, base->ID, square->ID);
+  Position* hidden = Derived(2, "", "");
+  hidden->Hide = true;
+  ext->LKID3 = hidden->ID;
+  ext->Para1 = 3;
+  base->LKID4 = ext->ID;
+  ASSERT_TRUE(RefreshExtensionPoint(*ext));
+  EXPECT_NEAR(ext->z, 3, 1e-5);
+  EXPECT_NEAR(hidden->z, 100, 1e-4);
+  ExpectAt(ext, 1, 1);
+  // Moving the base brings the point along.
+  base->Set(1.5f, 0.5f, 0);
+  RefreshExtensionOf(*base);
+  ExpectAt(ext, 1.5f, 0.5f);
+  EXPECT_NEAR(ext->z, 3, 1e-5);
+}
+
+TEST_F(PropagationTest, DependentsAreReinitialisedInTheirOrderOncePerMatch) {
+  std::vector<std::string> log;
+  const struct {
+    DependentSlot slot;
+    const char* name;
+  } slots[] = {{DependentSlot::Spheres, "spheres"},
+               {DependentSlot::SurRots, "surrots"},
+               {DependentSlot::Ribbons, "ribbons"},
+               {DependentSlot::Stretchs, "stretchs"}};
+  for (const auto& s : slots) RegisterPointDependents(s.slot, [&log, s](const Position&) { log.push_back(s.name); });
+  // Sectors on the point: one names it twice, one names a line it ends.
+  Position* a = Free(0, 0);
+  CLine* l = Segment(a, Free(1, 0));
+  struct Fan {
+    std::string lk1, lk2;
+    int inits = 0;
+  };
+  std::vector<Fan> fans = {{a->ID, l->ID}, {"CR0099", a->ID}, {l->ID, "PT0999"}};
+  RegisterPointDependents(DependentSlot::Fans, [&](const Position& moved) {
+    log.push_back("fans");
+    for (Fan& f : fans) {
+      if (IdRestsOnPoint(f.lk1, moved.ID)) ++f.inits;
+      if (IdRestsOnPoint(f.lk2, moved.ID)) ++f.inits;
+    }
+  });
+  Shift(a, 1, 0);
+  EXPECT_EQ(log, (std::vector<std::string>{"surrots", "stretchs", "fans", "ribbons", "spheres"}));
+  EXPECT_EQ(fans[0].inits, 2);
+  EXPECT_EQ(fans[1].inits, 1);
+  EXPECT_EQ(fans[2].inits, 1);
+  // The copies-only forms reach no dependent.
+  log.clear();
+  a->UpdateLinked2(0, 0, 0, 1, 1, 0);
+  a->StruUpdateLinked(0, 0, 0);
+  EXPECT_TRUE(log.empty());
+  // Heads outside the allowed set do not count.
+  EXPECT_FALSE(IdRestsOnPoint(l->ID, a->ID, kHeadPT));
+  EXPECT_TRUE(IdRestsOnPoint(l->ID, a->ID, kHeadLN));
+  EXPECT_FALSE(IdRestsOnPoint("LN9999", a->ID));
+}
+
+TEST_F(PropagationTest, RefreshHooksRunAtTheirStageOfThePass) {
+  Position* a = Free(-4, 0);
+  CLine* l1 = Segment(a, Free(4, 0), 2);
+  CLine* l2 = Segment(Free(1, -4), Free(1, 4), 2);
+  Position* x = Derived(4, l1->ID, l2->ID);
+  std::vector<std::string> seen;
+  RegisterRefreshHook(RefreshStage::InterLines, "a", [&] { seen.push_back("lines@" + std::to_string(x->x)); });
+  RegisterRefreshHook(RefreshStage::End, "b", [&] { seen.push_back("end@" + std::to_string(x->x)); });
+  RegisterRefreshHook(RefreshStage::End, "c", [&] { seen.push_back("second"); });
+  RefreshPass();
+  ASSERT_EQ(seen.size(), 3u);
+  EXPECT_EQ(seen[0], "lines@0.000000");  // before the intersections
+  EXPECT_EQ(seen[1], "end@1.000000");
+  EXPECT_EQ(seen[2], "second");
+  // A name replaces its hook; an empty hook removes it.
+  seen.clear();
+  RegisterRefreshHook(RefreshStage::End, "b", {});
+  RegisterRefreshHook(RefreshStage::End, "c", [&] { seen.push_back("replaced"); });
+  RefreshPass();
+  EXPECT_EQ(seen, (std::vector<std::string>{"lines@1.000000", "replaced"}));
+}
+
+}  // namespace
+}  // namespace vt::test

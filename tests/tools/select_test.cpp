@@ -1,0 +1,372 @@
+// The select tool: what a press selects, what a drag moves and how the
+// construction follows, hover highlighting, the selection commands, and the
+// bound of a drag.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "document/command_table.h"
+#include "document/document.h"
+#include "document/globals.h"
+#include "document/undo.h"
+#include "geometry/extension.h"
+#include "geometry/on_object.h"
+#include "geometry/propagation.h"
+#include "tool_fixture.h"
+#include "tools/create_tools.h"
+#include "tools/screen_items.h"
+#include "tools/select.h"
+
+namespace vt::test {
+namespace {
+
+class SelectTest : public ToolTest {
+ protected:
+  // A press and release at (x, y) without a move.
+  void ClickSelect(float x, float y) { Drag(x, y, x, y, 0); }
+};
+
+TEST_F(SelectTest, DraggingAFreeEndCarriesTheSegmentItsMidpointAndItsPoints) {
+  Position* a = Free(0, 0, "A");
+  Position* b = Free(4, 0, "B");
+  CLine* seg = Segment(a, b);
+  Position* mid = Midpoint(a, b);
+  Position* on = MakePointOn(*seg, Position(1, 0.5f, 0));
+  const int undo = UndoCount;
+
+  Drag(0, 0, 2, 2);
+  ExpectAt(a, 2, 2);
+  ExpectAt(&seg->pBegin, 2, 2);
+  ExpectAt(&seg->pEnd, 4, 0);
+  ExpectAt(mid, 3, 1);
+  ExpectAt(on, 2.5f, 1.5f);  // a quarter of the way, as before
+  EXPECT_TRUE(IsSelectedPoint(*a));
+  EXPECT_EQ(a->DrawMode, 2);
+  EXPECT_EQ(UndoCount, undo + 1);
+  EXPECT_FALSE(RubberBandOn);
+  EXPECT_FALSE(SelectPressed);
+}
+
+TEST_F(SelectTest, DraggingASegmentMovesItsFreeEndsAndNothingWhenTheyAreConstructed) {
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  Position* c = Free(0, 4);
+  Position* m1 = Midpoint(a, b);
+  Position* m2 = Midpoint(a, c);
+  CLine* between = Segment(m1, m2);
+  Drag(1, 1, 3, 3);
+  EXPECT_TRUE(IsSelectedLine(*between));
+  ExpectAt(m1, 2, 0);
+  ExpectAt(m2, 0, 2);
+  ExpectAt(&between->pBegin, 2, 0);
+
+  Position* p = Free(-6, -6);
+  Position* q = Free(-2, -6);
+  CLine* free = Segment(p, q);
+  Drag(-4, -6, -3, -4);
+  EXPECT_TRUE(IsSelectedLine(*free));
+  ExpectAt(p, -5, -4);
+  ExpectAt(q, -1, -4);
+  // The first segment, still selected, went along with the whole selection,
+  // and still moved nothing.
+  ExpectAt(m1, 2, 0);
+}
+
+TEST_F(SelectTest, APointOnASegmentStaysOnItAndOnALineKeepsItsSide) {
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  CLine* seg = Segment(a, b);
+  Position* s = MakePointOn(*seg, Position(2, 0, 0));
+  // One gesture: out beyond the end, then back over the segment.
+  {
+    CSelect t;
+    Press(t, At(2, 0));
+  }
+  {
+    CSelect t;
+    Move(t, At(7, 1));
+  }
+  ExpectAt(s, 4, 0);
+  EXPECT_FLOAT_EQ(seg->StruPercB[0], 1);
+  {
+    CSelect t;
+    Move(t, At(3, 2));
+  }
+  ExpectAt(s, 3, 0);  // under the mouse again, not behind it
+  EXPECT_FLOAT_EQ(seg->StruPercB[0], 0.75f);
+  ExpectAt(&seg->StruP[0], 3, 0);
+  {
+    CSelect t;
+    Release(t, At(3, 2));
+  }
+  SelectKind(18);
+
+  Position* c = Free(0, 5);
+  Position* d = Free(2, 5);
+  CLine* line = Segment(c, d, 2);
+  Position* t = MakePointOn(*line, Position(1, 5, 0));
+  Drag(1, 5, -2, 6);
+  ExpectAt(t, -2, 5);
+  EXPECT_FLOAT_EQ(line->StruPercB[0], -1);
+  // The line grows from its begin: the point keeps its side.
+  SelectKind(18);
+  Drag(2, 5, 4, 5);
+  ExpectAt(t, -4, 5);
+}
+
+TEST_F(SelectTest, APressOnASelectedRegionDeselectsItWhileASelectedLineStaysSelected) {
+  Position* c1 = Free(0, 0);
+  Position* c2 = Free(2, 0);
+  Position* c3 = Free(2, 2);
+  CRegion* tri = Region({c1, c2, c3});
+  CLine* l = Segment(Free(-5, -5), Free(-1, -5));
+  ClickSelect(1.5f, 0.5f);
+  ASSERT_TRUE(IsSelectedRegion(*tri));
+  EXPECT_EQ(tri->DrawMode, 2);
+  ClickSelect(-3, -5);
+  EXPECT_TRUE(IsSelectedLine(*l));
+  EXPECT_TRUE(IsSelectedRegion(*tri));  // selection adds up
+
+  ClickSelect(1.5f, 0.5f);
+  EXPECT_FALSE(IsSelectedRegion(*tri));
+  EXPECT_EQ(tri->DrawMode, 1);
+  EXPECT_FALSE(tri->Selected);
+  ClickSelect(-3, -5);
+  EXPECT_TRUE(IsSelectedLine(*l));
+  EXPECT_EQ(l->DrawMode, 2);
+
+  // A press on empty canvas clears everything, with no move.
+  ClickSelect(8, 8);
+  EXPECT_FALSE(IsSelectedLine(*l));
+  EXPECT_EQ(l->DrawMode, 1);
+  EXPECT_EQ(Sel.Points.count() + Sel.Lines.count() + Sel.Regions.count(), 0);
+  EXPECT_FALSE(DragMoved);
+}
+
+TEST_F(SelectTest, APointWinsOverTheLineItLiesOnAndALineUnderItsEndIsNotTaken) {
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  CLine* l = Segment(a, b);
+  Position* on = MakePointOn(*l, Position(2, 0, 0));
+  ClickSelect(2, 0);
+  EXPECT_TRUE(IsSelectedPoint(*on));
+  EXPECT_FALSE(IsSelectedLine(*l));
+  // A hidden end is no point to take, yet the line is not taken under it.
+  ClickSelect(8, 8);
+  b->Hide = true;
+  ClickSelect(4, 0);
+  EXPECT_FALSE(IsSelectedLine(*l));
+  EXPECT_FALSE(IsSelectedPoint(*b));
+  ClickSelect(3, 0);
+  EXPECT_TRUE(IsSelectedLine(*l));
+}
+
+TEST_F(SelectTest, ASelectionMovesAsOneBodyInThePlaneAndOnlyThePickedPointInSpace) {
+  Position* a = Free(0, 0);
+  Position* b = Free(3, 0);
+  a->z = b->z = 1;
+  CLine* l = Segment(a, b);
+  SelectObject(*a);
+  SelectObject(*b);
+  Drag(0, 0, 1, 2);
+  ExpectAt(a, 1, 2);
+  ExpectAt(b, 4, 2);
+
+  SceneMode = 3;
+  DragSlanted(Position(1, 2, 1), Position(2, 4, 1));
+  ExpectAt(a, 2, 4);
+  EXPECT_FLOAT_EQ(a->z, 1);  // in its horizontal plane
+  ExpectAt(b, 4, 2);
+  EXPECT_EQ(PickedPointID, a->ID);
+  ExpectAt(&l->pBegin, 2, 4);
+  // A selected segment alone moves nothing in space.
+  SelectKind(18);
+  DragSlanted(Position(3, 3, 1), Position(5, 5, 1));
+  EXPECT_TRUE(IsSelectedLine(*l));
+  ExpectAt(a, 2, 4);
+  ExpectAt(b, 4, 2);
+}
+
+TEST_F(SelectTest, TheIntersectionOfTwoCirclesFollowsADragAndWaitsWhileTheyAreApart) {
+  CCircle* c1 = Circle(Free(0, 0), Free(2, 0));
+  Position* o2 = Free(3, 0);
+  CCircle* c2 = Circle(o2, Free(5, 0));
+  Position* x1 = Derived(4, c1->ID, c2->ID, 1);
+  Position* x2 = Derived(4, c1->ID, c2->ID, 2);
+  RefreshPass();
+  EXPECT_NEAR(x1->x, 1.5f, 1e-4);
+  EXPECT_NEAR(std::fabs(x1->y), std::sqrt(4 - 2.25f), 1e-4);
+  EXPECT_NEAR(x2->y, -x1->y, 1e-4);
+
+  // The second circle, taken by its rim, moves as a whole.
+  Drag(3, 2, 3.5f, 2);
+  EXPECT_TRUE(IsSelectedCircle(*c2));
+  ExpectAt(o2, 3.5f, 0);
+  EXPECT_NEAR(x1->x, 1.75f, 1e-4);
+  const float y1 = x1->y, y2 = x2->y;
+  EXPECT_NEAR(std::fabs(y1), std::sqrt(4 - 1.75f * 1.75f), 1e-4);
+
+  Drag(3.5f, 2, 6, 2);  // apart from the first step on
+  ExpectAt(o2, 6, 0);
+  EXPECT_EQ(x1->x, 1.75f);
+  EXPECT_EQ(x1->y, y1);
+  EXPECT_EQ(x2->y, y2);
+
+  Drag(6, 2, 2, 2);  // back, crossing again
+  ExpectAt(o2, 2, 0);
+  EXPECT_NEAR(x1->x, 1, 1e-4);
+  EXPECT_NEAR(std::fabs(x1->y), std::sqrt(3.0f), 1e-4);
+  EXPECT_NEAR(x2->y, -x1->y, 1e-4);
+}
+
+TEST_F(SelectTest, HoverShowsWhatIsUnderTheMouseInItsDrawMode) {
+  Position* a = Free(0, 0);
+  Position* m = Midpoint(a, Free(4, 0));
+  CLine* l = Segment(Free(0, 3), Free(4, 3));
+  RubberBandOn = false;
+  auto hover = [&](float x, float y) {
+    CSelect s;
+    Move(s, At(x, y));
+  };
+  hover(0, 0);
+  EXPECT_EQ(a->DrawMode, 4);
+  EXPECT_EQ(m->DrawMode, 5);
+  EXPECT_EQ(l->DrawMode, 1);
+  hover(2, 3);
+  EXPECT_EQ(a->DrawMode, 1);
+  EXPECT_EQ(l->DrawMode, 4);
+  SelectObject(*l);
+  hover(2, 3);
+  EXPECT_EQ(l->DrawMode, 3);
+  hover(2, 0);
+  EXPECT_EQ(m->DrawMode, 4);
+  EXPECT_EQ(l->DrawMode, 2);
+  hover(9, 9);
+  EXPECT_EQ(m->DrawMode, 5);
+}
+
+TEST_F(SelectTest, SelectionCommandsTakeEachKindAndTheEmptyCodeClearsAll) {
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  Position* hidden = Free(1, 1);
+  hidden->Hide = true;
+  CLine* l = Segment(a, b);
+  CCircle* c = Circle(a, b);
+  CRegion* g = Region({a, b, Free(0, 4)});
+  auto t = std::make_unique<CText>();
+  t->ID = NewObjectId("TT");
+  CText* text = Doc.Texts.Add(std::move(t));
+  RegisterToolCommands();
+
+  EXPECT_TRUE(RunHandler("mnuSelPoints"));
+  EXPECT_EQ(Sel.Points.count(), 3);
+  EXPECT_FALSE(IsSelectedPoint(*hidden));
+  EXPECT_EQ(a->DrawMode, 2);
+  EXPECT_EQ(Sel.Lines.count(), 0);
+  EXPECT_TRUE(DoCommand("Edit-Select All Lines"));
+  EXPECT_TRUE(IsSelectedLine(*l));
+  EXPECT_TRUE(RunHandler("mnuSelCircles"));
+  EXPECT_TRUE(IsSelectedCircle(*c));
+  EXPECT_TRUE(RunHandler("mnuSelPoly"));
+  EXPECT_TRUE(IsSelectedRegion(*g));
+  EXPECT_TRUE(RunHandler("mnuSelTexts"));
+  EXPECT_TRUE(text->Selected);
+  SelectKind(18);
+  for (Kind k : kAllKinds) EXPECT_EQ(Sel.Of(k).count(), 0);
+  EXPECT_FALSE(text->Selected);
+  EXPECT_EQ(a->DrawMode, 1);
+  EXPECT_EQ(g->DrawMode, 1);
+  EXPECT_TRUE(RunHandler("mnuEditSelAll"));
+  EXPECT_EQ(Sel.Points.count() + Sel.Lines.count() + Sel.Circles.count() + Sel.Regions.count() + Sel.Texts.count(), 7);
+  // Nothing is selected twice.
+  EXPECT_TRUE(RunHandler("mnuSelPoints"));
+  EXPECT_EQ(Sel.Points.count(), 3);
+  EXPECT_TRUE(RunHandler("mnuSelArcs"));
+}
+
+TEST_F(SelectTest, ADragOfMoreThanFiveHundredPointsEndsWithAMessageAndMovesNothing) {
+  for (int i = 0; i < kMaxDragPoints; ++i) Free(static_cast<float>(i % 40) * 0.5f, static_cast<float>(i / 40));
+  SelectKind(19);
+  Drag(0, 0, 1, 1);
+  ExpectAt(Doc.Points.Item(1), 1, 1);  // 500 move
+
+  Free(-5, -5);
+  SelectKind(19);
+  const int undo = UndoCount;
+  Drag(1, 1, 2, 2);
+  EXPECT_EQ(host_.LastMessage(), "At most 500 points can be moved at once.");
+  ExpectAt(Doc.Points.Item(1), 1, 1);
+  ExpectAt(Doc.Points.Item(501), -5, -5);
+  EXPECT_FALSE(RubberBandOn);
+  EXPECT_EQ(UndoCount, undo);  // the gesture ended without an edit
+}
+
+TEST_F(SelectTest, ExtensionPointsRiseByAFixedStepAndFollowTheirBase) {
+  Position* c1 = Free(0, 0);
+  Position* c2 = Free(4, 0);
+  Position* c3 = Free(4, 4);
+  CRegion* square = Region({c1, c2, c3, Free(0, 4)});
+  Position* base = Free(1, 1);
+  Position* ext = Derived(12, base->ID, square->ID);
+  ext->Para1 = 2;
+  Position* hidden = Derived(2, "", "");
+  ext->LKID3 = hidden->ID;
+  base->LKID4 = ext->ID;
+  ASSERT_TRUE(RefreshExtensionPoint(*ext));
+  SelectObject(*ext);
+  DragLastY = 100;
+  DragSelectionTo(0, 0, 90);   // up a little
+  EXPECT_NEAR(ext->z, 2.05f, 1e-5);
+  DragSelectionTo(5, 5, 10);   // up a lot: the same step, and x and y stay
+  EXPECT_NEAR(ext->z, 2.1f, 1e-5);
+  ExpectAt(ext, 1, 1);
+  DragSelectionTo(5, 5, 40);   // down
+  EXPECT_NEAR(ext->z, 2.05f, 1e-5);
+  EXPECT_NEAR(ext->Para1, 2.05f, 1e-5);
+  EXPECT_NEAR(hidden->z, 100, 1e-4);
+
+  // The base dragged: the point comes along, at its height.
+  SelectKind(18);
+  Drag(1, 1, 2, 3);
+  ExpectAt(base, 2, 3);
+  ExpectAt(ext, 2, 3);
+  EXPECT_NEAR(ext->z, 2.05f, 1e-5);
+
+  // A directed extension point: the drag turns into its angle and distance.
+  Position* s = Free(-4, -4);
+  Position* e = Free(-2, -4);
+  Position* dir = Derived(11, s->ID, e->ID);
+  dir->Para1 = 0;
+  dir->Para2 = 1;
+  s->LKID4 = e->LKID4 = dir->ID;
+  ASSERT_TRUE(RefreshExtensionPoint(*dir));
+  ExpectAt(dir, -1, -4);
+  SelectKind(18);
+  Drag(-1, -4, -2, -2);
+  ExpectAt(dir, -2, -2, 1e-3f);
+  EXPECT_NEAR(dir->Para2, 2, 1e-4);
+  EXPECT_NEAR(dir->Para1, 1.5708f, 1e-3);
+  SelectKind(18);
+  Drag(-2, -4, 0, -4);  // its base's end: the point turns with it
+  ExpectAt(e, 0, -4);
+  ExpectAt(dir, 0, -2, 1e-3f);
+}
+
+TEST_F(SelectTest, ScreenItemsAreDraggedInPerCentOfTheCanvas) {
+  auto t = std::make_unique<CText>();
+  t->ID = NewObjectId("TT");
+  t->PosX = 50;
+  t->PosY = 50;
+  CText* text = Doc.Texts.Add(std::move(t));
+  Position* p = Free(0, 1);
+  // The text spans 50..65 % across and 50..53 % up: x 0..3, y 0..0.6.
+  Drag(0.5f, 0.2f, 2.5f, 1.2f);
+  EXPECT_TRUE(text->Selected);
+  EXPECT_TRUE(DragScreenHit);
+  EXPECT_NEAR(text->PosX, 60, 1e-3);
+  EXPECT_NEAR(text->PosY, 55, 1e-3);
+  ExpectAt(p, 0, 1);  // the world stays where it was
+}
+
+}  // namespace
+}  // namespace vt::test

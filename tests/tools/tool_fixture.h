@@ -1,0 +1,55 @@
+// Fixtures of the tool tests: a fresh plane document, mouse events made from
+// world points (the pick ray straight down through the point in a plane
+// scene, a slanted one in space), and small builders of constructions linked
+// the way the tools and commands link them.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/fixtures.h"
+#include "tools/ccommand.h"
+
+namespace vt::test {
+
+// One mouse event: the four points and the pixel.
+struct Mouse {
+  Position view, scene, farPoint, nearPoint;
+  float X = 0, Y = 0;
+};
+
+class ToolTest : public DocumentTest {
+ protected:
+  static constexpr int kCanvas = 400;  // pixels; the world -10..10 across
+  void SetUp() override;
+  void TearDown() override;
+
+  // The event over world (x, y) of a plane scene.
+  static Mouse At(float x, float y);
+  // The event over (x, y, z) of a space scene: the ray comes in slanted.
+  static Mouse Slanted(float x, float y, float z);
+
+  static void Press(CCommand& tool, Mouse m);
+  static void Move(CCommand& tool, Mouse m);
+  static void Release(CCommand& tool, Mouse m);
+  // A left click of a creation tool at (x, y).
+  static void Click(CCommand& tool, float x, float y) { Press(tool, At(x, y)); }
+
+  // A drag with the select tool as the canvas hands it on: a press, `steps`
+  // moves on the way, the release; a drag that hit something is an undo step.
+  void Drag(float x0, float y0, float x1, float y1, int steps = 4);
+  void DragSlanted(const Position& from, const Position& to, int steps = 4);
+
+  // Constructions.
+  Position* Free(float x, float y, const std::string& label = std::string());
+  CLine* Segment(Position* a, Position* b, int lt = 1, int ltype = 0);
+  CCircle* Circle(Position* centre, Position* rim);
+  Position* Midpoint(Position* a, Position* b);
+  Position* Derived(int ptype, const std::string& lk1, const std::string& lk2, short pos = 1);
+  CRegion* Region(std::initializer_list<Position*> corners);
+
+  static void ExpectAt(const Position* p, float x, float y, float tol = 1e-4f);
+};
+
+}  // namespace vt::test
