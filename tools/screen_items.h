@@ -6,6 +6,7 @@
 #include <string>
 
 #include "document/objects.h"
+#include "tools/note_object.h"
 
 namespace vt {
 
@@ -14,17 +15,6 @@ class CText : public DocObject {
   float PosX = 0, PosY = 0;
   std::string Content;  // the text shown
   int TType = 0;        // 1 for a text made by the text tool
-};
-
-class CNote : public DocObject {
- public:
-  short Decim = 2;
-  std::string Note;
-  int NoteType = 0;
-  std::string VarName;
-  float Value = 0;
-  float PosX = 0, PosY = 0;
-  std::string Para1, Para2, Para3;
 };
 
 class CButton : public DocObject {

@@ -1,0 +1,43 @@
+#include "tools/name_rules.h"
+
+#include <gtest/gtest.h>
+
+#include "document/host.h"
+
+namespace vt {
+namespace {
+
+TEST(ParameterName, AcceptsCapitalFirstThenLettersDigitsUnderscore) {
+  std::string name = "  A1_b \t";
+  EXPECT_EQ(ParameterNameError(name), "");
+  EXPECT_EQ(name, "A1_b");
+}
+
+TEST(ParameterName, RefusesEachRuleWithItsMessage) {
+  std::string empty = "   ";
+  EXPECT_EQ(ParameterNameError(empty), "Please input the name. ");
+  std::string lower = "a1";
+  EXPECT_EQ(ParameterNameError(lower),
+            "The name is invalid, the first letter must be written in capitals. ");
+  std::string dash = "A-1";
+  EXPECT_EQ(ParameterNameError(dash).rfind("The name is invalid, invalid character exists.", 0), 0u);
+  std::string digitFirst = "1A";
+  EXPECT_NE(ParameterNameError(digitFirst), "");
+}
+
+TEST(ParameterName, CheckShowsTheMessageOnlyWhenRefused) {
+  RecordingHost rec;
+  SetHost(&rec);
+  std::string good = "Speed";
+  EXPECT_TRUE(CheckParameterName(good));
+  EXPECT_TRUE(rec.messages.empty());
+  std::string bad = "speed";
+  EXPECT_FALSE(CheckParameterName(bad));
+  ASSERT_EQ(rec.messages.size(), 1u);
+  EXPECT_EQ(rec.messages[0].text,
+            "The name is invalid, the first letter must be written in capitals. ");
+  SetHost(nullptr);
+}
+
+}  // namespace
+}  // namespace vt

@@ -1,0 +1,22 @@
+// A live line of text on the canvas: a measurement of the figure or the value
+// of an expression, and at the same time a named value expressions can read.
+#pragma once
+
+#include <string>
+
+#include "document/objects.h"
+
+namespace vt {
+
+class CNote : public DocObject {
+ public:
+  short Decim = 2;
+  std::string Note;
+  int NoteType = 0;
+  std::string VarName;
+  float Value = 0;
+  float PosX = 0, PosY = 0;
+  std::string Para1, Para2, Para3;
+};
+
+}  // namespace vt
