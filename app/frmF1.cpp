@@ -21,16 +21,20 @@
 #include "app/desktop_integration.h"
 #include "app/qt_host.h"
 #include "app/svg_icon.h"
+#include "animation/dialogs/animation_forms.h"
 #include "document/command_table.h"
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "document/host.h"
 #include "geometry/dialogs/property_forms.h"
 #include "graphs/dialogs/curve_forms.h"
+#include "graphs/dialogs/frmF6.h"
+#include "render/dialogs/settings_forms.h"
 #include "render/frame.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
 #include "tools/create_tools.h"
+#include "tools/dialogs/frmButton.h"
 
 namespace vt::app {
 
@@ -92,6 +96,9 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
   RegisterHandler("mnuFileExit", [this] { close(); });
   InstallPropertyForms(this);
   InstallCurveForms(this);
+  InstallAnimationForms(this);
+  InstallSettingsForms(this);
+  InstallSurfaceForms(this);
 
   BuildMenus();
   BuildToolbars();
@@ -106,13 +113,7 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
   Hooks.syntheticMouseMove = [] { SyntheticMouseMove(); };
   Hooks.registerFileType = [] { RegisterDocumentType(); };
   CanvasWindow.showGraphEdit = [this](float X, float Y) { ShowGraphEdit(X, Y); };
-  TextToolDialog = [this](std::string& text) {
-    bool ok = false;
-    const QString t = QInputDialog::getMultiLineText(this, tr("Text"), tr("Text:"), QString(), &ok);
-    if (!ok || t.isEmpty()) return false;
-    text = t.toStdString();
-    return true;
-  };
+  InstallScreenItemForms(this);  // the text tool's frmText, the button dialogs
 
   if (picDraw_) connect(picDraw_, &Canvas::contextReady, this, &frmF1::OnContextReady);
   resize(1120, 760);

@@ -2,10 +2,13 @@
 // whole command tail.
 #include <QApplication>
 #include <QSurfaceFormat>
+#include <QTimer>
 #include <string>
 
+#include "app/canvas.h"
 #include "app/frmF1.h"
 #include "app/surface_format.h"
+#include "document/recovery.h"
 
 int main(int argc, char* argv[]) {
   // The canvas's format must be the default before the application exists.
@@ -26,5 +29,26 @@ int main(int argc, char* argv[]) {
   vt::app::frmF1 window(commandLine);
   QApplication::setWindowIcon(window.windowIcon());
   window.show();
-  return app.exec();
+
+  // The recovery copy: offered once the program has started (a copy left
+  // behind means the last run did not end cleanly), then kept up to date in
+  // the background; a clean exit removes it.
+  vt::RecoveryKeeper recovery(vt::RecoveryFilePath());
+  bool recoveryOffered = false;
+  QTimer recoveryTimer;
+  QObject::connect(&recoveryTimer, &QTimer::timeout, [&] {
+    if (!window.started()) return;
+    if (!recoveryOffered) {
+      recoveryOffered = true;
+      if (window.picDraw()) window.picDraw()->MakeCurrent();
+      if (vt::OfferRecovery(recovery.writer().path())) window.RefreshControls();
+    }
+    recovery.Tick();
+  });
+  recoveryTimer.start(5000);
+
+  int rc = app.exec();
+  recoveryTimer.stop();
+  recovery.CleanExit();
+  return rc;
 }

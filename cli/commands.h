@@ -12,5 +12,6 @@ using Args = std::vector<std::string>;
 int RunText(const Args& args);    // text DOC.vtd
 int RunCalc(const Args& args);    // calc FORMULA [NAME=VALUE ...] [--deg] [--report] [--derive VAR]
 int RunRender(const Args& args);  // render DOC.vtd OUT.png [--size WxH] [--3d]
+int RunAvi(const Args& args);     // avi DOC.vtd OUT.avi [--player ID] [--fps N] [--size WxH] [--codec NAME]
 
 }  // namespace vt::cli

@@ -11,11 +11,15 @@
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "document/undo.h"
+#include "animation/animation.h"
 #include "geometry/property_commands.h"
 #include "graphs/curve_form.h"
+#include "graphs/surface_form.h"
 #include "render/view_state.h"
+#include "tools/buttons.h"
 #include "tools/canvas_input.h"
 #include "tools/create_tools.h"
+#include "tools/constructions.h"
 
 namespace vt {
 
@@ -587,6 +591,10 @@ void RegisterAllCommands() {
   RegisterPropertyCommands();
   RegisterToolCommands();
   RegisterCurveCommands();
+  RegisterSurfaceCommands();
+  RegisterAnimationCommands();
+  RegisterButtonCommands();
+  RegisterConstructionCommands();
 }
 
 // ---- capture, print, copy as bitmap --------------------------------------------------

@@ -3,6 +3,7 @@
 // here they take part in the document's collections, lookups and deletion.
 #pragma once
 
+#include "geometry/locus.h"
 #include "geometry/position.h"
 
 namespace vt {
@@ -11,6 +12,5 @@ class CFan : public DocObject {};
 class CRibbon : public DocObject {};
 class CSphere : public DocObject {};
 class CInterLine : public DocObject {};
-class CLocus : public DocObject {};
 
 }  // namespace vt

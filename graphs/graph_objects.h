@@ -5,10 +5,10 @@
 
 #include "geometry/position.h"
 #include "graphs/funcurve.h"
+#include "graphs/surface.h"
 
 namespace vt {
 
-class CSurface : public DocObject {};
 class CSurRot : public DocObject {};
 class CStretch : public DocObject {};
 

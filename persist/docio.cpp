@@ -278,19 +278,27 @@ bool WriteDocumentFile(const std::string& path, const std::string& text, std::st
       error = std::strerror(errno);
       return false;
     }
-    bool ok = std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
-    ok = std::fflush(f) == 0 && ok;
-    if (ok) ok = fsync(fileno(f)) == 0;
-    int err = errno;
-    ok = std::fclose(f) == 0 && ok;
-    if (!ok) {
-      error = std::strerror(err ? err : EIO);
+    // The first failure says why: a short write (disk full, file size
+    // limit), the flush, the sync, or the close that writes what is left.
+    int err = 0;
+    errno = 0;
+    if (std::fwrite(bytes.data(), 1, bytes.size(), f) != bytes.size()) err = errno ? errno : EIO;
+    if (std::fflush(f) != 0 && !err) err = errno ? errno : EIO;
+    if (!err && fsync(fileno(f)) != 0) err = errno ? errno : EIO;
+    if (std::fclose(f) != 0 && !err) err = errno ? errno : EIO;
+    if (err) {
+      error = std::strerror(err);
       std::error_code ec;
       fs::remove(tmp, ec);
       return false;
     }
   }
   std::error_code ec;
+  // The new file takes the old one's permissions.
+  fs::file_status old = fs::status(target, ec);
+  if (!ec && fs::is_regular_file(old))
+    fs::permissions(tmp, old.permissions(), fs::perm_options::replace, ec);
+  ec.clear();
   fs::rename(tmp, target, ec);
   if (ec) {
     error = ec.message();

@@ -7,6 +7,9 @@
 namespace vt {
 
 void RegisterPointReader();
+void RegisterAnimationReaders();  // AC (tracks inside) and LO
+void RegisterScreenItemReaders();  // TT and BT
+void RegisterNoteReader();         // NT (tools/notes.cpp)
 
 namespace {
 
@@ -20,6 +23,7 @@ void ReadCircle(RecordReader& r, int) { AddLoaded(Doc.Circles, CCircle::Load(r))
 void ReadArc(RecordReader& r, int) { AddLoaded(Doc.Arcs, CArc::Load(r)); }
 void ReadRegion(RecordReader& r, int) { AddLoaded(Doc.Regions, CRegion::Load(r)); }
 void ReadFunCurve(RecordReader& r, int) { AddLoaded(Doc.FunCurves, CFunCurve::Load(r)); }
+void ReadSurface(RecordReader& r, int) { AddLoaded(Doc.Surfaces, CSurface::Load(r)); }
 
 }  // namespace
 
@@ -30,6 +34,11 @@ void RegisterBuiltInReaders() {
   RegisterRecordReader("AR", &ReadArc);
   RegisterRecordReader("RG", &ReadRegion);
   RegisterRecordReader("C2", &ReadFunCurve);
+  RegisterAnimationReaders();
+  RegisterScreenItemReaders();
+  RegisterNoteReader();
+  RegisterRecordReader("C3", &ReadSurface);
+  RegisterRecordReader("SF", &ReadSurface);
 }
 
 }  // namespace vt

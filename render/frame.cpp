@@ -14,6 +14,7 @@
 #include "render/reference.h"
 #include "render/strokes.h"
 #include "render/text.h"
+#include "render/texture.h"
 #include "render/trackball.h"
 #include "render/view_state.h"
 
@@ -236,6 +237,7 @@ void ReleaseContext() {
   g_compiled.valid = false;
   ForgetFonts();
   ForgetBallList();
+  ForgetTextures();
 }
 
 void Cls4::Projection(float pickX, float pickY, float pickW, float pickH, int mode) {

@@ -17,6 +17,7 @@
 #include "render/frame.h"
 #include "tools/canvas_input.h"
 #include "tools/screen_items.h"
+#include "tools/text_item.h"
 #include "tools/select.h"
 
 namespace vt {
@@ -411,12 +412,12 @@ void CCreateText::LButtonDown(Position&, Position&, float& X, float& Y, Position
     if (!TextToolDialog(text)) return;
     const size_t a = text.find_first_not_of(' '), b = text.find_last_not_of(' ');
     text = a == std::string::npos ? std::string() : text.substr(a, b - a + 1);
-    if (text.empty()) return;
     host().CanvasSize(CanvasWidth, CanvasHeight);
     auto t = std::make_unique<CText>();
     t->ID = NewObjectId("TT");
     t->Content = text;
     t->TType = 1;
+    ApplyTextToolStyle(*t);
     t->PosX = X / static_cast<float>(std::max(1, CanvasWidth)) * 100.0f;
     t->PosY = 100.0f - Y / static_cast<float>(std::max(1, CanvasHeight)) * 100.0f;
     Doc.Texts.Add(std::move(t));

@@ -17,6 +17,13 @@ class CNote : public DocObject {
   float Value = 0;
   float PosX = 0, PosY = 0;
   std::string Para1, Para2, Para3;
+
+  // Brings Value and Note up to date from the measured objects (or the
+  // expression); false when the objects are gone or the expression failed,
+  // and then Value and Note keep their last contents (tools/notes.cpp).
+  bool Measure();
+  void Draw() override;
+  std::string Save() const override;
 };
 
 }  // namespace vt

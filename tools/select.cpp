@@ -150,7 +150,10 @@ bool PressScreenItems(float px, float py) {
     if (take(*b)) return true;
   }
   for (CAniControl* c : Doc.AniCtrls)
-    if (!c->Hide && PanelHit(c->PosX, c->PosY, px, py) && take(*c)) return true;
+    if (!c->Hide &&
+        (SelectToolHooks.playerPanel ? SelectToolHooks.playerPanel(*c, px, py) : PanelHit(c->PosX, c->PosY, px, py)) &&
+        take(*c))
+      return true;
   if (SelectToolHooks.trackPick)
     for (CAniControl* c : Doc.AniCtrls)
       for (auto& track : c->anis)
@@ -388,6 +391,7 @@ void Drag(const Position& scenePoint, float X, float Y, const Position& farPoint
     DY = scenePoint.y - DragStartPos.y;
   }
   if (DragScreenHit) {
+    if (SelectToolHooks.knobDrag && SelectToolHooks.knobDrag(PctX(X), PctY(Y))) return;
     MoveScreenItems(PctX(X), PctY(Y));
     return;
   }

@@ -59,6 +59,11 @@ struct SelectHooks {
   std::function<void(CButton&)> buttonClick;
   // A track of a player under the mouse.
   std::function<bool(CAnimation&, float pctX, float pctY)> trackPick;
+  // The part of a player's panel that selects it (without its playing
+  // controls); unset, the whole panel.
+  std::function<bool(CAniControl&, float pctX, float pctY)> playerPanel;
+  // A drag of the screen items: true when a player's knob took it.
+  std::function<bool(float pctX, float pctY)> knobDrag;
 };
 extern SelectHooks SelectToolHooks;
 

@@ -1,0 +1,482 @@
+#include "animation/dialogs/animation_forms.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QPointer>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "animation/animation.h"
+#include "animation/export.h"
+#include "document/document.h"
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/host.h"
+#include "document/numtext.h"
+#include "document/undo.h"
+#include "geometry/dialogs/property_forms.h"
+
+namespace vt::app {
+
+namespace {
+
+bool ReadNumber(QLineEdit* field, float& out) {
+  return TextToSingle(field->text().trimmed().toStdString(), out);
+}
+
+void BadField(QLineEdit* field) {
+  host().MsgBox("Please input a number. ", "Error", MsgButtons::OK, MsgIcon::Critical);
+  field->setFocus();
+  field->selectAll();
+}
+
+QDialogButtonBox* OkCancel(QDialog* d, const QString& okText = QString()) {
+  auto* box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, d);
+  if (!okText.isEmpty()) box->button(QDialogButtonBox::Ok)->setText(okText);
+  QObject::connect(box, &QDialogButtonBox::accepted, d, &QDialog::accept);
+  QObject::connect(box, &QDialogButtonBox::rejected, d, &QDialog::reject);
+  return box;
+}
+
+void KeepAbove(QDialog* d) {
+  d->setAttribute(Qt::WA_DeleteOnClose);
+  d->setWindowFlag(Qt::WindowStaysOnTopHint);
+}
+
+}  // namespace
+
+// ---- the player chooser -------------------------------------------------------------
+
+class PlayerChooser : public QWidget {
+ public:
+  explicit PlayerChooser(QWidget* parent) : QWidget(parent) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    combo = new QComboBox(this);
+    combo->setObjectName("cboPlayer");
+    auto* pick = new QPushButton(QObject::tr("Select from the canvas"), this);
+    pick->setObjectName("cmdSelectPlayer");
+    auto* make = new QPushButton(QObject::tr("New Player"), this);
+    make->setObjectName("Command1");
+    row->addWidget(combo, 1);
+    row->addWidget(pick);
+    row->addWidget(make);
+    Fill();
+    // The selected player, if there is one, is the first choice.
+    if (Sel.AniCtrls.count() > 0) Choose(Sel.AniCtrls.Item(1)->ID);
+    QObject::connect(pick, &QPushButton::clicked, this, [this] {
+      QPointer<PlayerChooser> self(this);
+      PlayerPickListener = [self](const std::string& id) {
+        if (self) self->Choose(id);
+        PlayerPickListener = nullptr;
+      };
+    });
+    QObject::connect(make, &QPushButton::clicked, this, [this] {
+      CAniControl* c = NewPlayer();
+      PushSnapshot();
+      RedrawScene();
+      Fill();
+      Choose(c->ID);
+    });
+  }
+  ~PlayerChooser() override { PlayerPickListener = nullptr; }
+
+  void Fill() {
+    const QString current = combo->currentText();
+    combo->clear();
+    for (CAniControl* c : Doc.AniCtrls) combo->addItem(QString::fromStdString(c->ID));
+    if (!current.isEmpty()) combo->setCurrentText(current);
+  }
+  void Choose(const std::string& id) {
+    Fill();
+    combo->setCurrentText(QString::fromStdString(id));
+  }
+  std::string Id() const { return combo->currentText().toStdString(); }
+
+  QComboBox* combo;
+};
+
+// ---- frmAniSetting ----------------------------------------------------------------
+
+frmAniSetting::frmAniSetting(QWidget* parent, const std::string& playerId) : QDialog(parent), id_(playerId) {
+  setObjectName("frmAniSetting");
+  setWindowTitle(tr("Animation Player Settings"));
+  KeepAbove(this);
+  auto* form = new QFormLayout;
+  txtSteps_ = new QLineEdit(this);
+  txtSteps_->setObjectName("txtSteps");
+  txtTime_ = new QLineEdit(this);
+  txtTime_->setObjectName("txtTime");
+  cboMode_ = new QComboBox(this);
+  cboMode_->setObjectName("cboMode");
+  // Item i is run mode i + 1.
+  cboMode_->addItems({tr("Normal"), tr("Reverse Repeat"), tr("Normal Repeat"), tr("Reverse")});
+  auto* seconds = new QHBoxLayout;
+  seconds->addWidget(txtTime_);
+  seconds->addWidget(new QLabel(tr("Seconds"), this));
+  form->addRow(tr("Steps"), txtSteps_);
+  form->addRow(tr("Time"), seconds);
+  form->addRow(tr("Mode"), cboMode_);
+  auto* film = new QPushButton(tr("Save As AVI..."), this);
+  film->setObjectName("cmdFilm");
+  auto* v = new QVBoxLayout(this);
+  v->addLayout(form);
+  v->addWidget(film);
+  v->addWidget(OkCancel(this));
+  if (CAniControl* c = Doc.AniCtrls.FindById(id_)) {
+    txtSteps_->setText(QString::number(c->Steps));
+    txtTime_->setText(QString::fromStdString(SingleToText(static_cast<float>(c->RunTimes) / 1000.0f)));
+    cboMode_->setCurrentIndex(std::clamp(c->AniRunMode, 1, 4) - 1);
+  }
+  connect(film, &QPushButton::clicked, this, [this] {
+    auto* f = new frmF23(parentWidget(), id_);
+    f->show();
+  });
+}
+
+void frmAniSetting::accept() {
+  float steps = 0, seconds = 0;
+  if (!ReadNumber(txtSteps_, steps) || steps < 1) return BadField(txtSteps_);
+  if (!ReadNumber(txtTime_, seconds) || seconds <= 0) return BadField(txtTime_);
+  if (ApplyAniSetting(id_, static_cast<int>(steps), seconds, cboMode_->currentIndex() + 1)) {
+    PushSnapshot();
+    RedrawScene();
+  }
+  QDialog::accept();
+}
+
+// ---- the track dialogs ----------------------------------------------------------------
+
+frmTrack::frmTrack(QWidget* parent, int kind, const std::string& editId) : QDialog(parent), kind_(kind), editId_(editId) {
+  static const char* const kNames[] = {"", "frmMoving", "frmRotating", "frmZoom", "frmPathAni", "frmColorAni"};
+  static const char* const kCaptions[] = {"", "Translation Animation", "Rotation Animation", "Scaling Animation",
+                                          "Dynamic Point Animation", "Coloring Animation"};
+  kind_ = std::clamp(kind, 1, 5);
+  setObjectName(kNames[kind_]);
+  setWindowTitle(tr(kCaptions[kind_]));
+  KeepAbove(this);
+  auto* form = new QFormLayout;
+  lstBound_ = new QListWidget(this);
+  lstBound_->setObjectName("lstBound");
+  lstBound_->setMaximumHeight(90);
+  auto* bind = new QPushButton(tr("Bind"), this);
+  bind->setObjectName("cmdBind");
+  form->addRow(kind_ == 4 ? tr("Dynamic Point") : tr("Objects"), lstBound_);
+  form->addRow(QString(), bind);
+  auto field = [&](const char* name, const QString& label, const QString& value) {
+    auto* e = new QLineEdit(value, this);
+    e->setObjectName(name);
+    form->addRow(label, e);
+    return e;
+  };
+  switch (kind_) {
+    case 1:
+      txtX_ = field("txtX", tr("x"), QString::number(AniDefaultStep));
+      txtY_ = field("txtY", tr("y"), "0");
+      txtZ_ = field("txtZ", tr("z"), "0");
+      break;
+    case 2:
+      txtPara1_ = field("txtCenter", tr("Center"), QString());
+      txtX_ = field("txtAngle", tr("Angle"), "360");
+      break;
+    case 3:
+      txtPara1_ = field("txtCenter", tr("Center"), QString());
+      txtX_ = field("txtScale", tr("Scale"), "2");
+      form->addRow(QString(), new QLabel(tr("(Zoom In") + " " + tr("0~1; Zoom Out >1)"), this));
+      break;
+    case 4: txtPara1_ = field("txtPath", tr("Path"), QString()); break;
+    case 5:
+      cmdFrom_ = new ColorButton(this);
+      cmdFrom_->setObjectName("cmdColorFrom");
+      cmdTo_ = new ColorButton(this);
+      cmdTo_->setObjectName("cmdColorTo");
+      cmdTo_->setColor(RGB(255, 0, 0));
+      form->addRow(tr("Color From"), cmdFrom_);
+      form->addRow(tr("To"), cmdTo_);
+      break;
+  }
+  auto* time = new QHBoxLayout;
+  txtFrom_ = new QLineEdit("0", this);
+  txtFrom_->setObjectName("txtFrom");
+  txtTo_ = new QLineEdit("1", this);
+  txtTo_->setObjectName("txtTo");
+  time->addWidget(txtFrom_);
+  time->addWidget(new QLabel(tr("To"), this));
+  time->addWidget(txtTo_);
+  time->addWidget(new QLabel(tr("0~1"), this));
+  form->addRow(tr("Time Control: From"), time);
+  player_ = new PlayerChooser(this);
+  form->addRow(tr("Player"), player_);
+  auto* v = new QVBoxLayout(this);
+  v->addLayout(form);
+  v->addWidget(OkCancel(this, editId_.empty() ? tr("Create") : tr("OK")));
+  connect(bind, &QPushButton::clicked, this, &frmTrack::Bind);
+  Bind();
+  if (CAnimation* t = FindTrack(editId_)) {
+    lstBound_->clear();
+    for (const std::string& id : t->Para2) lstBound_->addItem(QString::fromStdString(id));
+    if (txtPara1_) txtPara1_->setText(QString::fromStdString(t->Para1));
+    if (txtX_) txtX_->setText(QString::fromStdString(SingleToText(t->RangeTo1)));
+    if (txtY_) txtY_->setText(QString::fromStdString(SingleToText(t->RangeTo2)));
+    if (txtZ_) txtZ_->setText(QString::fromStdString(SingleToText(t->RangeTo3)));
+    txtFrom_->setText(QString::fromStdString(SingleToText(t->TimeFrom)));
+    txtTo_->setText(QString::fromStdString(SingleToText(t->TimeTo)));
+    player_->Choose(t->ACID);
+  }
+}
+
+frmTrack::~frmTrack() = default;
+
+void frmTrack::Bind() {
+  lstBound_->clear();
+  std::string firstPoint, other;
+  for (Kind k : {Kind::PT, Kind::LN, Kind::CR, Kind::AR, Kind::RG, Kind::C2}) {
+    CollectionBase& set = Sel.Of(k);
+    for (int i = 1; i <= set.count(); ++i) {
+      const std::string id = set.ItemBase(i)->ID;
+      if (kind_ == 4) {
+        // The dynamic point is the first selected point; the path the first
+        // other object.
+        if (k == Kind::PT && firstPoint.empty()) firstPoint = id;
+        else if (k != Kind::PT && other.empty()) other = id;
+      } else if (k == Kind::PT || k == Kind::LN || k == Kind::CR || k == Kind::RG) {
+        lstBound_->addItem(QString::fromStdString(id));
+      }
+    }
+  }
+  if (kind_ == 4) {
+    if (!firstPoint.empty()) lstBound_->addItem(QString::fromStdString(firstPoint));
+    if (!other.empty() && txtPara1_) txtPara1_->setText(QString::fromStdString(other));
+  } else if ((kind_ == 2 || kind_ == 3) && txtPara1_ && txtPara1_->text().isEmpty() && Sel.Points.count() > 0) {
+    txtPara1_->setText(QString::fromStdString(Sel.Points.Item(Sel.Points.count())->ID));
+  }
+}
+
+void frmTrack::accept() {
+  TrackForm f;
+  f.kind = kind_;
+  f.playerId = player_->Id();
+  for (int i = 0; i < lstBound_->count(); ++i) f.bound.push_back(lstBound_->item(i)->text().toStdString());
+  if (txtPara1_) f.para1 = txtPara1_->text().trimmed().toStdString();
+  if (txtX_ && !ReadNumber(txtX_, f.x)) return BadField(txtX_);
+  if (txtY_ && !ReadNumber(txtY_, f.y)) return BadField(txtY_);
+  if (txtZ_ && !ReadNumber(txtZ_, f.z)) return BadField(txtZ_);
+  if (cmdFrom_) f.colorFrom = cmdFrom_->color();
+  if (cmdTo_) f.colorTo = cmdTo_->color();
+  if (!ReadNumber(txtFrom_, f.timeFrom)) return BadField(txtFrom_);
+  if (!ReadNumber(txtTo_, f.timeTo)) return BadField(txtTo_);
+  if (!ConfirmTrackForm(f, editId_)) return;  // the message has been shown
+  EditMode = false;
+  QDialog::accept();
+}
+
+// ---- frmVar -------------------------------------------------------------------------------
+
+frmVar::frmVar(QWidget* parent) : QDialog(parent) {
+  setObjectName("frmVar");
+  setWindowTitle(tr("Parameter"));
+  KeepAbove(this);
+  auto* form = new QFormLayout;
+  auto field = [&](const char* name, const QString& label, const QString& value) {
+    auto* e = new QLineEdit(value, this);
+    e->setObjectName(name);
+    form->addRow(label, e);
+    return e;
+  };
+  txtName_ = field("txtName", tr("Name"), QString());
+  txtMin_ = field("txtMin", tr("Min"), "0");
+  txtMax_ = field("txtMax", tr("Max"), "10");
+  txtDecimal_ = field("txtDecimal", tr("Decimal"), "2");
+  auto* time = new QHBoxLayout;
+  txtFrom_ = new QLineEdit("0", this);
+  txtFrom_->setObjectName("txtFrom");
+  txtTo_ = new QLineEdit("1", this);
+  txtTo_->setObjectName("txtTo");
+  time->addWidget(txtFrom_);
+  time->addWidget(new QLabel(tr("To"), this));
+  time->addWidget(txtTo_);
+  time->addWidget(new QLabel(tr("(0~1)"), this));
+  form->addRow(tr("Time Control: From"), time);
+  player_ = new PlayerChooser(this);
+  form->addRow(tr("Player"), player_);
+  auto* v = new QVBoxLayout(this);
+  v->addLayout(form);
+  v->addWidget(OkCancel(this, tr("Create")));
+}
+
+frmVar::~frmVar() = default;
+
+void frmVar::accept() {
+  float min = 0, max = 0, decimals = 0, from = 0, to = 1;
+  if (!ReadNumber(txtMin_, min)) return BadField(txtMin_);
+  if (!ReadNumber(txtMax_, max)) return BadField(txtMax_);
+  if (!ReadNumber(txtDecimal_, decimals)) return BadField(txtDecimal_);
+  if (!ReadNumber(txtFrom_, from)) return BadField(txtFrom_);
+  if (!ReadNumber(txtTo_, to)) return BadField(txtTo_);
+  if (!CreateParameter(player_->Id(), txtName_->text().toStdString(), min, max, static_cast<int>(decimals), from, to))
+    return;
+  PushSnapshot();
+  RedrawScene();
+  QDialog::accept();
+}
+
+// ---- frmLocus -----------------------------------------------------------------------------
+
+frmLocus::frmLocus(QWidget* parent) : QDialog(parent) {
+  setObjectName("frmLocus");
+  setWindowTitle(tr("Add a Locus"));
+  KeepAbove(this);
+  auto* form = new QFormLayout;
+  txtPoint_ = new QLineEdit(this);
+  txtPoint_->setObjectName("txtPoint");
+  if (Sel.Points.count() > 0) txtPoint_->setText(QString::fromStdString(Sel.Points.Item(1)->ID));
+  cmdColor_ = new ColorButton(this);
+  cmdColor_->setObjectName("cmdColor");
+  cmdColor_->setColor(RGB(255, 0, 0));
+  player_ = new PlayerChooser(this);
+  form->addRow(tr("Point"), txtPoint_);
+  form->addRow(tr("Color"), cmdColor_);
+  form->addRow(tr("Player"), player_);
+  auto* v = new QVBoxLayout(this);
+  v->addLayout(form);
+  v->addWidget(OkCancel(this));
+}
+
+frmLocus::~frmLocus() = default;
+
+void frmLocus::accept() {
+  if (!AddLocus(player_->Id(), txtPoint_->text().trimmed().toStdString(), cmdColor_->color())) return;
+  RedrawScene();
+  QDialog::accept();
+}
+
+// ---- frmF23 ---------------------------------------------------------------------------------
+
+frmF23::frmF23(QWidget* parent, const std::string& playerId) : QDialog(parent), playerId_(playerId) {
+  setObjectName("frmF23");
+  setWindowTitle(tr("Save Animation As AVI File"));
+  KeepAbove(this);
+  List1_ = new QListWidget(this);
+  List1_->setObjectName("List1");
+  List2_ = new QListWidget(this);
+  List2_->setObjectName("List2");
+  Text1_ = new QLineEdit("10", this);
+  Text1_->setObjectName("Text1");
+  cboCodec_ = new QComboBox(this);
+  cboCodec_->setObjectName("cboCodec");
+  for (const FilmCodec& c : FilmCodecs()) cboCodec_->addItem(QString::fromStdString(c.caption), QString::fromStdString(c.name));
+  auto* lists = new QHBoxLayout;
+  auto* left = new QVBoxLayout;
+  left->addWidget(new QLabel(tr("Animation Frames"), this));
+  left->addWidget(List1_);
+  auto* right = new QVBoxLayout;
+  right->addWidget(new QLabel(tr("Selected Frames"), this));
+  right->addWidget(List2_);
+  auto* buttons = new QVBoxLayout;
+  auto button = [&](const char* name, const QString& text) {
+    auto* b = new QPushButton(text, this);
+    b->setObjectName(name);
+    buttons->addWidget(b);
+    return b;
+  };
+  auto* generate = button("cmdGenerate", tr("Generate Frames"));
+  auto* all = button("cmdSelectAll", tr("Select all frames"));
+  auto* one = button("cmdSelectOne", tr("Select a frame"));
+  auto* del = button("cmdDel", tr("Del"));
+  del->setToolTip(tr("Delete the selected frame"));
+  lists->addLayout(left);
+  lists->addLayout(buttons);
+  lists->addLayout(right);
+  auto* speed = new QHBoxLayout;
+  speed->addWidget(new QLabel(tr("Speed"), this));
+  speed->addWidget(Text1_);
+  speed->addWidget(new QLabel(tr("Frames/Second"), this));
+  speed->addWidget(cboCodec_);
+  auto* save = new QPushButton(tr("Save Animation"), this);
+  save->setObjectName("cmdSave");
+  auto* v = new QVBoxLayout(this);
+  v->addLayout(lists);
+  v->addLayout(speed);
+  v->addWidget(save);
+  connect(generate, &QPushButton::clicked, this, &frmF23::GenerateFrames);
+  connect(all, &QPushButton::clicked, this, [this] {
+    List2_->clear();
+    for (int i = 0; i < List1_->count(); ++i) List2_->addItem(List1_->item(i)->text());
+  });
+  connect(one, &QPushButton::clicked, this, [this] {
+    if (QListWidgetItem* it = List1_->currentItem()) List2_->addItem(it->text());
+  });
+  connect(del, &QPushButton::clicked, this, [this] { delete List2_->currentItem(); });
+  connect(save, &QPushButton::clicked, this, &frmF23::SaveFilm);
+}
+
+void frmF23::GenerateFrames() {
+  CAniControl* c = Doc.AniCtrls.FindById(playerId_);
+  if (!c && Doc.AniCtrls.count() > 0) c = Doc.AniCtrls.Item(1);
+  if (!c) return;
+  // frmF19: the speed and the number of frames.
+  bool ok = false;
+  const int fps = QInputDialog::getInt(this, tr("Animation Frames"), tr("Speed (Frames/Second)"), Text1_->text().toInt(),
+                                       -1000, 1000, 1, &ok);
+  if (!ok) return;
+  const int frames = QInputDialog::getInt(this, tr("Animation Frames"), tr("Number of frames"), c->Steps + 1, -100000,
+                                          100000, 1, &ok);
+  if (!ok || !CheckFrameRequest(fps, frames)) return;
+  Text1_->setText(QString::number(fps));
+  QProgressDialog progress(tr("Generating frames..."), tr("Cancel"), 0, frames, this);
+  progress.setWindowModality(Qt::WindowModal);
+  const auto paths = vt::GenerateFrames(*c, frames, SystemFolder, [] { return host().CaptureCanvas(); },
+                                        [&](int i, int n) {
+                                          progress.setValue(i);
+                                          return !progress.wasCanceled();
+                                        });
+  List1_->clear();
+  for (const std::string& p : paths) List1_->addItem(QString::fromStdString(p));
+}
+
+void frmF23::SaveFilm() {
+  std::vector<std::string> listed, selected;
+  for (int i = 0; i < List1_->count(); ++i) listed.push_back(List1_->item(i)->text().toStdString());
+  for (int i = 0; i < List2_->count(); ++i) selected.push_back(List2_->item(i)->text().toStdString());
+  std::string path;
+  if (!listed.empty() && !selected.empty()) {
+    const QString chosen = QFileDialog::getSaveFileName(this, tr(kFilmSaveTitle), "untitled.avi", tr("AVI Files (*.avi)"));
+    if (chosen.isEmpty()) return;
+    path = chosen.toStdString();
+    if (path.size() < 4 || path.compare(path.size() - 4, 4, ".avi") != 0) path += ".avi";
+  }
+  QProgressDialog progress(tr("Writing the film..."), tr("Cancel"), 0, static_cast<int>(selected.size()), this);
+  progress.setWindowModality(Qt::WindowModal);
+  SaveAnimation(listed, selected, path, Text1_->text().toInt(), cboCodec_->currentData().toString().toStdString(),
+                [&](int i, int n) {
+                  progress.setValue(i);
+                  return !progress.wasCanceled();
+                });
+}
+
+// ---- installation -----------------------------------------------------------------------
+
+void InstallAnimationForms(QMainWindow* mainWindow) {
+  QPointer<QMainWindow> window(mainWindow);
+  SetAniDialogOpener([window](int kind, const std::string& editId) {
+    if (!window) return;
+    QDialog* d = nullptr;
+    if (kind == 13) d = new frmAniSetting(window, editId);
+    else if (kind == 20) d = new frmVar(window);
+    else if (kind == 21) d = new frmLocus(window);
+    else d = new frmTrack(window, kind, editId);
+    d->show();
+    d->raise();
+  });
+}
+
+}  // namespace vt::app

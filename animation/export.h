@@ -1,0 +1,85 @@
+// Films of a player's run: frames captured as bitmaps "Graph" + n + ".bmp",
+// and an AVI written from them with FFmpeg (libavformat, libavcodec,
+// libswscale) in the compressor chosen.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "document/host.h"
+
+namespace vt {
+
+class CAniControl;
+
+// A compressor offered for films: the encoder's name and the text shown.
+struct FilmCodec {
+  std::string name;     // "mjpeg", "mpeg4", "rawvideo", "libx264"
+  std::string caption;  // "Motion JPEG", ...
+};
+// MJPEG, MPEG-4 and uncompressed always; H.264 where libavcodec has it.
+std::vector<FilmCodec> FilmCodecs();
+
+// Writes frames of one size into an AVI file.
+class AviWriter {
+ public:
+  AviWriter();
+  ~AviWriter();
+  AviWriter(const AviWriter&) = delete;
+  AviWriter& operator=(const AviWriter&) = delete;
+
+  // Opens the file for frames of the size at fps frames a second. False (and
+  // `error`) when the codec is unknown or the file cannot be made.
+  bool Open(const std::string& path, int width, int height, int fps, const std::string& codec, std::string& error);
+  // Appends a frame (RGB rows top-down, the size given to Open).
+  bool Write(const Image& frame);
+  // Flushes the encoder and writes the index; false when anything failed.
+  bool Close();
+  int frames() const { return frames_; }
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+  int frames_ = 0;
+};
+
+// The bitmap of frame n in the folder: folder + "/Graph" + n + ".bmp".
+std::string FramePath(const std::string& folder, int n);
+bool WriteBmp(const std::string& path, const Image& image);
+bool ReadBmp(const std::string& path, Image& image);
+
+// Generate Frames: from Step 0, `count` frames of the player, each shown and
+// captured by `capture`, written as bitmaps 1..count in the folder. Returns the
+// paths; `progress(i, count)` returning false stops early.
+std::vector<std::string> GenerateFrames(CAniControl& player, int count, const std::string& folder,
+                                        const std::function<Image()>& capture,
+                                        const std::function<bool(int, int)>& progress = {});
+
+// frmF19's checks: the speed and the number of frames. False with the
+// message shown.
+bool CheckFrameRequest(int fps, int frames);
+
+// Save Animation: the selected frames in order into the file. Shows
+// "Generate animation frames first." (no frames listed), "Select some frames
+// first." (none selected) and "There was an error writing the file.".
+// An empty path (the save dialog cancelled) ends quietly.
+bool SaveAnimation(const std::vector<std::string>& listed, const std::vector<std::string>& selected,
+                   const std::string& path, int fps, const std::string& codec,
+                   const std::function<bool(int, int)>& progress = {});
+
+// The save dialog of films: its title, filter and default name.
+extern const char* const kFilmSaveTitle;   // "Choose a filename to save AVI to..."
+extern const char* const kFilmSaveFilter;  // "AVI Files|*.avi"
+
+// vantrel-cli avi: opens the document offscreen, runs the player's whole run
+// (Steps + 1 frames from 0) and writes the film. The player is the first one
+// unless an id is given.
+struct HeadlessFilm {
+  std::string documentPath, aviPath, playerId, codec = "mjpeg";
+  int fps = 10, width = 800, height = 600;
+};
+bool RenderDocumentToAvi(const HeadlessFilm& request, std::string& error);
+
+}  // namespace vt

@@ -1,0 +1,72 @@
+// frmF6: the surface dialog (space curves and surfaces, new ones and the
+// editing of one). The fields go to ConfirmSurfaceForm of
+// graphs/surface_form.h, which checks them, shows the messages and makes or
+// changes the object.
+#pragma once
+
+#include <QDialog>
+#include <string>
+
+#include "graphs/surface_form.h"
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QMainWindow;
+class QRadioButton;
+class QTabWidget;
+
+namespace vt::app {
+
+class ColorButton;
+
+class frmF6 : public QDialog {
+  Q_OBJECT
+ public:
+  frmF6(QWidget* parent, const std::string& editId);
+  const std::string& editId() const { return editId_; }
+  SurfaceForm Form() const;
+  void ShowForm(const SurfaceForm& form);
+
+  void accept() override;
+  void done(int result) override;
+
+ private:
+  void BuildFields();
+  QWidget* BuildColorTab();
+  QWidget* BuildMaterialTab();
+  QWidget* BuildTransparencyTab();
+  QWidget* BuildTextureTab();
+  QWidget* BuildFieldTab();
+  void UpdateFormList();
+  void UpdateLabels();
+  int GraphType() const;
+  int CoordType() const;
+
+  std::string editId_;
+  bool updating_ = false;
+  QRadioButton *optCurve_, *optSurface_, *optCartesian_, *optCylindrical_, *optSpherical_;
+  QListWidget* lstForm_;
+  QLabel *lblFormula1_, *lblFormula2_, *lblFormula3_;
+  QLineEdit *txtFormula1_, *txtFormula2_, *txtFormula3_;
+  QLabel *lblMinU_, *lblMaxU_, *lblStepsU_, *lblMinV_, *lblMaxV_, *lblStepsV_, *lblMinW_, *lblMaxW_, *lblStepsW_;
+  QLineEdit *txtMinU_, *txtMaxU_, *txtStepsU_, *txtMinV_, *txtMaxV_, *txtStepsV_, *txtMinW_, *txtMaxW_, *txtStepsW_;
+  QTabWidget* tabs_;
+  QComboBox *cboFillStyle_, *cboRamp_, *cboShow_, *cboSmoothness_, *cboMaterial_;
+  ColorButton *cmdFirstColor_, *cmdSecondColor_;
+  QCheckBox* chkTrans_;
+  QLineEdit* txtAlpha_;
+  QCheckBox* chkTexture_;
+  QLineEdit* txtTexName_;
+  QRadioButton *optTexAlone_, *optTexColor_;
+  QCheckBox *chkContour_, *chkVector_, *chkColormap_;
+  QLineEdit* txtContourLevel_;
+};
+
+// Installs frmF6 as the window's surface dialog; it goes when the window
+// does.
+void InstallSurfaceForms(QMainWindow* mainWindow);
+
+}  // namespace vt::app

@@ -1,0 +1,322 @@
+#include "graphs/surface_form.h"
+
+#include <memory>
+
+#include "document/command_table.h"
+#include "document/document.h"
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/host.h"
+#include "document/numtext.h"
+#include "document/undo.h"
+#include "expr/text_prep.h"
+#include "geometry/properties.h"
+#include "graphs/curve_analysis.h"
+#include "graphs/curve_form.h"
+#include "tools/canvas_input.h"
+
+namespace vt {
+
+const char* const kTextureFilter = "(*.bmp)|*.bmp|*.jpg|*.jpg|*.gif|*.gif";
+
+std::vector<std::string> SurfaceFormNames(int graphType, int coordType) {
+  std::vector<std::string> out;
+  if (graphType == 1) {
+    for (int f : {2, 3}) out.push_back(SurfaceFormLabel(1, f, coordType));
+  } else {
+    for (int f : {2, 3, 1}) out.push_back(SurfaceFormLabel(2, f, coordType));
+  }
+  return out;
+}
+
+int SurfaceFunFormOfListIndex(int graphType, int index) {
+  if (graphType == 1) return index == 1 ? 3 : 2;
+  return index == 1 ? 3 : index == 2 ? 1 : 2;
+}
+
+int SurfaceListIndexOfFunForm(int graphType, int funForm) {
+  if (funForm == 3) return 1;
+  if (funForm == 1 && graphType != 1) return 2;
+  return 0;
+}
+
+SurfaceFieldLabels SurfaceLabels(int graphType, int coordType, int funForm) {
+  // The names of the three coordinates of each system, in formula order.
+  const char* const names[3][3] = {{"x", "y", "z"}, {"a", "r", "z"}, {"a", "b", "r"}};
+  const int s = coordType >= 3 && coordType <= 5 ? coordType - 3 : 0;
+  const std::string n0 = names[s][0], n1 = names[s][1], n2 = names[s][2];
+  SurfaceFieldLabels l;
+  if (graphType == 1) {
+    if (funForm == 3) {
+      l.formula1 = n0 + "(u)";
+      l.formula2 = n1 + "(u)";
+      l.formula3 = n2 + "(u)";
+      l.varU = "u";
+    } else {
+      l.formula1 = n2 + "(" + n0 + ") or " + n2 + "(" + n1 + ")";
+      l.varU = n0;
+    }
+    return l;
+  }
+  switch (funForm) {
+    case 3:
+      l.formula1 = n0 + "(u,v)";
+      l.formula2 = n1 + "(u,v)";
+      l.formula3 = n2 + "(u,v)";
+      l.varU = "u";
+      l.varV = "v";
+      break;
+    case 1:
+      l.formula1 = "f(" + n0 + "," + n1 + "," + n2 + ")";
+      l.varU = n0;
+      l.varV = n1;
+      l.varW = n2;
+      break;
+    default:
+      l.formula1 = n2 + "(" + n0 + "," + n1 + ")";
+      l.varU = n0;
+      l.varV = n1;
+      break;
+  }
+  return l;
+}
+
+namespace {
+
+std::string Num(float v) { return SingleToText(v); }
+std::string Whole(long v) { return IntToText(v); }
+
+void Message(const std::string& text, const char* title) {
+  host().MsgBox(text, title, MsgButtons::OK, title[0] == 'E' ? MsgIcon::Critical : MsgIcon::Exclamation);
+}
+
+bool Filter(std::string& text, bool expr) {
+  std::string source = text, result;
+  if (!(expr ? FilterExprText(source, result) : FilterNumberText(source, result))) return false;
+  text = result;
+  return true;
+}
+
+int WholeOf(const std::string& text) {
+  const double v = Val(text);
+  if (!(v > -1e9 && v < 1e9)) return 0;
+  return static_cast<int>(RoundToLong(v));
+}
+
+bool RangeValue(const std::string& text, float& v) {
+  bool ok = false;
+  v = FormulaValue(InsertImplicitProducts(text), 0, FormulaVar::X, &ok);
+  return ok && v != BreakValue;
+}
+
+}  // namespace
+
+SurfaceForm NewSurfaceForm() { return LoadSurfaceForm(CSurface()); }
+
+SurfaceForm LoadSurfaceForm(const CSurface& s) {
+  SurfaceForm f;
+  f.graphType = s.GraphType == 1 ? 1 : 2;
+  f.coordType = s.CoordType >= 3 && s.CoordType <= 5 ? s.CoordType : 3;
+  f.listIndex = SurfaceListIndexOfFunForm(f.graphType, s.FunForm);
+  if (s.FunForm == 3) {
+    f.formula1 = s.ExpressX;
+    f.formula2 = s.ExpressY;
+    f.formula3 = s.ExpressZ;
+  } else {
+    f.formula1 = s.ExpressZ;
+  }
+  f.minU = s.MinU;
+  f.maxU = s.MaxU;
+  f.stepsU = Whole(s.StepU);
+  f.minV = s.MinV;
+  f.maxV = s.MaxV;
+  f.stepsV = Whole(s.StepV);
+  f.minW = Num(s.MinW);
+  f.maxW = Num(s.MaxW);
+  f.stepsW = Whole(s.StepW);
+  f.fillStyle = s.FillStyle >= 1 && s.FillStyle <= 5 ? s.FillStyle : 4;
+  f.firstColor = s.FirstColor;
+  f.secondColor = s.SecondColor;
+  f.rampIndex = 0;
+  for (int i = 0; i < kRampCount; ++i)
+    if (UpperText(s.Ramp.ColorName) == UpperText(kRampNames[i])) f.rampIndex = i;
+  f.material = s.Material >= 0 && s.Material <= 13 ? s.Material : 0;
+  f.show = s.Show >= 1 && s.Show <= 3 ? s.Show : 3;
+  f.smoothness = s.Smoothness >= 1 && s.Smoothness <= 3 ? s.Smoothness : 3;
+  f.showTrans = s.ShowTrans;
+  f.transAlpha = Num(s.TransAlpha);
+  f.showTex = s.ShowTex;
+  f.texName = s.TexName;
+  f.texMode = s.TexMode == 2 ? 2 : 1;
+  f.showContour = s.ShowContour;
+  f.showVector = s.ShowVector;
+  f.showColormap = s.ShowColormap;
+  f.contourLevel = Whole(s.ContourLevel);
+  return f;
+}
+
+SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std::string* id) {
+  const int form = f.funForm();
+  const bool curve = f.graphType == 1;
+  const bool param = form == 3, implicit = !curve && form == 1;
+  const bool hasV = !curve, hasW = implicit;
+  // Step 2: the checks.
+  const bool empty = f.formula1.empty() || (param && (f.formula2.empty() || f.formula3.empty())) ||
+                     f.minU.empty() || f.maxU.empty() || f.stepsU.empty() ||
+                     (hasV && (f.minV.empty() || f.maxV.empty() || f.stepsV.empty())) ||
+                     (hasW && (f.minW.empty() || f.maxW.empty() || f.stepsW.empty()));
+  if (empty) {
+    Message(kInputAllParams, "Note");
+    return SurfaceConfirm::Stay;
+  }
+  // Step 1: every visible field through its filter.
+  const bool filtered = Filter(f.formula1, true) && (!param || (Filter(f.formula2, true) && Filter(f.formula3, true))) &&
+                        Filter(f.minU, true) && Filter(f.maxU, true) && Filter(f.stepsU, false) &&
+                        (!hasV || (Filter(f.minV, true) && Filter(f.maxV, true) && Filter(f.stepsV, false))) &&
+                        (!hasW || (Filter(f.minW, false) && Filter(f.maxW, false) && Filter(f.stepsW, false))) &&
+                        (!f.showTrans || Filter(f.transAlpha, false)) &&
+                        (!f.showContour || Filter(f.contourLevel, false));
+  if (!filtered) {
+    Message(kIllegalData, "Error");
+    return SurfaceConfirm::Stay;
+  }
+  const SurfaceFieldLabels labels = SurfaceLabels(f.graphType, f.coordType, form);
+  auto ordered = [](const std::string& var, float lo, float hi) {
+    if (lo < hi) return true;
+    Message("Min " + var + " must be less than Max " + var + ".", "Note");
+    return false;
+  };
+  auto enough = [](const std::string& var, int steps, int limit) {
+    if (steps < 1) {
+      Message("Steps " + var + " must be larger than 1.", "Note");
+      return false;
+    }
+    if (steps > limit) {
+      Message(kIllegalData, "Error");
+      return false;
+    }
+    return true;
+  };
+  const int limit = implicit ? CSurface::kMaxImplicitSteps : CSurface::kMaxSteps;
+  float lo, hi;
+  if (!RangeValue(f.minU, lo) || !RangeValue(f.maxU, hi)) return SurfaceConfirm::Stay;
+  if (!ordered(labels.varU, lo, hi) || !enough(labels.varU, WholeOf(f.stepsU), limit)) return SurfaceConfirm::Stay;
+  if (hasV) {
+    if (!RangeValue(f.minV, lo) || !RangeValue(f.maxV, hi)) return SurfaceConfirm::Stay;
+    if (!ordered(labels.varV, lo, hi) || !enough(labels.varV, WholeOf(f.stepsV), limit))
+      return SurfaceConfirm::Stay;
+  }
+  if (hasW) {
+    if (!ordered(labels.varW, Sng(Val(f.minW)), Sng(Val(f.maxW))) ||
+        !enough(labels.varW, WholeOf(f.stepsW), limit))
+      return SurfaceConfirm::Stay;
+  }
+
+  CSurface* target = nullptr;
+  if (!editId.empty()) {
+    target = Doc.Surfaces.FindById(editId);
+    if (!target) {
+      Message(kObjectNotExist, "Error");
+      return SurfaceConfirm::Gone;
+    }
+  }
+  // Step 3: the object is tried first; the document changes only when it
+  // samples.
+  auto made = std::make_unique<CSurface>();
+  made->Init(editId, "", f.graphType, form, f.coordType, param ? f.formula1 : std::string(),
+             param ? f.formula2 : std::string(), param ? f.formula3 : f.formula1, WholeOf(f.stepsU),
+             hasV ? WholeOf(f.stepsV) : WholeOf(f.stepsU), f.minU, f.maxU, hasV ? f.minV : "-5",
+             hasV ? f.maxV : "5");
+  if (hasW) {
+    made->StepW = WholeOf(f.stepsW);
+    made->MinW = Sng(Val(f.minW));
+    made->MaxW = Sng(Val(f.maxW));
+  }
+  made->FillStyle = f.fillStyle;
+  made->FirstColor = f.firstColor;
+  made->SecondColor = f.secondColor;
+  made->ForeColor = f.firstColor;
+  made->Ramp.ColorName = kRampNames[f.rampIndex >= 0 && f.rampIndex < kRampCount ? f.rampIndex : 0];
+  made->Ramp.SetByName();
+  made->Material = f.material;
+  made->Show = f.show;
+  made->Smoothness = f.smoothness;
+  made->ShowTrans = f.showTrans;
+  made->TransAlpha = f.showTrans ? Sng(Val(f.transAlpha)) : 0.5f;
+  made->ShowTex = f.showTex;
+  made->TexName = f.texName;
+  made->TexMode = f.texMode;
+  made->ShowContour = f.showContour;
+  made->ShowVector = f.showVector;
+  made->ShowColormap = f.showColormap;
+  made->ContourLevel = f.showContour ? WholeOf(f.contourLevel) : 10;
+  if (!made->GetPoints()) return SurfaceConfirm::Stay;
+
+  if (target) {
+    // What the dialog does not show stays as it was.
+    const std::string keepId = target->ID;
+    const bool keepSelected = target->Selected, keepHide = target->Hide;
+    const int keepMode = target->DrawMode;
+    const auto keepTanX = target->TangentX, keepTanY = target->TangentY, keepNmlX = target->NormalX,
+               keepNmlY = target->NormalY;
+    const bool keepTan = target->ShowTangent, keepNml = target->ShowNormal;
+    *target = *made;
+    target->ID = keepId;
+    target->Selected = keepSelected;
+    target->Hide = keepHide;
+    target->DrawMode = keepMode;
+    target->TangentX = keepTanX;
+    target->TangentY = keepTanY;
+    target->NormalX = keepNmlX;
+    target->NormalY = keepNmlY;
+    target->ShowTangent = keepTan;
+    target->ShowNormal = keepNml;
+    target->GetPoints();
+  } else {
+    made->ID = NewObjectId(curve ? "C3" : "SF");
+    target = Doc.Surfaces.Add(std::move(made));
+  }
+  if (id) *id = target->ID;
+  PushSnapshot();
+  RedrawScene();
+  return SurfaceConfirm::Done;
+}
+
+std::string PickTextureFile() { return host().OpenFileDialog("Open File", kTextureFilter); }
+
+namespace {
+
+SurfaceFormOpener& Opener() {
+  static SurfaceFormOpener opener;
+  return opener;
+}
+
+}  // namespace
+
+void SetSurfaceFormOpener(SurfaceFormOpener opener) { Opener() = std::move(opener); }
+bool SurfaceFormAvailable() { return static_cast<bool>(Opener()); }
+
+void mnuDraw2Sur_Click() {
+  if (!Opener()) return;
+  EditMode = false;
+  EditObjectId.clear();
+  SurfaceFormOpener opener = Opener();
+  opener(std::string());
+}
+
+void RegisterSurfaceCommands() {
+  RegisterHandler("mnuDraw2Sur", mnuDraw2Sur_Click, SurfaceFormAvailable);
+  RegisterEditDialog(Kind::SF, [](DocObject& object) {
+    if (!Opener()) {
+      EditMode = false;
+      return;
+    }
+    SurfaceFormOpener opener = Opener();
+    opener(object.ID);
+  });
+  RegisterBoxSelTest(Kind::SF, [](DocObject& object, float x1, float y1, float x2, float y2) {
+    return static_cast<CSurface&>(object).BoxSel(x1, y1, x2, y2);
+  });
+}
+
+}  // namespace vt

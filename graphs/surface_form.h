@@ -1,0 +1,86 @@
+// The surface dialog frmF6 without its window: the forms of each system, the
+// captions of the fields, the fields as text, the confirmation that checks
+// them and makes or changes the CSurface, the texture file choice, and the
+// command that opens the dialog ("Surface...", and a double click on a
+// surface). The window installs the function that shows the dialog.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "graphs/surface.h"
+
+namespace vt {
+
+// The forms of the list, in list order: GraphType 1 (curve) or 2, CoordType
+// 3, 4 or 5.
+std::vector<std::string> SurfaceFormNames(int graphType, int coordType);
+// List index to FunForm: a curve 0 -> 2, 1 -> 3; a surface 0 -> 2, 1 -> 3,
+// 2 -> 1. And back.
+int SurfaceFunFormOfListIndex(int graphType, int index);
+int SurfaceListIndexOfFunForm(int graphType, int funForm);
+
+// The captions of a form's fields; an empty caption hides the field. The
+// variable names name the ranges in the messages.
+struct SurfaceFieldLabels {
+  std::string formula1, formula2, formula3;
+  std::string varU, varV, varW;  // "u", "x", "a", ...; empty: no such range
+};
+SurfaceFieldLabels SurfaceLabels(int graphType, int coordType, int funForm);
+
+// Everything frmF6 shows, as the user typed it.
+struct SurfaceForm {
+  int graphType = 2;  // 1 curve, 2 surface
+  int coordType = 3;  // 3 Cartesian, 4 cylindrical, 5 spherical
+  int listIndex = 0;
+  std::string formula1, formula2, formula3;
+  std::string minU = "-5", maxU = "5", stepsU = "20";
+  std::string minV = "-5", maxV = "5", stepsV = "20";
+  std::string minW = "-5", maxW = "5", stepsW = "20";
+  // Colour tab.
+  int fillStyle = 5;  // 1..3 two colours along x, y, z; 4 one colour; 5 ramp
+  std::uint32_t firstColor = RGB(0, 128, 255), secondColor = RGB(255, 0, 0);
+  int rampIndex = 0;  // into kRampNames
+  int material = 0;   // 0 none, 1..13 the schemes
+  int show = 3;       // 1 points, 2 wire, 3 filled
+  int smoothness = 3;
+  bool showTrans = false;
+  std::string transAlpha = "0.5";
+  bool showTex = false;
+  std::string texName;
+  int texMode = 1;
+  bool showContour = false, showVector = false, showColormap = false;
+  std::string contourLevel = "10";
+
+  int funForm() const { return SurfaceFunFormOfListIndex(graphType, listIndex); }
+};
+
+SurfaceForm NewSurfaceForm();
+SurfaceForm LoadSurfaceForm(const CSurface& surface);
+
+enum class SurfaceConfirm { Stay, Done, Gone };
+
+// Confirm of frmF6: the visible fields through their filters (the cleaned
+// texts written back), the checks with their messages, then a new object
+// ("C3" or "SF") or the changed object editId: sampled, added, one undo
+// snapshot, the scene rebuilt. The id goes to `id` when given.
+SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& form, const std::string& editId, std::string* id = nullptr);
+
+// The texture file, through the open dialog titled "Open File" with the
+// picture filter; "" when cancelled.
+extern const char* const kTextureFilter;  // "(*.bmp)|*.bmp|*.jpg|*.jpg|*.gif|*.gif"
+std::string PickTextureFile();
+
+using SurfaceFormOpener = std::function<void(const std::string& editId)>;
+void SetSurfaceFormOpener(SurfaceFormOpener opener);
+bool SurfaceFormAvailable();
+
+// "Surface...": frmF6 for a new object.
+void mnuDraw2Sur_Click();
+// Registers mnuDraw2Sur, the double click on a surface (frmF6 in edit mode)
+// and the box selection of surfaces.
+void RegisterSurfaceCommands();
+
+}  // namespace vt

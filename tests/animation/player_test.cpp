@@ -1,0 +1,410 @@
+// Players and tracks: run modes, timers, frames in any order, parameter
+// sweeps, the limits, the panel's picks, the record.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "animation/animation.h"
+#include "document/globals.h"
+#include "expr/parameters.h"
+#include "geometry/locus.h"
+#include "graphs/funcurve.h"
+#include "persist/docio.h"
+#include "tools/canvas_input.h"
+#include "tools/select.h"
+#include "tools/tool_fixture.h"
+
+namespace vt::test {
+namespace {
+
+class AnimationTest : public ToolTest {
+ protected:
+  void SetUp() override {
+    ToolTest::SetUp();
+    InstallPlayerHooks();
+  }
+
+  CAniControl* Player(short steps = 40, int mode = 2) {
+    CAniControl* c = NewPlayer();
+    c->Steps = steps;
+    c->AniRunMode = mode;
+    return c;
+  }
+  CAnimation* Move(CAniControl* c, std::vector<std::string> ids, float x, float y, float from = 0, float to = 1) {
+    TrackForm f;
+    f.kind = 1;
+    f.playerId = c->ID;
+    f.bound = std::move(ids);
+    f.x = x;
+    f.y = y;
+    f.timeFrom = from;
+    f.timeTo = to;
+    return ConfirmTrackForm(f);
+  }
+  static void Show(CAniControl* c, int step) {
+    c->Step = static_cast<short>(step);
+    c->ShowFrame();
+  }
+};
+
+TEST_F(AnimationTest, MoveWaitsForItsTimeRangeAndEqualTimesJump) {
+  Position* a = Free(1, 1);
+  Position* b = Free(5, 5);
+  CAniControl* c = Player();
+  Move(c, {a->ID}, 4, 2, 0.5f, 1);
+  Move(c, {b->ID}, 10, 0, 0.3f, 0.3f);
+  for (int s = 0; s <= 20; ++s) {
+    Show(c, s);
+    ExpectAt(a, 1, 1);
+  }
+  Show(c, 21);
+  ExpectAt(a, 1.2f, 1.1f);
+  Show(c, 40);
+  ExpectAt(a, 5, 3);
+  // TimeFrom = TimeTo = 0.3: StartStep 12; the point jumps from start to end.
+  Show(c, 12);
+  ExpectAt(b, 5, 5);
+  Show(c, 13);
+  ExpectAt(b, 15, 5);
+}
+
+TEST_F(AnimationTest, ConstructedPointsAreNotDrivenButFollow) {
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  CLine* s = Segment(a, b);
+  Position* m = Midpoint(a, b);
+  CAniControl* c = Player();
+  CAnimation* onMid = Move(c, {m->ID}, 5, 5);
+  ASSERT_NE(onMid, nullptr);
+  EXPECT_EQ(onMid->SelNum(), 0);
+  CAnimation* onLine = Move(c, {s->ID}, 0, 2);
+  EXPECT_EQ(onLine->SelNum(), 2);
+  Show(c, 40);
+  ExpectAt(a, 0, 2);
+  ExpectAt(b, 4, 2);
+  ExpectAt(&s->pBegin, 0, 2);  // the line's copy followed
+  ExpectAt(m, 2, 2);           // the midpoint was recomputed, not driven
+}
+
+TEST_F(AnimationTest, ReverseRepeatRetracesAndFramesOutOfOrderAgree) {
+  Position* a = Free(1, 0);
+  Position* o = Free(0, 0);
+  CAniControl* c = Player(10, 2);
+  Move(c, {a->ID}, 3, 1);
+  TrackForm rot;
+  rot.kind = 2;
+  rot.playerId = c->ID;
+  rot.bound = {a->ID};
+  rot.para1 = o->ID;
+  rot.x = 90;
+  ASSERT_NE(ConfirmTrackForm(rot), nullptr);
+  c->Step = 0;
+  c->Play();
+  ASSERT_EQ(c->Status, 2);
+  std::map<int, std::pair<float, float>> seen;
+  std::vector<int> steps;
+  for (int i = 0; i < 20; ++i) {
+    ASSERT_EQ(host_.TickTimers(), 1);
+    steps.push_back(c->Step);
+    auto [it, fresh] = seen.emplace(c->Step, std::make_pair(a->x, a->y));
+    if (!fresh) {
+      EXPECT_FLOAT_EQ(it->second.first, a->x) << "step " << c->Step;
+      EXPECT_FLOAT_EQ(it->second.second, a->y) << "step " << c->Step;
+    }
+  }
+  const std::vector<int> expected = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0};
+  EXPECT_EQ(steps, expected);
+  for (int s : {7, 2, 9, 0, 4}) {
+    Show(c, s);
+    EXPECT_FLOAT_EQ(seen[s].first, a->x);
+    EXPECT_FLOAT_EQ(seen[s].second, a->y);
+  }
+  c->Stop();
+  EXPECT_EQ(host_.TickTimers(), 0);
+}
+
+TEST_F(AnimationTest, RunModesEndOrWrap) {
+  CAniControl* c = Player(3, 1);
+  c->Play();
+  for (int i = 0; i < 3; ++i) host_.TickTimers();
+  EXPECT_EQ(c->Step, 3);
+  EXPECT_EQ(c->Status, 1);
+  EXPECT_EQ(host_.TickTimers(), 0);
+  // Normal, stopped at the end: play stops at the first tick.
+  c->Play();
+  host_.TickTimers();
+  EXPECT_EQ(c->Status, 1);
+  c->AniRunMode = 4;
+  c->Play();
+  EXPECT_EQ(c->Step, 4);
+  std::vector<int> back;
+  while (c->Status == 2) {
+    host_.TickTimers();
+    back.push_back(c->Step);
+  }
+  EXPECT_EQ(back, (std::vector<int>{3, 2, 1, 0}));
+  c->AniRunMode = 3;
+  c->Play();
+  std::vector<int> wrap;
+  for (int i = 0; i < 6; ++i) {
+    host_.TickTimers();
+    wrap.push_back(c->Step);
+  }
+  EXPECT_EQ(wrap, (std::vector<int>{0, 1, 2, 3, 0, 1}));
+  // The interval follows the settings from the next tick on.
+  ASSERT_TRUE(ApplyAniSetting(c->ID, 1, 2.5f, 3));
+  host_.TickTimers();
+  EXPECT_EQ(host_.timers[c->TimerId].intervalMs, 2500);
+  EXPECT_FALSE(ApplyAniSetting("AC9999", 10, 1, 1));
+  EXPECT_EQ(host_.LastMessage(), "The selected object is not exist.");
+}
+
+TEST_F(AnimationTest, ParameterSweepSteepensTheCurve) {
+  CAniControl* c = Player(10, 1);
+  CAnimation* p = CreateParameter(c->ID, " A ", 0, 2, 1, 0, 1);
+  ASSERT_NE(p, nullptr);
+  EXPECT_EQ(p->Para1, "A");
+  EXPECT_EQ(p->Note, "A = 0.0");
+  auto curve = std::make_unique<CFunCurve>();
+  curve->Init(NewObjectId("C2"), "", 0, 1, "", "A*x", "", 20, 20, "0", "1", -5, 5, 0, 1);
+  curve->FunForm = 2;
+  CFunCurve* f = Doc.FunCurves.Add(std::move(curve));
+  ASSERT_TRUE(f->GetPoints());
+  float last = f->Vert3D.back().y;
+  EXPECT_FLOAT_EQ(last, 0);
+  c->Play();
+  for (int i = 1; i <= 10; ++i) {
+    host_.TickTimers();
+    const float y = f->Vert3D.back().y;
+    EXPECT_GT(y, last) << "frame " << i;
+    last = y;
+  }
+  EXPECT_NEAR(last, 2, 1e-5);
+  EXPECT_EQ(p->Note, "A = 2.0");
+  VariableTable vars;
+  LoadParameterTable(vars);
+  EXPECT_EQ(vars.Find("A"), 1);
+}
+
+TEST_F(AnimationTest, ParameterFormRules) {
+  CAniControl* c = Player();
+  EXPECT_EQ(CreateParameter(c->ID, "a1", 0, 1, 2, 0, 1), nullptr);
+  EXPECT_EQ(host_.LastMessage(), "The name is invalid, the first letter must be written in capitals. ");
+  EXPECT_EQ(CreateParameter(c->ID, "B", 3, 1, 2, 0, 1), nullptr);
+  EXPECT_EQ(host_.LastMessage(), "The minimum value must be smaller than the maximum one. ");
+  EXPECT_NE(CreateParameter(c->ID, "A1_b", 1, 1, 0, 0, 1), nullptr);  // equal bounds pass
+  EXPECT_EQ(c->anis.back()->PosY, c->PosY - 3);
+  EXPECT_EQ(c->anis.back()->Note, "A1_b = 1.");
+}
+
+TEST_F(AnimationTest, FiftyTracksAtMost) {
+  CAniControl* c = Player();
+  for (int i = 0; i < 50; ++i) ASSERT_NE(CreateParameter(c->ID, "P" + std::to_string(i), 0, 1, 0, 0, 1), nullptr);
+  EXPECT_EQ(CreateParameter(c->ID, "Q", 0, 1, 0, 0, 1), nullptr);
+  EXPECT_EQ(c->AniNum(), 50);
+  EXPECT_EQ(c->AddTrack(std::make_unique<CAnimation>()), nullptr);
+  EXPECT_EQ(c->anis[49]->PosY, c->PosY - 150);
+}
+
+TEST_F(AnimationTest, PanelPicks) {
+  CAniControl* c = Player(40);
+  c->PosX = 10;
+  c->PosY = 20;
+  // y from the top, as the mouse gives it.
+  auto top = [](float yb) { return 100 - yb; };
+  EXPECT_FLOAT_EQ(c->KnobX(), 12.3f);
+  EXPECT_TRUE(c->PickKnob(12.3f, top(21.5f)));
+  c->Step = 40;
+  EXPECT_FLOAT_EQ(c->KnobX() - 12.3f, 12.0f);
+  EXPECT_TRUE(c->PickKnob(24.3f, top(21.5f)));
+  EXPECT_FALSE(c->PickKnob(12.3f, top(21.5f)));
+  EXPECT_TRUE(c->PickPlay(11, top(22)));
+  EXPECT_FALSE(c->PickPanel(11, top(22)));
+  EXPECT_TRUE(c->PickPanel(18, top(20.5f)));
+  EXPECT_FALSE(c->PickPanel(26, top(21)));
+}
+
+TEST_F(AnimationTest, PlayButtonAndKnobThroughTheSelectTool) {
+  Position* a = Free(0, 0);
+  CAniControl* c = Player(40);
+  Move(c, {a->ID}, 8, 0);
+  c->PosX = 10;
+  c->PosY = 20;
+  ASSERT_TRUE(SelectToolHooks.playerPress);
+  SelectToolHooks.playerPress(*c, 11, 21.5f);
+  EXPECT_EQ(c->Status, 2);
+  SelectToolHooks.playerPress(*c, 11, 21.5f);
+  EXPECT_EQ(c->Status, 1);
+  // The knob: dragged halfway along the slider.
+  SelectToolHooks.playerPress(*c, c->KnobX(), 21.5f);
+  EXPECT_TRUE(c->JDPicked);
+  EXPECT_FALSE(SelectToolHooks.playerPanel(*c, c->KnobX(), 21.5f));
+  EXPECT_TRUE(SelectToolHooks.knobDrag(12.3f + 6, 21.5f));
+  EXPECT_EQ(c->Step, 20);
+  ExpectAt(a, 4, 0);
+}
+
+TEST_F(AnimationTest, PathsColoursAndZoom) {
+  Position* p = Free(9, 9);
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  CLine* s = Segment(a, b);
+  Position* q = Free(2, 2);
+  Position* centre = Free(0, 0);
+  CAniControl* c = Player(4);
+  TrackForm path;
+  path.kind = 4;
+  path.playerId = c->ID;
+  path.bound = {p->ID};
+  path.para1 = s->ID;
+  ASSERT_NE(ConfirmTrackForm(path), nullptr);
+  TrackForm zoom;
+  zoom.kind = 3;
+  zoom.playerId = c->ID;
+  zoom.bound = {q->ID};
+  zoom.para1 = centre->ID;
+  zoom.x = 3;
+  ASSERT_NE(ConfirmTrackForm(zoom), nullptr);
+  s->ForeColor = RGB(0, 0, 0);
+  TrackForm colour;
+  colour.kind = 5;
+  colour.playerId = c->ID;
+  colour.bound = {s->ID};
+  colour.colorFrom = RGB(0, 0, 0);
+  colour.colorTo = RGB(200, 100, 40);
+  ASSERT_NE(ConfirmTrackForm(colour), nullptr);
+  Show(c, 1);
+  ExpectAt(p, 1, 0);
+  ExpectAt(q, 3, 3);
+  EXPECT_EQ(s->ForeColor, RGB(50, 25, 10));
+  Show(c, 4);
+  ExpectAt(p, 4, 0);
+  ExpectAt(q, 6, 6);
+  EXPECT_EQ(s->ForeColor, RGB(200, 100, 40));
+  Show(c, 0);
+  EXPECT_EQ(s->ForeColor, RGB(0, 0, 0));
+  EXPECT_EQ(c->anis[0]->Note, p->ID + " traces " + s->ID);
+  // No object bound: refused.
+  TrackForm none;
+  none.playerId = c->ID;
+  EXPECT_EQ(ConfirmTrackForm(none), nullptr);
+  EXPECT_EQ(host_.LastMessage(), "Please select objects first.");
+}
+
+TEST_F(AnimationTest, RecordRoundTripAndRunningDocumentsPlay) {
+  Position* a = Free(1, 2);
+  CAniControl* c = Player(12, 3);
+  Move(c, {a->ID}, 2, 3, 0.25f, 0.75f);
+  CreateParameter(c->ID, "K", -1, 1, 2, 0, 1);
+  const std::string text = GetUndoVar();
+  ASSERT_NE(text.find(c->ID + " "), std::string::npos);
+  ASSERT_TRUE(OpenDocumentText(text));
+  ASSERT_EQ(Doc.AniCtrls.count(), 1);
+  CAniControl* back = Doc.AniCtrls.Item(1);
+  EXPECT_EQ(back->Steps, 12);
+  EXPECT_EQ(back->AniRunMode, 3);
+  ASSERT_EQ(back->AniNum(), 2);
+  EXPECT_EQ(back->anis[0]->IndexP, std::vector<std::string>{a->ID});
+  EXPECT_FLOAT_EQ(back->anis[0]->TimeFrom, 0.25f);
+  EXPECT_EQ(back->anis[1]->Para1, "K");
+  EXPECT_EQ(GetUndoVar(), text);
+  EXPECT_EQ(host_.TickTimers(), 0);
+  // Saved while running: it plays.
+  back->Status = 2;
+  ASSERT_TRUE(OpenDocumentText(GetUndoVar()));
+  back = Doc.AniCtrls.Item(1);
+  EXPECT_EQ(back->Status, 2);
+  EXPECT_EQ(back->Step, -1);  // Normal Repeat starts at frame 0
+  ASSERT_NE(back->TimerId, 0);
+  EXPECT_TRUE(host_.timers[back->TimerId].enabled);
+  EXPECT_EQ(host_.TickTimers(), 1);
+  // A damaged track count stops the read quietly.
+  std::string bad = text;
+  bad.replace(bad.find(" 3 2 AN"), 7, " 3 77 AN");
+  EXPECT_FALSE(OpenDocumentText(bad));
+}
+
+TEST_F(AnimationTest, StartStepsEachTrackOnceWithoutTheTimer) {
+  Position* a = Free(0, 0);
+  CAniControl* c = Player(4, 1);
+  CAnimation* t = Move(c, {a->ID}, 4, 0);
+  a->Set(1, 1, 0);  // dragged between runs: Init at the start step takes it again
+  c->Start();
+  EXPECT_EQ(t->Step, 1);
+  ExpectAt(a, 2, 1);
+  c->Start();
+  EXPECT_EQ(t->Step, 2);
+  ExpectAt(a, 3, 1);
+  EXPECT_EQ(c->Status, 1);
+  EXPECT_EQ(host_.TickTimers(), 0);
+  // A player without tracks still ticks and redraws.
+  CAniControl* empty = Player(2, 1);
+  empty->Play();
+  const int swaps = host_.swaps;
+  host_.TickTimers();
+  EXPECT_EQ(empty->Step, 1);
+  EXPECT_GE(host_.swaps, swaps);
+  // Steps 1: the interval is the whole run.
+  empty->Steps = 1;
+  EXPECT_EQ(empty->Interval(), empty->RunTimes);
+}
+
+TEST_F(AnimationTest, TimersOfPlayersThatAreGoneGoAway) {
+  CAniControl* running = Player(4, 3);
+  running->Play();
+  Player(4, 3);  // stopped
+  ASSERT_EQ(host_.timers.size(), 2u);
+  Doc.AniCtrls.Clear();
+  // The running one's tick finds no player and removes its timer; the next
+  // timer made sweeps up the other.
+  EXPECT_EQ(host_.TickTimers(), 1);
+  EXPECT_EQ(host_.timers.size(), 1u);
+  CAniControl* fresh = Player();
+  ASSERT_EQ(host_.timers.size(), 1u);
+  EXPECT_EQ(host_.timers.begin()->first, fresh->TimerId);
+}
+
+TEST_F(AnimationTest, DoubleClickOpensTheTrackOrTheSettings) {
+  RegisterAnimationCommands();
+  std::vector<std::pair<int, std::string>> opened;
+  SetAniDialogOpener([&](int kind, const std::string& id) { opened.emplace_back(kind, id); });
+  Position* a = Free(50, 50);
+  CAniControl* c = Player();
+  c->PosX = 10;
+  c->PosY = 50;
+  CAnimation* t = Move(c, {a->ID}, 1, 1);
+  ActiveTool = 11;
+  CanvasWidth = CanvasHeight = 1000;
+  LastX = 150;
+  LastY = 515;  // 48.5 per cent from the bottom: the track's row
+  picDraw_DblClick();
+  LastY = 485;  // the panel
+  picDraw_DblClick();
+  ASSERT_EQ(opened.size(), 2u);
+  EXPECT_EQ(opened[0], std::make_pair(1, t->ID));
+  EXPECT_EQ(opened[1], std::make_pair(13, c->ID));
+  SetAniDialogOpener(nullptr);
+}
+
+TEST_F(AnimationTest, LocusRecordsWhileThePlayerRuns) {
+  Position* a = Free(0, 0);
+  CAniControl* c = Player(4, 1);
+  Move(c, {a->ID}, 4, 0);
+  CLocus* l = AddLocus(c->ID, a->ID, RGB(255, 0, 0));
+  ASSERT_NE(l, nullptr);
+  c->Play();
+  for (int i = 0; i < 6; ++i) host_.TickTimers();
+  EXPECT_TRUE(l->Created);
+  ASSERT_EQ(l->PTNum(), 4);
+  EXPECT_FLOAT_EQ(l->Points.back().x, 4);
+  // Loci are read, never written.
+  EXPECT_EQ(GetUndoVar().find(l->ID), std::string::npos);
+  const std::string rec = l->Save();
+  ASSERT_TRUE(OpenDocumentText("GL Ver3.00 1 0 0 0 0;;" + rec));
+  ASSERT_EQ(Doc.Locuses.count(), 1);
+  EXPECT_EQ(Doc.Locuses.Item(1)->PTNum(), 4);
+  EXPECT_TRUE(Doc.Locuses.Item(1)->Created);
+}
+
+}  // namespace
+}  // namespace vt::test

@@ -1,0 +1,2 @@
+// The offscreen fixture of the render tests, shared with the panel tests.
+#include "../render/render_fixture.cpp"

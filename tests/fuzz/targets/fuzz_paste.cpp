@@ -1,0 +1,11 @@
+// Clipboard records pasted into an open document.
+#include "fuzz_support.h"
+#include "persist/docio.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace vt;
+  fuzz::SmallDocument();
+  PasteRecords(fuzz::AsText(data, size));
+  OpenUnRe(GetUndoVar());
+  return 0;
+}

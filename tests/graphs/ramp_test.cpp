@@ -1,0 +1,113 @@
+// The colour ramps: each at its bottom, top and a middle value, the end
+// rule, names, edited ramps, the plain colour rules and the legend's ticks.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "graphs/color_ramp.h"
+
+namespace vt {
+namespace {
+
+struct Expect {
+  const char* name;
+  int bottom[3], middle[3], top[3];  // middle: the value at 50 per cent
+};
+
+TEST(ColorRamp, EachRampAtBottomMiddleAndTop) {
+  const Expect cases[] = {
+      {"Rainbow", {153, 102, 255}, {128, 255, 0}, {255, 0, 0}},
+      {"Earth", {0, 0, 128}, {255, 255, 0}, {128, 64, 64}},
+      {"Fiery", {255, 255, 0}, {0, 255, 255}, {0, 0, 255}},
+      {"Marine", {128, 128, 255}, {0, 100, 100}, {255, 255, 128}},
+      {"Grey", {200, 200, 200}, {125, 125, 125}, {50, 50, 50}},
+  };
+  for (const Expect& e : cases) {
+    ColorRamp r;
+    r.ColorName = e.name;
+    ASSERT_TRUE(r.SetByName()) << e.name;
+    const float values[3] = {-2, 3, 8};  // range -2 .. 8
+    const int* want[3] = {e.bottom, e.middle, e.top};
+    for (int k = 0; k < 3; ++k) {
+      float rgb[3] = {-1, -1, -1};
+      ASSERT_TRUE(r.Lookup(values[k], -2, 10, rgb)) << e.name << k;
+      for (int c = 0; c < 3; ++c) EXPECT_NEAR(rgb[c] * 255, want[k][c], 0.6) << e.name << " " << k << " " << c;
+    }
+  }
+}
+
+TEST(ColorRamp, NamesFoldCaseAndEmptyIsRainbow) {
+  ColorRamp r;
+  r.ColorName = "grey";
+  EXPECT_TRUE(r.SetByName());
+  EXPECT_EQ(r.ColorNum, 2);
+  r.ColorName = "";
+  EXPECT_TRUE(r.SetByName());
+  EXPECT_EQ(r.ColorNum, 6);
+  EXPECT_EQ(r.ColorG[0], 102);
+  // Another name keeps the stops, as edited.
+  r.ColorR[0] = 7;
+  r.ColorName = "Mine";
+  EXPECT_FALSE(r.SetByName());
+  EXPECT_EQ(r.ColorR[0], 7);
+}
+
+TEST(ColorRamp, OutsideTheRangeAndFlatRangeKeepTheColour) {
+  ColorRamp r;
+  r.SetByName();
+  float rgb[3] = {0.25f, 0.5f, 0.75f};
+  EXPECT_FALSE(r.Lookup(11, 0, 10, rgb));
+  EXPECT_FALSE(r.Lookup(-1, 0, 10, rgb));
+  EXPECT_FALSE(r.Lookup(3, 3, 0, rgb));  // 0 / 0
+  EXPECT_FLOAT_EQ(rgb[0], 0.25f);
+  EXPECT_FLOAT_EQ(rgb[2], 0.75f);
+  // Just under the top is still the last segment; the top itself the last stop.
+  ASSERT_TRUE(r.Lookup(9.99f, 0, 10, rgb));
+  EXPECT_GT(rgb[1], 0.0f);
+}
+
+TEST(CornerColoring, BlendsPlainAndRamp) {
+  ColorRamp ramp;
+  ramp.ColorName = "Grey";
+  ramp.SetByName();
+  CornerColoring c;
+  c.FirstColor = 0;                // black
+  c.SecondColor = 255 + 65536 * 100;  // red 255, blue 100
+  c.Ramp = &ramp;
+  c.MinX = 0, c.MaxX = 4, c.MinY = 0, c.MaxY = 2, c.MinZ = -1, c.MaxZ = 1;
+  float rgb[3] = {};
+  c.FillStyle = 1;
+  c.Color(1, 0, 0, rgb);  // a quarter along x
+  EXPECT_NEAR(rgb[0] * 255, 63.75, 0.01);
+  EXPECT_NEAR(rgb[2] * 255, 25, 0.01);
+  c.FillStyle = 3;
+  c.Color(0, 0, 1, rgb);
+  EXPECT_NEAR(rgb[0], 1.0, 1e-6);
+  c.FillStyle = 4;
+  c.Color(3, 2, 1, rgb);
+  EXPECT_EQ(rgb[0], 0.0f);
+  c.FillStyle = 5;
+  c.Color(0, 2, 0, rgb);  // the top of the height
+  EXPECT_NEAR(rgb[0] * 255, 50, 0.01);
+}
+
+TEST(Legend, TicksAtRoundValues) {
+  float first, step;
+  int count;
+  LegendTicks(-3.7f, 12.2f, first, step, count);
+  // Span 15.9: a power of ten of 10, too coarse for two ticks, so 2.
+  EXPECT_FLOAT_EQ(step, 2);
+  EXPECT_FLOAT_EQ(first, -2);
+  EXPECT_EQ(count, 8);  // -2, 0, ..., 12
+  LegendTicks(120, 980, first, step, count);
+  EXPECT_FLOAT_EQ(step, 100);
+  EXPECT_FLOAT_EQ(first, 200);
+  EXPECT_EQ(count, 8);
+  LegendTicks(5, 5, first, step, count);  // flat: from 0 to 5
+  EXPECT_FLOAT_EQ(step, 1);
+  EXPECT_FLOAT_EQ(first, 0);
+  EXPECT_EQ(count, 6);
+}
+
+}  // namespace
+}  // namespace vt

@@ -1,0 +1,152 @@
+// The surface dialog without its window: forms and captions per system, the
+// confirmation with its messages, new and edited objects, the texture file
+// choice and the command.
+#include <gtest/gtest.h>
+
+#include "document/command_table.h"
+#include "document/document.h"
+#include "document/globals.h"
+#include "document/undo.h"
+#include "graphs/surface_form.h"
+#include "support/fixtures.h"
+
+namespace vt {
+namespace {
+
+class SurfaceFormTest : public test::DocumentTest {
+ protected:
+  std::string TakeMessage() {
+    std::string s;
+    for (const auto& m : host_.messages) s += (s.empty() ? "" : " | ") + m.title + ": " + m.text;
+    host_.messages.clear();
+    return s;
+  }
+};
+
+TEST_F(SurfaceFormTest, FormsAndCaptionsPerSystem) {
+  EXPECT_EQ(SurfaceFormNames(1, 3), (std::vector<std::string>{"z=f(x) or z=f(y)", "x=f1(u),y=f2(u),z=f3(u)"}));
+  EXPECT_EQ(SurfaceFormNames(2, 4),
+            (std::vector<std::string>{"z=f(a,r)", "a=f1(u,v),r=f2(u,v),z=f3(u,v)", "f(a,r,z)=0"}));
+  EXPECT_EQ(SurfaceFormNames(2, 5),
+            (std::vector<std::string>{"r=f(a,b)", "a=f1(u,v),b=f2(u,v),r=f3(u,v)", "f(a,b,r)=0"}));
+  EXPECT_EQ(SurfaceFormNames(1, 5)[0], "r=f(a) or r=f(b)");
+  EXPECT_EQ(SurfaceFunFormOfListIndex(2, 2), 1);
+  EXPECT_EQ(SurfaceFunFormOfListIndex(1, 1), 3);
+  EXPECT_EQ(SurfaceListIndexOfFunForm(2, 1), 2);
+  const SurfaceFieldLabels imp = SurfaceLabels(2, 4, 1);
+  EXPECT_EQ(imp.formula1, "f(a,r,z)");
+  EXPECT_EQ(imp.varW, "z");
+  const SurfaceFieldLabels par = SurfaceLabels(2, 5, 3);
+  EXPECT_EQ(par.formula3, "r(u,v)");
+  EXPECT_EQ(par.varV, "v");
+  EXPECT_TRUE(SurfaceLabels(1, 3, 2).varV.empty());
+}
+
+TEST_F(SurfaceFormTest, RefusedFieldsKeepTheDialogOpen) {
+  SurfaceForm f = NewSurfaceForm();
+  f.formula1 = "";
+  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
+  EXPECT_EQ(TakeMessage(), "Note: Input all parameters please.");
+  f.formula1 = "x*y";
+  f.minV = "3";
+  f.maxV = "1";
+  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
+  EXPECT_EQ(TakeMessage(), "Note: Min y must be less than Max y.");
+  f.maxV = "4";
+  f.stepsU = "0";
+  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
+  EXPECT_EQ(TakeMessage(), "Note: Steps x must be larger than 1.");
+  f.stepsU = "abc";
+  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
+  EXPECT_EQ(TakeMessage(), "Error: Illegal data exist.");
+  f.stepsU = "1";  // one step passes, whatever the message says
+  f.coordType = 5;
+  f.listIndex = 1;
+  f.formula1 = "u";
+  f.formula2 = "v";
+  f.formula3 = "";
+  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
+  EXPECT_EQ(TakeMessage(), "Note: Input all parameters please.");
+  f.formula3 = "2";
+  f.minU = "7";
+  f.maxU = "1";
+  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
+  EXPECT_EQ(TakeMessage(), "Note: Min u must be less than Max u.");
+  EXPECT_EQ(Doc.Surfaces.count(), 0);
+}
+
+TEST_F(SurfaceFormTest, NewSurfaceAndCurveAndTheirEdit) {
+  const int undoBefore = UndoCount;
+  SurfaceForm f = NewSurfaceForm();
+  f.formula1 = "x^2 - y";
+  f.stepsU = "10";
+  f.stepsV = "12";
+  f.rampIndex = 3;
+  f.material = 4;
+  f.showTrans = true;
+  f.transAlpha = "0.25";
+  std::string id;
+  ASSERT_EQ(ConfirmSurfaceForm(f, "", &id), SurfaceConfirm::Done);
+  EXPECT_EQ(id.substr(0, 2), "SF");
+  CSurface* s = Doc.Surfaces.FindById(id);
+  ASSERT_NE(s, nullptr);
+  EXPECT_EQ(s->ExpressZ, "x^2-y");
+  EXPECT_EQ(s->StepV, 12);
+  EXPECT_EQ(s->Ramp.ColorName, "Marine");
+  EXPECT_EQ(s->Ramp.ColorNum, 3);
+  EXPECT_FLOAT_EQ(s->TransAlpha, 0.25f);
+  EXPECT_EQ(s->Vert3D.size(), 11u * 13u);
+  EXPECT_GT(UndoCount, undoBefore);
+
+  // The edit: the form read back, changed, confirmed.
+  s->Selected = true;
+  SurfaceForm e = LoadSurfaceForm(*s);
+  EXPECT_EQ(e.formula1, "x^2-y");
+  EXPECT_EQ(e.rampIndex, 3);
+  e.listIndex = 2;  // implicit
+  e.formula1 = "x^2+y^2+z^2-9";
+  e.stepsW = "8";
+  ASSERT_EQ(ConfirmSurfaceForm(e, id), SurfaceConfirm::Done);
+  EXPECT_EQ(Doc.Surfaces.count(), 1);
+  EXPECT_EQ(s->FunForm, 1);
+  EXPECT_EQ(s->StepW, 8);
+  EXPECT_TRUE(s->Selected);
+  EXPECT_FALSE(s->FieldF.empty());
+
+  SurfaceForm c = NewSurfaceForm();
+  c.graphType = 1;
+  c.listIndex = 1;
+  c.formula1 = "cos(u)";
+  c.formula2 = "sin(u)";
+  c.formula3 = "u/4";
+  ASSERT_EQ(ConfirmSurfaceForm(c, "", &id), SurfaceConfirm::Done);
+  EXPECT_EQ(id.substr(0, 2), "C3");
+  EXPECT_EQ(Doc.Surfaces.FindById(id)->CurveVert.size(), 21u);
+
+  Doc.Surfaces.Remove(1);
+  EXPECT_EQ(ConfirmSurfaceForm(e, s == nullptr ? "" : "SF9999"), SurfaceConfirm::Gone);
+  EXPECT_EQ(TakeMessage(), "Error: The selected object is not exist.");
+}
+
+TEST_F(SurfaceFormTest, TextureFileAndTheCommand) {
+  host_.openPaths.push_back("/pics/wood.jpg");
+  EXPECT_EQ(PickTextureFile(), "/pics/wood.jpg");
+  EXPECT_EQ(PickTextureFile(), "");  // cancelled
+  EXPECT_STREQ(kTextureFilter, "(*.bmp)|*.bmp|*.jpg|*.jpg|*.gif|*.gif");
+
+  ClearHandlers();
+  RegisterAllCommands();
+  EXPECT_FALSE(HandlerEnabled("mnuDraw2Sur"));
+  std::vector<std::string> opened;
+  SetSurfaceFormOpener([&](const std::string& id) { opened.push_back(id); });
+  EXPECT_TRUE(HandlerEnabled("mnuDraw2Sur"));
+  EditMode = true;
+  EXPECT_TRUE(RunHandler("mnuDraw2Sur"));
+  EXPECT_FALSE(EditMode);
+  EXPECT_EQ(opened, std::vector<std::string>{""});
+  SetSurfaceFormOpener({});
+  ClearHandlers();
+}
+
+}  // namespace
+}  // namespace vt

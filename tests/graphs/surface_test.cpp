@@ -1,0 +1,215 @@
+// CSurface: sampling in the forms and systems, the axis convention and the
+// crossing clip, normals with the seam test, holes, the mesh for dependents,
+// tangent planes, and the record with its readers.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "document/document.h"
+#include "document/globals.h"
+#include "graphs/surface.h"
+#include "persist/docio.h"
+#include "persist/record.h"
+#include "support/fixtures.h"
+
+namespace vt {
+namespace {
+
+class SurfaceTest : public test::DocumentTest {
+ protected:
+  std::unique_ptr<CSurface> Make(int graphType, int funForm, int coordType, const std::string& fx,
+                                 const std::string& fy, const std::string& fz, int steps, const std::string& minU,
+                                 const std::string& maxU, const std::string& minV, const std::string& maxV) {
+    auto s = std::make_unique<CSurface>();
+    s->Init(NewObjectId(graphType == 1 ? "C3" : "SF"), "", graphType, funForm, coordType, fx, fy, fz, steps, steps,
+            minU, maxU, minV, maxV);
+    return s;
+  }
+  static float Len(const Vec3& v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }
+};
+
+TEST_F(SurfaceTest, ExplicitCartesianKeepsRenderingAxes) {
+  auto s = Make(2, 2, 3, "", "", "x+10*y", 2, "0", "2", "0", "1");
+  ASSERT_TRUE(s->GetPoints());
+  ASSERT_EQ(s->Vert3D.size(), 9u);
+  // (i, j) = (2, 1): user x = 2, y = 0.5, z = 7 -> rendering (0.5, 7, 2).
+  const Position& p = s->Vert3D[GridIndex(2, 1, 2)];
+  EXPECT_FLOAT_EQ(p.x, 0.5f);
+  EXPECT_FLOAT_EQ(p.y, 7.0f);
+  EXPECT_FLOAT_EQ(p.z, 2.0f);
+  EXPECT_FLOAT_EQ(s->MinY, 0);
+  EXPECT_FLOAT_EQ(s->MaxY, 12);
+}
+
+TEST_F(SurfaceTest, CylindricalAndSphericalPoints) {
+  auto c = Make(2, 3, 4, "u", "2", "v", 4, "0", "6.2832", "0", "1");
+  ASSERT_TRUE(c->GetPoints());
+  for (const Position& p : c->Vert3D) EXPECT_NEAR(std::hypot(p.x, p.z), 2.0, 1e-4);
+  auto s = Make(2, 3, 5, "u", "v", "3", 6, "0", "6.2832", "0", "3.1416");
+  ASSERT_TRUE(s->GetPoints());
+  for (const Position& p : s->Vert3D) EXPECT_NEAR(std::sqrt(p.x * p.x + p.y * p.y + p.z * p.z), 3.0, 1e-4);
+  // b = 0 is the user's +z, which is rendering +y.
+  EXPECT_NEAR(s->Vert3D[GridIndex(3, 0, 6)].y, 3.0, 1e-4);
+}
+
+TEST_F(SurfaceTest, ParametricSphereHasClosedSeam) {
+  auto s = Make(2, 3, 5, "u", "v", "2", 24, "0", "6.2832", "0.1", "3.04");
+  ASSERT_TRUE(s->GetPoints());
+  s->ComputeNormals();
+  const auto& n = s->VertexNormalsOf();
+  for (int j = 0; j <= 24; ++j) {
+    const Vec3& a = n[GridIndex(0, j, 24)];
+    const Vec3& b = n[GridIndex(24, j, 24)];
+    EXPECT_FLOAT_EQ(a.x, b.x) << j;
+    EXPECT_FLOAT_EQ(a.y, b.y) << j;
+    EXPECT_FLOAT_EQ(a.z, b.z) << j;
+    EXPECT_NEAR(Len(a), 1.0, 1e-4);
+  }
+  // The normals are radial (all one way), the seam included.
+  int out = 0, in = 0;
+  for (int i = 0; i <= 24; ++i)
+    for (int j = 0; j <= 24; ++j) {
+      const Position& p = s->Vert3D[GridIndex(i, j, 24)];
+      const Vec3& v = n[GridIndex(i, j, 24)];
+      const float d = (p.x * v.x + p.y * v.y + p.z * v.z) / 2.0f;
+      if (d > 0.95f) ++out;
+      if (d < -0.95f) ++in;
+    }
+  EXPECT_TRUE(out == 25 * 25 || in == 25 * 25) << out << " " << in;
+}
+
+TEST_F(SurfaceTest, OpenSurfaceKeepsItsEdgesApart) {
+  // Half a cylinder: the first and last rows are far apart, so no seam.
+  auto s = Make(2, 3, 4, "u", "2", "v", 12, "0", "3.1416", "0", "2");
+  ASSERT_TRUE(s->GetPoints());
+  s->ComputeNormals();
+  const auto& n = s->VertexNormalsOf();
+  const Vec3& a = n[GridIndex(0, 5, 12)];
+  const Vec3& b = n[GridIndex(12, 5, 12)];
+  EXPECT_GT(std::fabs(a.x - b.x) + std::fabs(a.y - b.y) + std::fabs(a.z - b.z), 1.0f);
+}
+
+TEST_F(SurfaceTest, QuadsNextToAHoleAreSkipped) {
+  // A dome over the disk of radius 2: outside it the root has no value.
+  auto s = Make(2, 2, 3, "", "", "sqr(4-x^2-y^2)", 10, "-2.5", "2.5", "-2.5", "2.5");
+  ASSERT_TRUE(s->GetPoints());
+  auto inside = [](int i, int j) {
+    const float x = -2.5f + 0.5f * static_cast<float>(i), y = -2.5f + 0.5f * static_cast<float>(j);
+    return 4 - x * x - y * y >= 0;
+  };
+  int expected = 0;
+  for (int i = 0; i < 10; ++i)
+    for (int j = 0; j < 10; ++j)
+      if (inside(i, j) && inside(i + 1, j) && inside(i, j + 1) && inside(i + 1, j + 1)) ++expected;
+  const auto quads = s->GetRegions();
+  EXPECT_EQ(static_cast<int>(quads.size()), expected);
+  EXPECT_LT(expected, s->GetRGNum());
+  EXPECT_GT(expected, 0);
+  for (const auto& q : quads)
+    for (const Position& p : q) EXPECT_FALSE(IsHolePosition(p));
+  // Quads with a hole get no face normal.
+  s->ComputeNormals();
+  EXPECT_EQ(Len(s->FaceNormalsOf()[0]), 0.0f);
+}
+
+TEST_F(SurfaceTest, CrossingClipMarksTheNextAxis) {
+  BoxMaxZ = 5;  // the user's z limit
+  auto s = Make(2, 2, 3, "", "", "x", 4, "0", "8", "0", "1");
+  ASSERT_TRUE(s->GetPoints());
+  const Position& high = s->Vert3D[GridIndex(4, 0, 4)];  // z = 8
+  EXPECT_EQ(high.z, BreakValue);  // rendering y out of range marks z
+  EXPECT_FLOAT_EQ(high.y, 8.0f);
+  EXPECT_FALSE(IsHolePosition(s->Vert3D[GridIndex(2, 0, 4)]));
+  BoxMaxZ = 500;
+}
+
+TEST_F(SurfaceTest, SpaceCurveOfOneVariable) {
+  auto s = Make(1, 2, 3, "", "", "y^2", 4, "0", "2", "", "");
+  ASSERT_TRUE(s->GetPoints());
+  ASSERT_EQ(s->CurveVert.size(), 5u);
+  // y = t, x = 0: rendering (t, t^2, 0).
+  EXPECT_FLOAT_EQ(s->CurveVert[4].x, 2);
+  EXPECT_FLOAT_EQ(s->CurveVert[4].y, 4);
+  EXPECT_FLOAT_EQ(s->CurveVert[4].z, 0);
+  auto x = Make(1, 2, 3, "", "", "3*x", 2, "0", "1", "", "");
+  ASSERT_TRUE(x->GetPoints());
+  EXPECT_FLOAT_EQ(x->CurveVert[2].z, 1);
+  EXPECT_FLOAT_EQ(x->CurveVert[2].y, 3);
+}
+
+TEST_F(SurfaceTest, CurveNamingNeitherVariableHasNoPoints) {
+  auto s = Make(1, 2, 3, "", "", "3+a", 10, "0", "2", "", "");
+  s->GetPoints();
+  EXPECT_TRUE(s->Points().empty());
+  for (const Position& p : s->CurveVert) EXPECT_TRUE(IsHolePosition(p));
+  // Cylindrical: r = t, a = 0, z = r.
+  auto c = Make(1, 2, 4, "", "", "r", 2, "0", "2", "", "");
+  ASSERT_TRUE(c->GetPoints());
+  EXPECT_EQ(c->Points().size(), 3u);
+  EXPECT_FLOAT_EQ(c->CurveVert[2].z, 2);  // user x = r cos 0
+}
+
+TEST_F(SurfaceTest, BadFormulaEndsSampling) {
+  auto s = Make(2, 2, 3, "", "", "x+*", 4, "0", "1", "0", "1");
+  EXPECT_FALSE(s->GetPoints());
+  auto r = Make(2, 2, 3, "", "", "x", 4, "0", "(", "0", "1");
+  EXPECT_FALSE(r->GetPoints());
+  EXPECT_FALSE(host_.messages.empty());
+}
+
+TEST_F(SurfaceTest, TangentPlaneAndNormalFromDerivatives) {
+  auto s = Make(2, 2, 3, "", "", "x^2+y^2", 10, "-2", "2", "-2", "2");
+  ASSERT_TRUE(s->GetPoints());
+  Position c[4];
+  ASSERT_TRUE(s->TangentPlaneAt(1, 1, c));
+  // At (1, 1): z = 2, slopes 2 and 2; corner (0, 0) offsets -1, -1 -> z = -2.
+  EXPECT_NEAR(c[0].y, -2.0, 1e-4);
+  EXPECT_NEAR(c[2].y, 6.0, 1e-4);
+  Position e[2];
+  ASSERT_TRUE(s->NormalAt(1, 1, e));
+  EXPECT_NEAR(e[0].y, 2.0, 1e-4);
+  // The normal (-2, -2, 1) scaled to length 2: the user's x falls.
+  EXPECT_LT(e[1].z, e[0].z);
+  EXPECT_NEAR(std::hypot(std::hypot(e[1].x - e[0].x, e[1].y - e[0].y), e[1].z - e[0].z), 2.0, 1e-3);
+  auto p = Make(2, 3, 3, "u", "v", "u", 4, "0", "1", "0", "1");
+  EXPECT_FALSE(p->TangentPlaneAt(0, 0, c));
+}
+
+TEST_F(SurfaceTest, RecordRoundTripAndBothTags) {
+  auto s = Make(2, 3, 5, "u", "v", "2", 8, "0", "6.2832", "0", "3.1416");
+  s->FillStyle = 2;
+  s->Ramp.ColorName = "Custom";
+  s->Ramp.ColorNum = 2;
+  s->Ramp.ColorPos[1] = 100;
+  s->Ramp.ColorR[1] = 10;
+  s->ShowTex = true;
+  s->TexName = "C:/pics/a b.bmp";
+  s->TangentX = {1.5f};
+  s->TangentY = {-2};
+  s->Material = 5;
+  const std::string text = s->Save();
+  RecordReader r(text.substr(0, text.size() - 2));
+  auto back = CSurface::Load(r);
+  EXPECT_EQ(back->Save(), text);
+  EXPECT_EQ(back->TexName, "C:/pics/a b.bmp");
+  EXPECT_EQ(back->Ramp.ColorR[1], 10);  // a custom ramp keeps its stops
+
+  auto c = Make(1, 3, 3, "u", "u^2", "u", 5, "0", "1", "", "");
+  const std::string doc = "GL Ver3.00 3 0 0 0 0;;" + text + c->Save();
+  ASSERT_TRUE(OpenDocumentText(doc));
+  ASSERT_EQ(Doc.Surfaces.count(), 2);
+  EXPECT_EQ(Doc.Surfaces.Item(2)->GraphType, 1);
+  EXPECT_EQ(Doc.Surfaces.Item(2)->Tag(), "C3");
+  EXPECT_EQ(GetUndoVar().find(text) != std::string::npos, true);
+}
+
+TEST_F(SurfaceTest, DamagedRecordStopsQuietly) {
+  auto s = Make(2, 2, 3, "", "", "x", 4, "0", "1", "0", "1");
+  std::string text = s->Save();
+  text = text.substr(0, text.size() / 2);
+  RecordReader r(text);
+  EXPECT_THROW(CSurface::Load(r), RecordError);
+}
+
+}  // namespace
+}  // namespace vt

@@ -1,0 +1,219 @@
+// The recovery copy: where it lives, when it is taken, the background
+// writer, and the offer at the next start.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "document/document.h"
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/recovery.h"
+#include "document/undo.h"
+#include "persist/docio.h"
+#include "support/fixtures.h"
+
+namespace vt {
+namespace {
+
+namespace fs = std::filesystem;
+using test::DocumentTest;
+using test::TempDir;
+using Clock = RecoveryKeeper::Clock;
+using std::chrono::seconds;
+
+// Sets an environment variable for the scope and puts the old value back.
+class EnvVar {
+ public:
+  EnvVar(const char* name, const char* value) : name_(name) {
+    if (const char* old = std::getenv(name)) old_ = old, had_ = true;
+    if (value) setenv(name, value, 1);
+    else unsetenv(name);
+  }
+  ~EnvVar() {
+    if (had_) setenv(name_, old_.c_str(), 1);
+    else unsetenv(name_);
+  }
+
+ private:
+  const char* name_;
+  std::string old_;
+  bool had_ = false;
+};
+
+TEST(RecoveryFolder, StateHomeThenHome) {
+  {
+    EnvVar state("XDG_STATE_HOME", "/var/tmp/st");
+    EnvVar home("HOME", "/home/u");
+    EXPECT_EQ(RecoveryFolder(), "/var/tmp/st/vantrel");
+    EXPECT_EQ(RecoveryFilePath(), "/var/tmp/st/vantrel/recovery.vtd");
+  }
+  {
+    EnvVar state("XDG_STATE_HOME", nullptr);
+    EnvVar home("HOME", "/home/u");
+    EXPECT_EQ(RecoveryFolder(), "/home/u/.local/state/vantrel");
+  }
+  {
+    // A relative state home does not count.
+    EnvVar state("XDG_STATE_HOME", "rel/state");
+    EnvVar home("HOME", "/home/u");
+    EXPECT_EQ(RecoveryFolder(), "/home/u/.local/state/vantrel");
+  }
+  {
+    EnvVar state("XDG_STATE_HOME", nullptr);
+    EnvVar home("HOME", nullptr);
+    EXPECT_EQ(RecoveryFilePath(), "");
+  }
+}
+
+TEST(RecoveryWriter, WritesTheNewestTextAndMakesTheFolder) {
+  TempDir dir;
+  std::string path = dir.path("state/vantrel/recovery.vtd");
+  RecoveryWriter w(path);
+  for (int i = 0; i < 50; ++i) w.Submit("GL Ver3.00 1 1 1 0 0;;PT" + std::to_string(i) + ";;");
+  w.WaitIdle();
+  std::string text;
+  ASSERT_TRUE(ReadRecoveryCopy(path, text));
+  EXPECT_EQ(text, "GL Ver3.00 1 1 1 0 0;;PT49;;");
+  EXPECT_GE(w.Written(), 1);
+  EXPECT_LE(w.Written(), 50);
+  EXPECT_EQ(w.Failed(), 0);
+  w.Remove();
+  EXPECT_FALSE(fs::exists(path));
+  EXPECT_FALSE(ReadRecoveryCopy(path, text));
+}
+
+TEST(RecoveryWriter, FailureIsCountedNotThrown) {
+  TempDir dir;
+  std::ofstream(dir.path("plain")) << "x";
+  RecoveryWriter w(dir.path("plain/vantrel/recovery.vtd"));  // under a file
+  w.Submit("GL;;");
+  w.WaitIdle();
+  EXPECT_EQ(w.Written(), 0);
+  EXPECT_EQ(w.Failed(), 1);
+  EXPECT_FALSE(w.LastError().empty());
+}
+
+class RecoveryTest : public DocumentTest {
+ protected:
+  void SetUp() override {
+    DocumentTest::SetUp();
+    MarkDocumentSaved();
+    CurrentFilePath.clear();
+  }
+  std::string CopyText() {
+    std::string text;
+    ReadRecoveryCopy(path_, text);
+    return text;
+  }
+  TempDir dir_;
+  std::string path_ = dir_.path("vantrel/recovery.vtd");
+};
+
+TEST_F(RecoveryTest, DISABLED_CopiesOnlyChangesAndAtMostEveryInterval) {
+  RecoveryKeeper keeper(path_, seconds(30));
+  const Clock::time_point t0 = Clock::now();
+
+  // An unchanged document gives no copy.
+  EXPECT_FALSE(keeper.Tick(t0));
+  keeper.writer().WaitIdle();
+  EXPECT_FALSE(fs::exists(path_));
+
+  AddPoint(1, 2, 0, "A");
+  PushSnapshot();
+  EXPECT_TRUE(keeper.Tick(t0 + seconds(1)));
+  keeper.writer().WaitIdle();
+  EXPECT_EQ(CopyText(), GetUndoVar());
+
+  // Another change inside the interval waits for it.
+  AddPoint(3, 4, 0, "B");
+  PushSnapshot();
+  EXPECT_FALSE(keeper.Tick(t0 + seconds(20)));
+  EXPECT_TRUE(keeper.Tick(t0 + seconds(31)));
+  keeper.writer().WaitIdle();
+  EXPECT_EQ(CopyText(), GetUndoVar());
+
+  // No change, no copy, however long it waits.
+  EXPECT_FALSE(keeper.Tick(t0 + seconds(100)));
+  EXPECT_EQ(keeper.writer().Written(), 2);
+
+  // An undo is a change as well.
+  mnuFUndo_Click();
+  EXPECT_TRUE(keeper.Tick(t0 + seconds(200)));
+  keeper.writer().WaitIdle();
+  EXPECT_EQ(CopyText(), GetUndoVar());
+  EXPECT_EQ(Doc.Points.count(), 1);
+
+  keeper.CleanExit();
+  EXPECT_FALSE(fs::exists(path_));
+}
+
+TEST_F(RecoveryTest, PastTheUndoDepthTheTextIsWrittenAfresh) {
+  RecoveryKeeper keeper(path_, seconds(0));
+  keeper.Tick();
+  AddPoint(1, 1, 0, "A");
+  UndoCount = kUndoDepth + 5;  // the stack stores nothing past its depth
+  EXPECT_TRUE(keeper.Tick());
+  keeper.writer().WaitIdle();
+  EXPECT_EQ(CopyText(), GetUndoVar());
+}
+
+TEST_F(RecoveryTest, DISABLED_RestoresTheCopyAsAnUnsavedDocument) {
+  // The last run: three points, then a crash (no clean exit).
+  {
+    AddPoint(1, 2, 0, "A");
+    AddPoint(3, 4, 0, "B");
+    AddPoint(5, 6, 0, "C");
+    PushSnapshot();
+    RecoveryKeeper keeper(path_, seconds(30));
+    ASSERT_TRUE(keeper.Tick());
+    keeper.writer().WaitIdle();
+  }
+  const std::string lost = GetUndoVar();
+  ASSERT_TRUE(fs::exists(path_));
+
+  // The next start.
+  ResetGlobals();
+  MarkDocumentSaved();
+  CurrentFilePath = "/somewhere/else.vtd";
+  ASSERT_EQ(Doc.Points.count(), 0);
+  host_.msgAnswers.push_back(MsgResult::Yes);
+  EXPECT_TRUE(OfferRecovery(path_));
+  ASSERT_EQ(host_.messages.size(), 1u);
+  EXPECT_EQ(host_.messages[0].buttons, MsgButtons::YesNo);
+  EXPECT_EQ(GetUndoVar(), lost);
+  ASSERT_EQ(Doc.Points.count(), 3);
+  EXPECT_EQ(Doc.Points.Item(3)->PLabel, "C");
+  EXPECT_EQ(CurrentFilePath, "");
+  EXPECT_TRUE(DocumentModified());
+  EXPECT_FALSE(fs::exists(path_));
+}
+
+TEST_F(RecoveryTest, DeclinedCopyIsDroppedAndTheDocumentStays) {
+  {
+    RecoveryWriter w(path_);
+    w.Submit("GL Ver3.00 1 1 1 0 0;;");
+    w.WaitIdle();
+  }
+  AddPoint(7, 8, 0, "K");
+  const std::string before = GetUndoVar();
+  host_.msgAnswers.push_back(MsgResult::No);
+  EXPECT_FALSE(OfferRecovery(path_));
+  EXPECT_EQ(GetUndoVar(), before);
+  EXPECT_FALSE(fs::exists(path_));
+}
+
+TEST_F(RecoveryTest, NoCopyNoQuestion) {
+  EXPECT_FALSE(OfferRecovery(path_));
+  EXPECT_TRUE(host_.messages.empty());
+  // A damaged copy (not a document frame) is no copy either.
+  fs::create_directories(fs::path(path_).parent_path());
+  std::ofstream(path_, std::ios::binary) << "garbage";
+  EXPECT_FALSE(OfferRecovery(path_));
+  EXPECT_TRUE(host_.messages.empty());
+}
+
+}  // namespace
+}  // namespace vt

@@ -1,0 +1,165 @@
+// A save that cannot be completed says why with the system's own message and
+// leaves the file on disk as it was.
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "document/document.h"
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/undo.h"
+#include "persist/docio.h"
+#include "support/fixtures.h"
+
+namespace vt {
+namespace {
+
+namespace fs = std::filesystem;
+using test::DocumentTest;
+using test::TempDir;
+
+std::string ReadBytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+// Lowers the largest file this process may write, the way a full disk stops
+// a write part way, and puts it back at the end of the scope. Writing past
+// the limit fails with EFBIG instead of a signal.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) {
+    getrlimit(RLIMIT_FSIZE, &old_);
+    oldHandler_ = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit lim = old_;
+    lim.rlim_cur = bytes;
+    ok_ = setrlimit(RLIMIT_FSIZE, &lim) == 0;
+  }
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &old_);
+    std::signal(SIGXFSZ, oldHandler_);
+  }
+  bool ok() const { return ok_; }
+
+ private:
+  rlimit old_{};
+  void (*oldHandler_)(int) = SIG_DFL;
+  bool ok_ = false;
+};
+
+std::string BigText(int points) {
+  std::string text = "GL Ver3.00 1 1 1 0 0;;";
+  for (int i = 1; i <= points; ++i)
+    text += "PT" + std::to_string(1000 + i) + " 1 2 0 1 2 255 0 1 1 @@ 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 0 0 0;;";
+  return text;
+}
+
+TEST(SaveFailure, ShortWriteKeepsTheOldFileAndSaysWhy) {
+  TempDir dir;
+  std::string path = dir.path("doc.vtd");
+  std::string error;
+  ASSERT_TRUE(WriteDocumentFile(path, "GL Ver3.00 1 1 1 0 0;;", error)) << error;
+  const std::string before = ReadBytes(path);
+
+  bool written;
+  {
+    FileSizeLimit limit(200);
+    ASSERT_TRUE(limit.ok());
+    written = WriteDocumentFile(path, BigText(50), error);
+  }
+  EXPECT_FALSE(written);
+  EXPECT_EQ(error, std::strerror(EFBIG));
+  EXPECT_EQ(ReadBytes(path), before);
+  EXPECT_FALSE(fs::exists(path + ".saving"));
+}
+
+TEST(SaveFailure, MissingFolderGivesThePlatformMessage) {
+  TempDir dir;
+  std::string error;
+  EXPECT_FALSE(WriteDocumentFile(dir.path("no/such/doc.vtd"), "GL;;", error));
+  EXPECT_EQ(error, std::strerror(ENOENT));
+}
+
+TEST(SaveFailure, TargetThatIsAFolderStaysAndNoPartLeftBehind) {
+  TempDir dir;
+  std::string path = dir.path("taken.vtd");
+  fs::create_directory(path);
+  std::ofstream(path + "/inside") << "keep";
+  std::string error;
+  EXPECT_FALSE(WriteDocumentFile(path, "GL Ver3.00 1 1 1 0 0;;", error));
+  EXPECT_FALSE(error.empty());
+  EXPECT_TRUE(fs::is_directory(path));
+  EXPECT_EQ(ReadBytes(path + "/inside"), "keep");
+  EXPECT_FALSE(fs::exists(path + ".saving"));
+}
+
+TEST(SaveFailure, ReadOnlyFolderKeepsTheOldFile) {
+  if (geteuid() == 0) GTEST_SKIP() << "permissions do not stop the super-user";
+  TempDir dir;
+  std::string path = dir.path("doc.vtd");
+  std::string error;
+  ASSERT_TRUE(WriteDocumentFile(path, "GL Ver3.00 1 1 1 0 0;;", error));
+  const std::string before = ReadBytes(path);
+  fs::permissions(dir.dir(), fs::perms::owner_read | fs::perms::owner_exec);
+  EXPECT_FALSE(WriteDocumentFile(path, BigText(3), error));
+  fs::permissions(dir.dir(), fs::perms::owner_all);
+  EXPECT_EQ(error, std::strerror(EACCES));
+  EXPECT_EQ(ReadBytes(path), before);
+}
+
+TEST(SaveFailure, ReplacedFileKeepsItsPermissions) {
+  TempDir dir;
+  std::string path = dir.path("doc.vtd");
+  std::string error;
+  ASSERT_TRUE(WriteDocumentFile(path, "GL Ver3.00 1 1 1 0 0;;", error));
+  fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  ASSERT_TRUE(WriteDocumentFile(path, BigText(2), error)) << error;
+  EXPECT_EQ(fs::status(path).permissions(),
+            fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  std::string text;
+  ASSERT_TRUE(ReadDocumentFile(path, text));
+  EXPECT_EQ(text, BigText(2));
+}
+
+// Through the Save command: the box names the file and the reason, and the
+// document stays modified with its old path.
+TEST_F(DocumentTest, FailedSaveShowsTheReasonAndKeepsTheDocumentModified) {
+  TempDir dir;
+  std::string path = dir.path("doc.vtd");
+  ASSERT_TRUE(SaveDocumentAs(path));
+  const std::string before = ReadBytes(path);
+  for (int i = 0; i < 40; ++i) AddPoint(static_cast<float>(i), 1.0f);
+  PushSnapshot();
+  ASSERT_TRUE(DocumentModified());
+
+  bool saved;
+  {
+    FileSizeLimit limit(static_cast<rlim_t>(before.size()) + 16);
+    ASSERT_TRUE(limit.ok());
+    saved = mnuFileSave_Click();
+  }
+  EXPECT_FALSE(saved);
+  EXPECT_EQ(host_.LastMessage(), "Unable to save " + path + ": " + std::strerror(EFBIG));
+  ASSERT_FALSE(host_.messages.empty());
+  EXPECT_EQ(host_.messages.back().title, "Error");
+  EXPECT_EQ(ReadBytes(path), before);
+  EXPECT_EQ(CurrentFilePath, path);
+  EXPECT_TRUE(DocumentModified());
+
+  // With room again the same command succeeds and the file reads back.
+  EXPECT_TRUE(mnuFileSave_Click());
+  EXPECT_FALSE(DocumentModified());
+  std::string text;
+  ASSERT_TRUE(ReadDocumentFile(path, text));
+  EXPECT_EQ(text, GetUndoVar());
+}
+
+}  // namespace
+}  // namespace vt

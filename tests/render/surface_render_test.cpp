@@ -1,0 +1,161 @@
+// Surfaces drawn offscreen: shading of a lit surface, a texture on a quad
+// (directly and through a surface in the scene's list), holes, the space
+// curve, and a curve with no variable drawing nothing.
+#include <stb_image_write.h>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include "document/document.h"
+#include "graphs/surface.h"
+#include "render/frame.h"
+#include "render/texture.h"
+#include "render/view_state.h"
+#include "render_fixture.h"
+
+#include <GL/gl.h>
+
+namespace vt {
+namespace {
+
+using test::RenderTest;
+using test::Rgb;
+
+class SurfaceDrawTest : public RenderTest {
+ protected:
+  CSurface* Add(int graphType, int funForm, int coordType, const std::string& fx, const std::string& fy,
+                const std::string& fz, int steps, const std::string& minU, const std::string& maxU,
+                const std::string& minV, const std::string& maxV) {
+    auto s = std::make_unique<CSurface>();
+    s->Init(NewObjectId(graphType == 1 ? "C3" : "SF"), "", graphType, funForm, coordType, fx, fy, fz, steps, steps,
+            minU, maxU, minV, maxV);
+    CSurface* p = Doc.Surfaces.Add(std::move(s));
+    EXPECT_TRUE(p->GetPoints());
+    return p;
+  }
+  // A picture file of four quadrants: red lower left, green lower right,
+  // blue upper left, yellow upper right (as seen with rows top-down).
+  std::string QuadrantPicture(const test::TempDir& dir, int side) {
+    std::vector<unsigned char> px(static_cast<size_t>(side * side * 3));
+    for (int y = 0; y < side; ++y)
+      for (int x = 0; x < side; ++x) {
+        const bool top = y < side / 2, right = x >= side / 2;
+        unsigned char* p = &px[static_cast<size_t>((y * side + x) * 3)];
+        p[0] = (!top && !right) || (top && right) ? 255 : 0;
+        p[1] = (!top && right) || (top && right) ? 255 : 0;
+        p[2] = top && !right ? 255 : 0;
+      }
+    const std::string path = dir.path("quad.bmp");
+    stbi_write_bmp(path.c_str(), side, side, 3, px.data());
+    return path;
+  }
+  static int Brightness(const Rgb& c) { return c[0] + c[1] + c[2]; }
+};
+
+TEST_F(SurfaceDrawTest, LitSphereIsShadedAcross) {
+  CSurface* s = Add(2, 3, 5, "u", "v", "4", 32, "0", "6.2832", "0.01", "3.13");
+  s->FillStyle = 4;
+  s->FirstColor = RGB(255, 255, 255);
+  Frame();
+  // The light stands up, right and in front: the upper right of the ball is
+  // brighter than its lower left, and the brightness changes step by step.
+  const Rgb bright = At(1.6f, 1.6f, 3), dark = At(-2.6f, -2.6f, 1);
+  EXPECT_FALSE(IsWhite(dark));
+  EXPECT_GT(Brightness(bright), Brightness(dark) + 60);
+  std::set<int> levels;
+  for (float x = -3.5f; x <= 3.5f; x += 0.5f) levels.insert(Brightness(At(x, 0, 0)) / 8);
+  EXPECT_GE(levels.size(), 6u);
+  // The seam at u = 0 (user x axis, rendering z towards the viewer) shows no
+  // dark line: across it the brightness changes smoothly.
+  const int a = Brightness(At(-0.15f, 0.5f, 4)), b = Brightness(At(0.15f, 0.5f, 4));
+  EXPECT_LT(std::abs(a - b), 30);
+}
+
+TEST_F(SurfaceDrawTest, FlatShadingDiffersFromSmooth) {
+  CSurface* s = Add(2, 3, 5, "u", "v", "4", 8, "0", "6.2832", "0.01", "3.13");
+  s->FillStyle = 4;
+  s->FirstColor = RGB(255, 255, 255);
+  Frame();
+  const Image smooth = image_;
+  s->Smoothness = 1;
+  Frame();
+  EXPECT_NE(smooth.rgb, image_.rgb);
+}
+
+TEST_F(SurfaceDrawTest, TexturedQuadShowsTheTexture) {
+  test::TempDir dir;
+  const std::string path = QuadrantPicture(dir, 8);
+  // Directly: the texture bound and a quad drawn with it, lighting off.
+  SetCanvas(kW, kH, 12);
+  DrawScene();
+  Display();
+  Cls15 tex;
+  int w = 0, h = 0;
+  ASSERT_TRUE(tex.CreateMapImage(path, w, h));
+  EXPECT_EQ(w, 8);
+  EXPECT_NE(tex.TextureName, 0u);
+  // A surface facing the viewer: user x = 0, y = u (rendering x), z = v
+  // (rendering y), the texture alone.
+  CSurface* s = Add(2, 3, 3, "0", "u", "v", 4, "-4", "4", "-4", "4");
+  s->ShowTex = true;
+  s->TexName = path;
+  s->TexMode = 1;
+  MainLight.LightingOn = false;
+  Frame();
+  MainLight.LightingOn = true;
+  EXPECT_TRUE(Near(At(-2, -2, 0.1f), 255, 0, 0, 70));    // red
+  EXPECT_TRUE(Near(At(2, -2, 0.1f), 0, 255, 0, 70));     // green
+  EXPECT_TRUE(Near(At(-2, 2, 0.1f), 0, 0, 255, 70));     // blue
+  EXPECT_TRUE(Near(At(2, 2, 0.1f), 255, 255, 0, 70));    // yellow
+  // Drawn again from the list, the texture is still there.
+  Repaint();
+  EXPECT_TRUE(Near(At(2, 2, 0.1f), 255, 255, 0, 70));
+}
+
+TEST_F(SurfaceDrawTest, PictureSidesBecomePowersOfTwo) {
+  DrawScene();
+  std::vector<std::uint8_t> rgb(6 * 3 * 3, 128);
+  int w = 6, h = 3;
+  ASSERT_TRUE(Cls15::ScaleImg(rgb, w, h));
+  EXPECT_EQ(w, 8);
+  EXPECT_EQ(h, 4);
+  EXPECT_EQ(rgb.size(), 8u * 4u * 3u);
+  EXPECT_EQ(Cls15::PowerOfTwoSide(5000, 256), 256);
+  Cls15 t;
+  EXPECT_FALSE(t.LoadGLTextures("picture.png"));
+  EXPECT_FALSE(t.LoadGLTextures(""));
+  EXPECT_FALSE(t.LoadGLTextures("/no/such/file.BMP"));
+}
+
+TEST_F(SurfaceDrawTest, HoleLeavesTheBackgroundAndCurvesDraw) {
+  // A parametric sheet facing the viewer with a hole where the root fails.
+  CSurface* s = Add(2, 3, 3, "sqr(u*u+v*v-4)*0", "u", "v", 16, "-4", "4", "-4", "4");
+  s->FillStyle = 4;
+  s->FirstColor = RGB(0, 0, 255);
+  MainLight.LightingOn = false;
+  Frame();
+  EXPECT_TRUE(IsWhite(At(0, 0, 0)));
+  EXPECT_FALSE(IsWhite(At(3.5f, 3.5f, 0)));
+  Doc.Surfaces.Remove(1);
+  // A curve that names neither x nor y draws nothing; one that names y does.
+  Add(1, 2, 3, "", "", "1", 50, "-4", "4", "", "");
+  Frame();
+  int dark = 0;
+  for (size_t i = 0; i + 2 < image_.rgb.size(); i += 3)
+    if (image_.rgb[i] < 200 && image_.rgb[i + 2] > 200 && image_.rgb[i + 1] < 200) ++dark;
+  CSurface* c = Add(1, 2, 3, "", "", "1", 50, "-4", "4", "", "");
+  c->ExpressZ = "y/2";
+  c->FirstColor = RGB(0, 0, 255);
+  c->GetPoints();
+  Frame();
+  int blue = 0;
+  for (size_t i = 0; i + 2 < image_.rgb.size(); i += 3)
+    if (image_.rgb[i] < 200 && image_.rgb[i + 2] > 200 && image_.rgb[i + 1] < 200) ++blue;
+  MainLight.LightingOn = true;
+  EXPECT_EQ(dark, 0);
+  EXPECT_GT(blue, 50);
+}
+
+}  // namespace
+}  // namespace vt

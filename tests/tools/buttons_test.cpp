@@ -1,0 +1,289 @@
+// Control buttons: the press and release of the face through the select
+// tool, the five kinds of Click, the record, and the commands that make them.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "document/command_table.h"
+#include "document/document.h"
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/undo.h"
+#include "persist/docio.h"
+#include "tool_fixture.h"
+#include "tools/buttons.h"
+#include "tools/link_safety.h"
+#include "tools/select.h"
+
+namespace vt::test {
+namespace {
+
+class ButtonsTest : public ToolTest {
+ protected:
+  void SetUp() override {
+    ToolTest::SetUp();
+    ClearHandlers();
+    RegisterAllCommands();
+    ResetLinkTrust();
+    ResetUndo();
+    PushSnapshot();
+  }
+  void TearDown() override {
+    SetButtonFormOpener({});
+    ClearHandlers();
+    ToolTest::TearDown();
+  }
+
+  // The event at a place given in per cent of the canvas, y from the bottom.
+  static Mouse Pct(float px, float py) { return At(px / 5 - 10, (py - 50) / 5); }
+
+  // A press at one place and the release at another, as the canvas hands
+  // them on (the release goes to the tool only while the press is on).
+  static void PressRelease(Mouse down, Mouse up) {
+    {
+      CSelect s;
+      Press(s, down);
+    }
+    {
+      CSelect s;
+      Move(s, up);
+    }
+    if (RubberBandOn) {
+      CSelect s;
+      Release(s, up);
+    }
+  }
+
+  CButton* Make(int type, std::vector<std::string> ids, const std::string& para = "", int pathType = 1) {
+    ButtonForm f = NewButtonForm(type);
+    f.ObjIDs = std::move(ids);
+    f.Para1 = para;
+    f.PathType = pathType;
+    CButton* b = ConfirmButtonForm(f, "");
+    b->PosX = 10;
+    b->PosY = 50;
+    return b;
+  }
+  // The middle of the face of a button placed by Make.
+  static Mouse Face() { return Pct(14, 52.5f); }
+  static void PressFace() { PressRelease(Face(), Face()); }
+};
+
+TEST_F(ButtonsTest, NewButtonsTakeTheirKindsCaptionAndStackDownTheCanvas) {
+  EXPECT_STREQ(DefaultButtonLabel(1), "SHOW/HIDE");
+  EXPECT_STREQ(DefaultButtonLabel(2), "LINK");
+  EXPECT_STREQ(DefaultButtonLabel(3), "TUTORIAL 1");
+  EXPECT_STREQ(DefaultButtonLabel(4), "SHOW");
+  EXPECT_STREQ(DefaultButtonLabel(5), "COMMAND");
+  EXPECT_EQ(NewButtonForm(3).Para1, "\\Tutorials\\T0.vtd");
+  const float y = NextNotePosY;
+  CButton* a = ConfirmButtonForm(NewButtonForm(2), "");
+  CButton* b = ConfirmButtonForm(NewButtonForm(5), "");
+  EXPECT_EQ(a->ID.substr(0, 2), "BT");
+  EXPECT_FLOAT_EQ(a->PosY, y);
+  EXPECT_FLOAT_EQ(b->PosY, y - 7);
+  EXPECT_EQ(b->Label, "COMMAND");
+}
+
+TEST_F(ButtonsTest, TheShowHideCommandNeedsASelection) {
+  RunHandler("mnuSHButton");
+  EXPECT_EQ(Doc.Buttons.count(), 0);
+  EXPECT_EQ(host_.LastMessage(), "Please select at lease 1 object first.");
+  Position* p = Free(1, 1);
+  SelectObject(*p);
+  const int undo = UndoCount;
+  RunHandler("mnuSHButton");
+  ASSERT_EQ(Doc.Buttons.count(), 1);
+  CButton* b = Doc.Buttons.Item(1);
+  EXPECT_EQ(b->BTType, 1);
+  EXPECT_EQ(b->ObjNum, 1);
+  EXPECT_EQ(b->ObjIDs.at(0), p->ID);
+  EXPECT_EQ(UndoCount, undo + 1);
+}
+
+TEST_F(ButtonsTest, AShowHideButtonPressedTwiceRestoresTheState) {
+  Position* p = Free(1, 1);
+  Position* q = Free(2, 2);
+  Make(1, {p->ID, q->ID});
+  const int undo = UndoCount;
+  PressFace();
+  EXPECT_TRUE(p->Hide);
+  EXPECT_TRUE(q->Hide);
+  EXPECT_EQ(UndoCount, undo + 1);
+  PressFace();
+  EXPECT_FALSE(p->Hide);
+  EXPECT_FALSE(q->Hide);
+
+  // Objects hidden before the first press are back hidden after the second.
+  p->Hide = q->Hide = true;
+  PressFace();
+  EXPECT_FALSE(p->Hide);
+  EXPECT_FALSE(q->Hide);
+  PressFace();
+  EXPECT_TRUE(p->Hide);
+  EXPECT_TRUE(q->Hide);
+  EXPECT_EQ(UndoCount, undo + 4);
+}
+
+TEST_F(ButtonsTest, AScrollButtonOverThreeObjectsShowsOneTwoThreeThenNone) {
+  Position* a = Free(1, 1);
+  Position* b = Free(2, 2);
+  Position* c = Free(3, 3);
+  Make(4, {a->ID, b->ID, c->ID});
+  auto shown = [&] { return std::vector<bool>{!a->Hide, !b->Hide, !c->Hide}; };
+  PressFace();
+  EXPECT_EQ(shown(), (std::vector<bool>{true, false, false}));
+  PressFace();
+  EXPECT_EQ(shown(), (std::vector<bool>{true, true, false}));
+  PressFace();
+  EXPECT_EQ(shown(), (std::vector<bool>{true, true, true}));
+  PressFace();
+  EXPECT_EQ(shown(), (std::vector<bool>{false, false, false}));
+  PressFace();
+  EXPECT_EQ(shown(), (std::vector<bool>{true, false, false}));
+}
+
+TEST_F(ButtonsTest, APressDraggedOffTheFaceRunsNothingAndTheFaceNeitherSelectsNorMoves) {
+  Position* p = Free(1, 1);
+  CButton* b = Make(1, {p->ID});
+  const int undo = UndoCount;
+  {
+    CSelect s;
+    Press(s, Face());
+  }
+  EXPECT_TRUE(b->Status);  // drawn pressed
+  EXPECT_FALSE(IsSelected(b->ID));
+  PressRelease(Face(), Pct(40, 80));
+  EXPECT_FALSE(p->Hide);
+  EXPECT_FALSE(b->Status);
+  EXPECT_FLOAT_EQ(b->PosX, 10);
+  EXPECT_EQ(UndoCount, undo);
+
+  // The grip selects and moves the button, and clicks nothing.
+  PressRelease(Pct(10.4f, 52), Pct(20.4f, 42));
+  EXPECT_TRUE(IsSelected(b->ID));
+  EXPECT_FLOAT_EQ(b->PosX, 20);
+  EXPECT_FLOAT_EQ(b->PosY, 40);
+  EXPECT_FALSE(p->Hide);
+}
+
+TEST_F(ButtonsTest, TheFaceGrowsWithTheCaptionAndAHiddenButtonIsNotPressed) {
+  Position* p = Free(1, 1);
+  CButton* b = Make(1, {p->ID});
+  b->Label = "AB";  // 3 + Int(1.2)
+  EXPECT_FLOAT_EQ(b->FaceRight(), 14);
+  EXPECT_TRUE(b->PickMove(13.9f, 54.9f));
+  EXPECT_FALSE(b->PickMove(14.1f, 52));
+  EXPECT_FALSE(b->PickMove(10.5f, 52));  // the grip
+  EXPECT_TRUE(b->PickGrip(10.5f, 52));
+  b->Hide = true;
+  PressRelease(Pct(12, 52), Pct(12, 52));
+  EXPECT_FALSE(p->Hide);
+}
+
+TEST_F(ButtonsTest, ACommandButtonRunsItsCommandsInOrderAndUndoRestores) {
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  Segment(a, b);
+  Make(5, {"Edit-Select All", "Edit-Delete"});
+  const int before = DocumentObjectCount();
+  ASSERT_EQ(before, 4);
+  PressFace();
+  EXPECT_EQ(DocumentObjectCount(), 0);
+  RunHandler("mnuFUndo");
+  EXPECT_EQ(DocumentObjectCount(), before);
+  EXPECT_EQ(Doc.Buttons.count(), 1);
+  // An unknown name is passed over.
+  Doc.Buttons.Item(1)->ObjIDs = {"No-Such Command", "Edit-Select All"};
+  Doc.Buttons.Item(1)->Click();
+  EXPECT_EQ(DocumentObjectCount(), before);
+  EXPECT_EQ(Sel.Points.count(), 2);
+}
+
+TEST_F(ButtonsTest, RecordsKeepEveryFieldAndCommandNamesWithBlanks) {
+  Position* p = Free(1, 1);
+  CButton* cmd = Make(5, {"Edit-Select All", "View-Show/Hide Axis"});
+  cmd->Label = "DO IT";
+  CButton* sh = Make(1, {p->ID});
+  sh->PosX = 33.5f;
+  sh->Hide = true;
+  CButton* link = Make(3, {}, "\\Tutorials\\T1.vtd", 2);
+  const std::string text = GetUndoVar();
+  OpenUnRe(text);
+  ASSERT_EQ(Doc.Buttons.count(), 3);
+  CButton* c = Doc.Buttons.FindById(cmd->ID);
+  ASSERT_NE(c, nullptr);
+  EXPECT_EQ(c->Label, "DO IT");
+  EXPECT_EQ(c->ObjIDs, (std::vector<std::string>{"Edit-Select All", "View-Show/Hide Axis"}));
+  CButton* s = Doc.Buttons.FindById(sh->ID);
+  ASSERT_NE(s, nullptr);
+  EXPECT_FLOAT_EQ(s->PosX, 33.5f);
+  EXPECT_TRUE(s->Hide);
+  EXPECT_EQ(s->ObjIDs.at(0), p->ID);
+  CButton* l = Doc.Buttons.FindById(link->ID);
+  ASSERT_NE(l, nullptr);
+  EXPECT_EQ(l->Para1, "\\Tutorials\\T1.vtd");
+  EXPECT_EQ(l->PathType, 2);
+  EXPECT_EQ(GetUndoVar(), text);
+
+  // The record's layout.
+  EXPECT_EQ(cmd->Save().substr(0, 13), cmd->ID + " 5 @DO ");
+  // A count beyond the fields stops the read quietly, keeping what was read.
+  OpenDocumentText("GL Ver3.00 1 0 0 0 0;;BT0007 1 @X@ 1 1 3 1 @@ PT0001;;");
+  EXPECT_EQ(Doc.Buttons.count(), 0);
+}
+
+TEST_F(ButtonsTest, ALinkToAShellScriptIsRefusedAndNothingRuns) {
+  TempDir dir;
+  const std::string script = dir.path("run.sh");
+  {
+    std::ofstream out(script);
+    out << "#!/bin/sh\ntouch " << dir.path("ran") << "\n";
+  }
+  std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+  CButton* b = Make(2, {}, script, 1);
+  host_.msgAnswers.push_back(MsgResult::Yes);
+  b->Click();
+  EXPECT_EQ(host_.LastMessage(), kLinkRefused);
+  EXPECT_TRUE(host_.openedPaths.empty());
+  EXPECT_FALSE(std::filesystem::exists(dir.path("ran")));
+}
+
+TEST_F(ButtonsTest, ASampleButtonOpensOnlyDocumentsAndSaveThenAsksWhereToWrite) {
+  TempDir dir;
+  Free(1, 1);
+  const std::string doc = dir.path("sample.vtd");
+  std::string error;
+  ASSERT_TRUE(WriteDocumentFile(doc, GetUndoVar(), error));
+  ClearDocument();
+  CurrentFilePath = dir.path("mine.vtd");
+  CButton* b = Make(3, {}, doc, 1);
+  b->Click();  // the button is gone with the old document
+  EXPECT_EQ(Doc.Points.count(), 1);
+  EXPECT_EQ(Doc.Buttons.count(), 0);
+  EXPECT_EQ(CurrentFilePath, "");
+
+  const std::string script = dir.path("x.sh");
+  std::ofstream(script) << "#!/bin/sh\n";
+  CButton* c = Make(3, {}, script, 1);
+  c->Click();
+  EXPECT_EQ(host_.LastMessage(), kSampleRefused);
+  EXPECT_EQ(Doc.Buttons.count(), 1);
+}
+
+TEST_F(ButtonsTest, TheDialogsOfKindsTwoToFiveOpenThroughTheWindow) {
+  std::vector<int> opened;
+  RunHandler("mnuDrawLink");
+  EXPECT_TRUE(opened.empty());
+  SetButtonFormOpener([&](int type, const std::string& id) {
+    EXPECT_TRUE(id.empty());
+    opened.push_back(type);
+  });
+  for (const char* h : {"mnuDrawLink", "mnuDrawSampleBT", "mnuDrawScrollBT", "mnuDrawCommand"}) RunHandler(h);
+  EXPECT_EQ(opened, (std::vector<int>{2, 3, 4, 5}));
+  EXPECT_EQ(Doc.Buttons.count(), 0);
+}
+
+}  // namespace
+}  // namespace vt::test

@@ -1,0 +1,201 @@
+// The construction, measurement and transformation commands on real
+// selections: their refusals, the objects they make, and how those follow a
+// drag.
+#include <cmath>
+
+#include "document/undo.h"
+#include "geometry/geom.h"
+#include "geometry/propagation.h"
+#include "persist/docio.h"
+#include "tool_fixture.h"
+#include "tools/constructions.h"
+#include "tools/notes.h"
+#include "tools/transform.h"
+
+namespace vt::test {
+namespace {
+
+class ConstructionTest : public ToolTest {
+ protected:
+  void Select(std::initializer_list<DocObject*> objs) {
+    for (DocObject* o : objs) SelectObject(*o);
+  }
+  int Total() const { return DocumentObjectCount(); }
+};
+
+TEST_F(ConstructionTest, WrongSelectionGivesTheMessageAndChangesNothing) {
+  Position* a = Free(0, 0, "A");
+  Select({a});
+  const int before = Total();
+  const std::string text = GetUndoVar();
+  struct Case {
+    void (*run)();
+    const char* message;
+  } cases[] = {
+      {mnuMiddleP_Click, kMsgMiddle},       {mnuLinkLine_Click, kMsgTwoPoints},
+      {mnuParaLine_Click, kMsgPointSegment}, {mnuAngleEL_Click, kMsgBisector},
+      {mnuQX_Click, kMsgPointCircle},       {mnuCX1_Click, kMsgOnePointOneSegment},
+      {mnuCX2_Click, kMsgOnePointOnePolygon}, {mnuDraw2RegSSD_Click, kMsgRegionExtension},
+      {mnuInterP_Click, kMsgIntersection},  {mnuDraw2IntLine_Click, kMsgInterLine},
+      {mnuDraw3PC_Click, kMsgNotCollinear}, {mnuDraw2NQC_Click, kMsgNotCollinear},
+      {mnuDrawArc1_Click, kMsgArcCentre},   {mnuDrawArc3P_Click, kMsgThreePoints},
+      {mnuDraw2ArcOnCir_Click, kMsgArcOnCircle}, {mnuAngleLabel_Click, kMsgCornerMark},
+      {mnuRegion_Click, kMsgPolygon},       {mnuDraw2Fan_Click, kMsgSector},
+      {mnuDraw2Ribbon_Click, kMsgRibbon},   {mnuLength_Click, kMsgLength},
+      {mnuAngle_Click, kMsgAngle},          {mnuRadius_Click, kMsgCircle},
+      {mnuArea_Click, kMsgArea},            {mnuYXJ_Click, kMsgArc},
+      {mnuDis_Click, kMsgDistanceOne},
+  };
+  for (const Case& c : cases) {
+    host_.messages.clear();
+    c.run();
+    EXPECT_EQ(host_.LastMessage(), c.message);
+    EXPECT_EQ(Total(), before);
+    EXPECT_EQ(GetUndoVar(), text);
+    EXPECT_TRUE(IsSelected(a->ID));
+  }
+  EXPECT_EQ(std::string(kMsgIntersection).find("curve,    or"), std::string(kMsgIntersection).find("curve,") );
+}
+
+TEST_F(ConstructionTest, CollinearPointsAreRefusedByTheThreePointCircle) {
+  Select({Free(0, 0), Free(1, 1), Free(3, 3)});
+  mnuDraw3PC_Click();
+  EXPECT_EQ(host_.LastMessage(), kMsgNotCollinear);
+  EXPECT_EQ(Doc.Circles.count(), 0);
+}
+
+TEST_F(ConstructionTest, CircumcircleFollowsADraggedCorner) {
+  Position* a = Free(0, 0);
+  Position* b = Free(4, 0);
+  Position* c = Free(0, 3);
+  Select({a, b, c});
+  mnuDraw3PC_Click();
+  ASSERT_EQ(Doc.Circles.count(), 1);
+  CCircle* circle = Doc.Circles.Item(1);
+  EXPECT_NEAR(circle->Radius(), 2.5f, 1e-4f);
+  Drag(4, 0, 6, 0);
+  for (Position* p : {a, b, c}) EXPECT_NEAR(DistanceBetween(circle->Centre(), *p), circle->Radius(), 1e-3f);
+}
+
+TEST_F(ConstructionTest, SelectionOrderGivesTheBisectorVertexAndTheArcCentre) {
+  Position* a = Free(4, 0);
+  Position* v = Free(0, 0);
+  Position* b = Free(0, 4);
+  Select({a, v, b});
+  mnuAngleEL_Click();
+  ASSERT_EQ(Doc.Lines.count(), 1);
+  EXPECT_EQ(Doc.Lines.Item(1)->pBegin.ID, v->ID);
+  EXPECT_EQ(Doc.Lines.Item(1)->LType, 4);
+  mnuDrawArc1_Click();
+  ASSERT_EQ(Doc.Arcs.count(), 1);
+  EXPECT_EQ(Doc.Arcs.Item(1)->PCenter.ID, v->ID);
+  EXPECT_EQ(Doc.Arcs.Item(1)->AType, 1);
+}
+
+TEST_F(ConstructionTest, LengthNoteFollowsADragAndKeepsItsTextWhenTheSegmentGoes) {
+  Position* a = Free(0, 0, "A");
+  Position* b = Free(3, 0, "B");
+  CLine* l = Segment(a, b);
+  l->LLabel = "AB";
+  Select({l});
+  mnuLength_Click();
+  ASSERT_EQ(Doc.Notes.count(), 1);
+  CNote* n = Doc.Notes.Item(1);
+  EXPECT_EQ(n->Note, "len AB = 3.00");
+  EXPECT_EQ(n->VarName.substr(0, 3), "VAR");
+  DeselectObject(*l);
+  Drag(3, 0, 5, 0);
+  EXPECT_TRUE(n->Measure());
+  EXPECT_EQ(n->Note, "len AB = 5.00");
+  SelectObject(*l);
+  DeleteSelection();
+  ASSERT_EQ(Doc.Notes.count(), 1);
+  EXPECT_FALSE(n->Measure());
+  EXPECT_EQ(n->Note, "len AB = 5.00");
+}
+
+TEST_F(ConstructionTest, QuarterCircleReadsTheShortConstantsValue) {
+  Position* c = Free(0, 0, "O");
+  Position* b = Free(2, 0, "B");
+  Position* e = Free(0, 2, "E");
+  Select({b, c, e});
+  mnuDrawArc1_Click();
+  ASSERT_EQ(Doc.Arcs.count(), 1);
+  DeselectObject(*b);
+  DeselectObject(*c);
+  DeselectObject(*e);
+  Select({Doc.Arcs.Item(1)});
+  mnuYXJ_Click();
+  ASSERT_EQ(Doc.Notes.count(), 1);
+  const float v = Doc.Notes.Item(1)->Value;
+  EXPECT_NE(v, 90.0f);
+  EXPECT_NEAR(v, 90.0f, 0.01f);
+  EXPECT_NEAR(v, Doc.Arcs.Item(1)->RadiusAngle() * 180 / 3.1416, 1e-4);
+}
+
+TEST_F(ConstructionTest, NoteRecordSurvivesSaveAndRead) {
+  Position* a = Free(1, 2, "A");
+  Select({a});
+  mnuMCoord_Click();
+  ASSERT_EQ(Doc.Notes.count(), 1);
+  EXPECT_EQ(Doc.Notes.Item(1)->Note, "Coord A: x= 1.00  y= 2.00  z= 0.00");
+  const std::string text = GetUndoVar();
+  OpenUnRe(text);
+  ASSERT_EQ(Doc.Notes.count(), 1);
+  EXPECT_EQ(Doc.Notes.Item(1)->Note, "Coord A: x= 1.00  y= 2.00  z= 0.00");
+  EXPECT_EQ(GetUndoVar(), text);
+}
+
+TEST_F(ConstructionTest, TranslatedImageFollowsItsSource) {
+  Position* a = Free(0, 0);
+  Position* b = Free(2, 0);
+  CLine* l = Segment(a, b);
+  TransformSpec s;
+  s.op = TransformOp::Move;
+  s.moveType = 2;
+  s.a = 0;
+  s.b = 3;
+  ApplyTransform({l->ID}, s, true);
+  ASSERT_EQ(Doc.Lines.count(), 2);
+  CLine* img = Doc.Lines.Item(2);
+  EXPECT_NEAR(img->pEnd.y, 3, 1e-4f);
+  Drag(2, 0, 4, 1);
+  const Position* end = FindPoint(img->pEnd.ID);
+  ASSERT_NE(end, nullptr);
+  EXPECT_NEAR(end->x, 4, 1e-3f);
+  EXPECT_NEAR(end->y, 4, 1e-3f);
+}
+
+TEST_F(ConstructionTest, MirrorInAPointAndHalfTurnLandTogether) {
+  Position* c = Free(1, 1);
+  Position* p = Free(4, 3);
+  TransformSpec m;
+  m.op = TransformOp::Mirror;
+  m.centre = c->ID;
+  ApplyTransform({p->ID}, m, true);
+  TransformSpec r;
+  r.op = TransformOp::Rotate;
+  r.centre = c->ID;
+  r.a = static_cast<float>(180 / 180.0 * 3.1416);
+  ApplyTransform({p->ID}, r, true);
+  const int n = Doc.Points.count();
+  Position* mirrored = Doc.Points.Item(n - 1);
+  Position* turned = Doc.Points.Item(n);
+  EXPECT_NEAR(mirrored->x, turned->x, 1e-3f);
+  EXPECT_NEAR(mirrored->y, turned->y, 1e-3f);
+  EXPECT_NE(mirrored->TransType, turned->TransType);
+  ExpectAt(mirrored, -2, -1, 1e-3f);
+}
+
+TEST_F(ConstructionTest, ComputedNoteChecksItsName) {
+  EXPECT_FALSE(ComputeNoteOK("a1", "1+1", "two"));
+  EXPECT_EQ(Doc.Notes.count(), 0);
+  ASSERT_TRUE(ComputeNoteOK("A1_b", "1+2", "three"));
+  ASSERT_EQ(Doc.Notes.count(), 1);
+  EXPECT_EQ(Doc.Notes.Item(1)->VarName, "A1_b");
+  EXPECT_NEAR(Doc.Notes.Item(1)->Value, 3, 1e-6);
+  EXPECT_EQ(Doc.Notes.Item(1)->Note, "three = 3.00");
+}
+
+}  // namespace
+}  // namespace vt::test

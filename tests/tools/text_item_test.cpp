@@ -1,0 +1,126 @@
+// Text annotations: what the text tool makes, the fixed hit rectangle, the
+// record and its reader.
+#include <gtest/gtest.h>
+
+#include "document/command_table.h"
+#include "document/document.h"
+#include "document/globals.h"
+#include "persist/docio.h"
+#include "tool_fixture.h"
+#include "tools/canvas_input.h"
+#include "tools/create_tools.h"
+#include "tools/select.h"
+#include "tools/text_item.h"
+
+namespace vt::test {
+namespace {
+
+class TextItemTest : public ToolTest {
+ protected:
+  void TearDown() override {
+    TextToolStyle = TextStyle{};
+    ToolTest::TearDown();
+  }
+  CText* AddText(float x, float y, const std::string& content) {
+    auto t = std::make_unique<CText>();
+    t->ID = NewObjectId("TT");
+    t->PosX = x;
+    t->PosY = y;
+    t->Content = content;
+    std::string key = t->ID;
+    return Doc.Texts.Add(std::move(t), key);
+  }
+  static Mouse Pct(float px, float py) { return At(px / 5 - 10, (py - 50) / 5); }
+};
+
+TEST_F(TextItemTest, AnEmptyTextCanBeCreatedWithTheDialogsStyle) {
+  CCreateText tool;
+  TextToolDialog = [](std::string& t) {
+    t = "   ";
+    return true;
+  };
+  TextToolStyle.FontName = "Courier New";
+  TextToolStyle.FontSize = 20;
+  TextToolStyle.ForeColor = RGB(0, 0, 255);
+  ActiveTool = 6;
+  Click(tool, 0, 0);
+  ASSERT_EQ(Doc.Texts.count(), 1);
+  CText* t = Doc.Texts.Item(1);
+  EXPECT_EQ(t->Content, "");
+  EXPECT_EQ(t->TType, 1);
+  EXPECT_EQ(t->FontName, "Courier New");
+  EXPECT_EQ(t->FontSize, 20);
+  EXPECT_EQ(t->ForeColor, RGB(0, 0, 255));
+  EXPECT_EQ(ActiveTool, 11);
+}
+
+TEST_F(TextItemTest, ALongTextIsHitOverItsFirstFifteenUnitsOnly) {
+  CText* t = AddText(20, 40, std::string(200, 'W'));
+  EXPECT_TRUE(t->PickPct(20, 40));
+  EXPECT_TRUE(t->PickPct(35, 43));  // bounds included
+  EXPECT_FALSE(t->PickPct(35.2f, 41));
+  EXPECT_FALSE(t->PickPct(25, 43.2f));
+  EXPECT_FALSE(t->PickPct(19.9f, 41));
+  // Through the select tool: a press beyond the first 15 units misses it.
+  {
+    CSelect s;
+    Press(s, Pct(45, 41));
+  }
+  EXPECT_FALSE(IsSelected(t->ID));
+  {
+    CSelect s;
+    Press(s, Pct(30, 41));
+  }
+  EXPECT_TRUE(IsSelected(t->ID));
+  // The double click tests the mouse of the last press.
+  LastX = 30 * 4.0f;  // 400 pixels wide
+  LastY = (100 - 41) * 4.0f;
+  EXPECT_TRUE(t->Pick(Position(), Position(), Position()));
+  LastX = 40 * 4.0f;
+  EXPECT_FALSE(t->Pick(Position(), Position(), Position()));
+}
+
+TEST_F(TextItemTest, ADraggedTextMovesInPerCentAndStaysWhenTheViewTurns) {
+  CText* t = AddText(20, 40, "label");
+  {
+    CSelect s;
+    Press(s, Pct(21, 41));
+  }
+  {
+    CSelect s;
+    Move(s, Pct(31, 51));
+  }
+  EXPECT_FLOAT_EQ(t->PosX, 30);
+  EXPECT_FLOAT_EQ(t->PosY, 50);
+}
+
+TEST_F(TextItemTest, TheRecordKeepsTextColourFontAndTheHideFlag) {
+  CText* a = AddText(12.5f, 80, "two words");
+  a->ForeColor = RGB(255, 0, 0);
+  a->FontName = "Times New Roman";
+  a->FontSize = 18;
+  a->TType = 1;
+  CText* b = AddText(1, 2, "");
+  b->Hide = true;
+  EXPECT_EQ(a->Save(), a->ID + " 12.5 80 0 1 @two words@ 255 @Times New Roman@ 18 0;;");
+  const std::string text = GetUndoVar();
+  OpenUnRe(text);
+  ASSERT_EQ(Doc.Texts.count(), 2);
+  CText* ra = Doc.Texts.Item(1);
+  EXPECT_EQ(ra->Content, "two words");
+  EXPECT_EQ(ra->ForeColor, RGB(255, 0, 0));
+  EXPECT_EQ(ra->FontName, "Times New Roman");
+  EXPECT_EQ(ra->FontSize, 18);
+  EXPECT_FLOAT_EQ(ra->PosX, 12.5f);
+  CText* rb = Doc.Texts.Item(2);
+  EXPECT_EQ(rb->Content, "");
+  EXPECT_TRUE(rb->Hide);
+  EXPECT_EQ(GetUndoVar(), text);
+
+  // A record cut short is not read, and the read stops there quietly.
+  OpenDocumentText("GL Ver3.00 1 0 0 0 0;;TT0001 1 2 0 1 @a@ 0 @Arial@;;TT0002 1 2 0 1 @b@ 0 @Arial@ 12 0;;");
+  EXPECT_EQ(Doc.Texts.count(), 0);
+}
+
+}  // namespace
+}  // namespace vt::test
