@@ -15,7 +15,6 @@ extern "C" {
 #include <stb_image_write.h>
 
 #include <algorithm>
-#include <fstream>
 
 #include "animation/player_objects.h"
 #include "document/document.h"
@@ -24,6 +23,7 @@ extern "C" {
 #include "geometry/locus.h"
 #include "persist/docio.h"
 #include "render/frame.h"
+#include "render/headless.h"
 #include "render/offscreen.h"
 #include "render/view_state.h"
 
@@ -308,41 +308,15 @@ bool RenderDocumentToAvi(const HeadlessFilm& request, std::string& error) {
     error = "the speed must be at least 1 frame per second";
     return false;
   }
-  std::string text;
-  if (!std::ifstream(request.documentPath, std::ios::binary) || !ReadDocumentFile(request.documentPath, text) ||
-      text.compare(0, 2, "GL") != 0) {
-    error = "cannot read " + request.documentPath;
-    return false;
-  }
-  OffscreenContext context;
-  std::string why;
-  if (!context.Create(request.width, request.height, why)) {
-    error = "no offscreen OpenGL context: " + why;
-    return false;
-  }
-  RecordingHost local;
-  local.canvasWidth = request.width;
-  local.canvasHeight = request.height;
-  Host* previous = &host();
-  SetHost(&local);
-  bool ok = false;
-  do {
-    StartUp("", true);
-    View.SetScreen(request.width, request.height);
-    CanvasWidth = request.width;
-    CanvasHeight = request.height;
-    if (!OpenDocumentText(text)) {
-      error = request.documentPath + " is damaged: a record cannot be read";
-      break;
-    }
+  auto film = [&request](OffscreenContext& context, std::string& why) {
     CAniControl* player = request.playerId.empty() ? (Doc.AniCtrls.count() ? Doc.AniCtrls.Item(1) : nullptr)
                                                    : Doc.AniCtrls.FindById(request.playerId);
     if (!player) {
-      error = "no player " + request.playerId;
-      break;
+      why = "no player " + request.playerId;
+      return false;
     }
     AviWriter writer;
-    if (!writer.Open(request.aviPath, request.width, request.height, request.fps, request.codec, error)) break;
+    if (!writer.Open(request.aviPath, request.width, request.height, request.fps, request.codec, why)) return false;
     player->Stop();
     player->RunDirect = 1;
     player->Step = 0;
@@ -356,14 +330,12 @@ bool RenderDocumentToAvi(const HeadlessFilm& request, std::string& error) {
       written = writer.Write(context.ReadPixels());
     }
     if (!writer.Close() || !written) {
-      error = "There was an error writing the file.";
-      break;
+      why = "There was an error writing the file.";
+      return false;
     }
-    ok = true;
-  } while (false);
-  SetHost(previous);
-  context.Destroy();
-  return ok;
+    return true;
+  };
+  return RunOnHeadlessDocument(request.documentPath, request.width, request.height, film, error);
 }
 
 }  // namespace vt

@@ -19,6 +19,7 @@
 #include "graphs/surface.h"
 #include "persist/record.h"
 #include "render/text.h"
+#include "render/strokes.h"
 
 namespace vt {
 
@@ -203,20 +204,10 @@ void CAniControl::Draw() {
   if (Hide) return;
   // The panel.
   glColor3f(0.85f, 0.85f, 0.85f);
-  glBegin(GL_QUADS);
-  glVertex3f(PosX, PosY, 0);
-  glVertex3f(PosX + 15, PosY, 0);
-  glVertex3f(PosX + 15, PosY + 3, 0);
-  glVertex3f(PosX, PosY + 3, 0);
-  glEnd();
+  DrawOverlayRect(GL_QUADS, PosX, PosY, PosX + 15, PosY + 3, 0);
   glColor3f(0, 0, 0);
   glLineWidth(Selected ? 2.0f : 1.0f);
-  glBegin(GL_LINE_LOOP);
-  glVertex3f(PosX, PosY, 0);
-  glVertex3f(PosX + 15, PosY, 0);
-  glVertex3f(PosX + 15, PosY + 3, 0);
-  glVertex3f(PosX, PosY + 3, 0);
-  glEnd();
+  DrawOverlayRect(GL_LINE_LOOP, PosX, PosY, PosX + 15, PosY + 3, 0);
   glLineWidth(1.0f);
   // Play: a triangle while stopped, two bars while running.
   glColor3f(0, 0.5f, 0);

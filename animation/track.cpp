@@ -15,6 +15,7 @@
 #include "geometry/propagation.h"
 #include "persist/record.h"
 #include "render/text.h"
+#include "render/strokes.h"
 
 namespace vt {
 
@@ -350,14 +351,7 @@ void CAnimation::Draw() {
   glColor3f(0, 0, 0);
   DrawTextAt(PosX + 0.5f, PosY + 0.8f, 0, Note);
   if (Selected) {
-    glColor3f(1, 0, 0);
-    glLineWidth(1.0f);
-    glBegin(GL_LINE_LOOP);
-    glVertex3f(PosX, PosY, 1);
-    glVertex3f(PosX + 15, PosY, 1);
-    glVertex3f(PosX + 15, PosY + 3, 1);
-    glVertex3f(PosX, PosY + 3, 1);
-    glEnd();
+    DrawSelectionFrame(PosX, PosY, 1);
   }
 }
 

@@ -27,8 +27,9 @@
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "geometry/propagation.h"
+#include "render/canvas_input.h"
 #include "render/frame.h"
-#include "render/offscreen.h"
+#include "bench/bench_context.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
 #include "tools/create_tools.h"
@@ -38,20 +39,9 @@ namespace {
 
 using namespace vt;
 
-constexpr int kWidth = 800;
-constexpr int kHeight = 600;
-
-OffscreenContext& Context() {
-  static OffscreenContext ctx;
-  if (!ctx.valid()) {
-    std::string error;
-    if (!ctx.Create(kWidth, kHeight, error)) {
-      std::fprintf(stderr, "no offscreen context: %s\n", error.c_str());
-      std::exit(1);
-    }
-  }
-  return ctx;
-}
+using vt::bench::Context;
+using vt::bench::kHeight;
+using vt::bench::kWidth;
 
 Position* AddFree(float x, float y) {
   const std::string id = NewObjectId("PT");
@@ -189,17 +179,9 @@ void BM_DragFrame(benchmark::State& state) {
   host().CanvasSize(CanvasWidth, CanvasHeight);
   // The press through the canvas, on the first point's pixel.
   float X = 0, Y = 0;
-  {
-    GLdouble model[16], proj[16], wx, wy, wz;
-    GLint vp[4];
-    glGetDoublev(GL_MODELVIEW_MATRIX, model);
-    glGetDoublev(GL_PROJECTION_MATRIX, proj);
-    glGetIntegerv(GL_VIEWPORT, vp);
-    const Position* first = Doc.Points.Item(1);
-    gluProject(first->x, first->y, 0, model, proj, vp, &wx, &wy, &wz);
-    X = static_cast<float>(wx);
-    Y = static_cast<float>(vp[3] - wy);
-  }
+  const Position* first = Doc.Points.Item(1);
+  SceneToScreen(first->x, first->y, 0, X, Y);
+
   ActiveTool = 11;
   picDraw_MouseDown(kLeftButton, 0, X, Y);
   int i = 0;

@@ -23,27 +23,16 @@
 #include "document/globals.h"
 #include "graphs/funcurve.h"
 #include "render/frame.h"
-#include "render/offscreen.h"
+#include "bench/bench_context.h"
 #include "render/view_state.h"
 
 namespace {
 
 using namespace vt;
 
-constexpr int kWidth = 800;
-constexpr int kHeight = 600;
-
-OffscreenContext& Context() {
-  static OffscreenContext ctx;
-  if (!ctx.valid()) {
-    std::string error;
-    if (!ctx.Create(kWidth, kHeight, error)) {
-      std::fprintf(stderr, "no offscreen context: %s\n", error.c_str());
-      std::exit(1);
-    }
-  }
-  return ctx;
-}
+using vt::bench::Context;
+using vt::bench::kHeight;
+using vt::bench::kWidth;
 
 void AddCurve(int form, const std::string& f, int steps, const char* lo, const char* hi, float minV, float maxV,
               std::uint32_t color) {

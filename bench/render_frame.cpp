@@ -14,25 +14,14 @@
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "render/frame.h"
-#include "render/offscreen.h"
+#include "bench/bench_context.h"
 #include "render/view_state.h"
 
 namespace {
 
-constexpr int kWidth = 800;
-constexpr int kHeight = 600;
-
-vt::OffscreenContext& Context() {
-  static vt::OffscreenContext ctx;
-  if (!ctx.valid()) {
-    std::string error;
-    if (!ctx.Create(kWidth, kHeight, error)) {
-      std::fprintf(stderr, "no offscreen context: %s\n", error.c_str());
-      std::exit(1);
-    }
-  }
-  return ctx;
-}
+using vt::bench::Context;
+using vt::bench::kHeight;
+using vt::bench::kWidth;
 
 // 1,000 points on a 40 x 25 lattice inside the view, each with the next
 // automatic label.

@@ -16,18 +16,6 @@ void AviUsage() {
   std::fprintf(stderr, "usage: vantrel-cli avi DOC.vtd OUT.avi [--player ID] [--fps N] [--size WxH] [--codec NAME]\n");
 }
 
-bool ParseWxH(const std::string& text, int& w, int& h) {
-  const size_t x = text.find_first_of("xX");
-  if (x == std::string::npos || x == 0 || x + 1 >= text.size()) return false;
-  char* end = nullptr;
-  const long lw = std::strtol(text.c_str(), &end, 10);
-  if (end != text.c_str() + x) return false;
-  const long lh = std::strtol(text.c_str() + x + 1, &end, 10);
-  if (*end != '\0' || lw < 2 || lh < 2 || lw > 8192 || lh > 8192) return false;
-  w = static_cast<int>(lw);
-  h = static_cast<int>(lh);
-  return true;
-}
 
 }  // namespace
 
@@ -38,7 +26,7 @@ int RunAvi(const Args& args) {
     const std::string& a = args[i];
     const bool hasValue = i + 1 < args.size();
     if (a == "--size") {
-      if (!hasValue || !ParseWxH(args[i + 1], request.width, request.height)) {
+      if (!hasValue || !ParseSize(args[i + 1], request.width, request.height, 2, 8192)) {
         std::fprintf(stderr, "vantrel-cli: --size wants WxH, as 800x600\n");
         return 2;
       }

@@ -14,18 +14,6 @@ namespace {
 
 void RenderUsage() { std::fprintf(stderr, "usage: vantrel-cli render DOC.vtd OUT.png [--size WxH] [--3d]\n"); }
 
-bool ParseSize(const std::string& text, int& w, int& h) {
-  const size_t x = text.find_first_of("xX");
-  if (x == std::string::npos || x == 0 || x + 1 >= text.size()) return false;
-  char* end = nullptr;
-  const long lw = std::strtol(text.c_str(), &end, 10);
-  if (end != text.c_str() + x) return false;
-  const long lh = std::strtol(text.c_str() + x + 1, &end, 10);
-  if (*end != '\0' || lw <= 0 || lh <= 0 || lw > 16384 || lh > 16384) return false;
-  w = static_cast<int>(lw);
-  h = static_cast<int>(lh);
-  return true;
-}
 
 }  // namespace
 
@@ -35,7 +23,7 @@ int RunRender(const Args& args) {
   for (size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
     if (a == "--size") {
-      if (i + 1 >= args.size() || !ParseSize(args[i + 1], request.width, request.height)) {
+      if (i + 1 >= args.size() || !ParseSize(args[i + 1], request.width, request.height, 1, 16384)) {
         std::fprintf(stderr, "vantrel-cli: --size wants WxH, as 800x600\n");
         return 2;
       }

@@ -9,6 +9,9 @@ namespace vt::cli {
 
 using Args = std::vector<std::string>;
 
+// "800x600" (or "800X600") with both sides from minSide to maxSide.
+bool ParseSize(const std::string& text, int& w, int& h, long minSide, long maxSide);
+
 int RunText(const Args& args);    // text DOC.vtd
 int RunCalc(const Args& args);    // calc FORMULA [NAME=VALUE ...] [--deg] [--report] [--derive VAR]
 int RunRender(const Args& args);  // render DOC.vtd OUT.png [--size WxH] [--3d]

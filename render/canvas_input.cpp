@@ -60,4 +60,19 @@ void ScreenToRay(float X, float Y, Position& farPoint, Position& nearPoint) {
   Unproject(m, X, wy, 0.0, nearPoint);
 }
 
+bool SceneToScreen(float x, float y, float z, float& X, float& Y) {
+  if (!HaveContext()) return false;
+  Matrices m;
+  glMatrixMode(GL_MODELVIEW);
+  glPushMatrix();
+  glMultMatrixf(SceneMatrix);
+  m.Read();
+  glPopMatrix();
+  GLdouble wx = 0, wy = 0, wz = 0;
+  if (gluProject(x, y, z, m.model, m.proj, m.viewport, &wx, &wy, &wz) != GL_TRUE) return false;
+  X = static_cast<float>(wx);
+  Y = static_cast<float>(m.viewport[3] - wy);
+  return true;
+}
+
 }  // namespace vt

@@ -18,4 +18,9 @@ void ScreenToWorld(float X, float Y, Position& viewPoint, Position& scenePoint);
 // window depth 0, with the current matrices.
 void ScreenToRay(float X, float Y, Position& farPoint, Position& nearPoint);
 
+// The other way: the canvas pixel (Y down) of a scene point, through the
+// current modelview multiplied by SceneMatrix (left as it was). False without
+// a context or when the point does not project.
+bool SceneToScreen(float x, float y, float z, float& X, float& Y);
+
 }  // namespace vt

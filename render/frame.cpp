@@ -155,12 +155,7 @@ void DrawRubberBand() {
   glLineWidth(1.0f);
   glLineStipple(1, 21845);
   glEnable(GL_LINE_STIPPLE);
-  glBegin(GL_LINE_LOOP);
-  glVertex3f(x1, y1, 1.0f);
-  glVertex3f(x2, y1, 1.0f);
-  glVertex3f(x2, y2, 1.0f);
-  glVertex3f(x1, y2, 1.0f);
-  glEnd();
+  DrawOverlayRect(GL_LINE_LOOP, x1, y1, x2, y2, 1.0f);
   glDisable(GL_LINE_STIPPLE);
 }
 

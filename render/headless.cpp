@@ -36,12 +36,9 @@ class HostScope {
 
 }  // namespace
 
-bool RenderDocumentToPng(const HeadlessRender& request, std::string& error, std::vector<std::string>* messages) {
-  const std::string& path = request.documentPath;
-  if (request.width <= 0 || request.height <= 0 || request.width > kMaxSide || request.height > kMaxSide) {
-    error = "the size must be between 1x1 and 16384x16384";
-    return false;
-  }
+bool RunOnHeadlessDocument(const std::string& path, int width, int height,
+                           const std::function<bool(OffscreenContext& context, std::string& error)>& work,
+                           std::string& error, std::vector<std::string>* messages) {
   if (!std::ifstream(path, std::ios::binary)) {
     error = "cannot open " + path;
     return false;
@@ -58,35 +55,27 @@ bool RenderDocumentToPng(const HeadlessRender& request, std::string& error, std:
 
   OffscreenContext context;
   std::string why;
-  if (!context.Create(request.width, request.height, why)) {
+  if (!context.Create(width, height, why)) {
     error = "no offscreen OpenGL context: " + why;
     return false;
   }
 
   RecordingHost local;
-  local.canvasWidth = request.width;
-  local.canvasHeight = request.height;
+  local.canvasWidth = width;
+  local.canvasHeight = height;
   local.openPaths.push_back(path);
   bool ok = true;
   {
     HostScope scope(&local);
     StartUp("", true);
-    View.SetScreen(request.width, request.height);
-    CanvasWidth = request.width;
-    CanvasHeight = request.height;
+    View.SetScreen(width, height);
+    CanvasWidth = width;
+    CanvasHeight = height;
     if (!OpenDocumentText(text)) {
       error = path + " is damaged: a record cannot be read";
       ok = false;
     } else {
-      mnuFileOpen_Click();  // as File-Open opens it
-      if (request.space) mnuFileNew3D_Click();
-      DrawScene();
-      Display();
-      const Image image = context.ReadPixels();
-      if (!WritePng(request.pngPath, image)) {
-        error = "cannot write " + request.pngPath;
-        ok = false;
-      }
+      ok = work(context, error);
     }
   }
   if (messages) {
@@ -94,6 +83,25 @@ bool RenderDocumentToPng(const HeadlessRender& request, std::string& error, std:
   }
   context.Destroy();
   return ok;
+}
+
+bool RenderDocumentToPng(const HeadlessRender& request, std::string& error, std::vector<std::string>* messages) {
+  if (request.width <= 0 || request.height <= 0 || request.width > kMaxSide || request.height > kMaxSide) {
+    error = "the size must be between 1x1 and 16384x16384";
+    return false;
+  }
+  auto draw = [&request](OffscreenContext& context, std::string& why) {
+    mnuFileOpen_Click();  // as File-Open opens it
+    if (request.space) mnuFileNew3D_Click();
+    DrawScene();
+    Display();
+    if (!WritePng(request.pngPath, context.ReadPixels())) {
+      why = "cannot write " + request.pngPath;
+      return false;
+    }
+    return true;
+  };
+  return RunOnHeadlessDocument(request.documentPath, request.width, request.height, draw, error, messages);
 }
 
 }  // namespace vt

@@ -273,4 +273,19 @@ void EnsureBallList() {
 
 void ForgetBallList() { g_ballList = 0; }
 
+void DrawOverlayRect(unsigned int mode, float x1, float y1, float x2, float y2, float z) {
+  glBegin(mode);
+  glVertex3f(x1, y1, z);
+  glVertex3f(x2, y1, z);
+  glVertex3f(x2, y2, z);
+  glVertex3f(x1, y2, z);
+  glEnd();
+}
+
+void DrawSelectionFrame(float x, float y, float z) {
+  glColor3f(1, 0, 0);
+  glLineWidth(1.0f);
+  DrawOverlayRect(GL_LINE_LOOP, x, y, x + 15, y + 3, z);
+}
+
 }  // namespace vt

@@ -72,6 +72,14 @@ void DrawRegionFill(const CRegion& region, bool depthTest);
 // stacks, filled.
 void DrawBall(float radius);
 
+// An axis-parallel rectangle of the overlay from (x1, y1) to (x2, y2) at depth
+// z, drawn as `mode` (GL_QUADS for a face, GL_LINE_LOOP for its outline) in the
+// current colour.
+void DrawOverlayRect(unsigned int mode, float x1, float y1, float x2, float y2, float z);
+// The red frame of a selected screen item: 15 by 3 units from (x, y), line
+// width 1.
+void DrawSelectionFrame(float x, float y, float z);
+
 // The batch of the document's points. While the frame draws them it opens a
 // batch: the look they share (lighting off; in the plane line smoothing and
 // blending on with the nicest hint; filled polygons) is set once for all

@@ -18,6 +18,7 @@
 #include "tools/link_safety.h"
 #include "tools/select.h"
 #include "tools/text_item.h"
+#include "render/strokes.h"
 
 namespace vt {
 
@@ -55,15 +56,6 @@ void Bevel(float x0, float y0, float x1, float y1, bool pressed) {
   glVertex3f(x1, y0, 1.1f);
   glVertex3f(x1, y0, 1.1f);
   glVertex3f(x0, y0, 1.1f);
-  glEnd();
-}
-
-void Rect(float x0, float y0, float x1, float y1, float z) {
-  glBegin(GL_QUADS);
-  glVertex3f(x0, y0, z);
-  glVertex3f(x1, y0, z);
-  glVertex3f(x1, y1, z);
-  glVertex3f(x0, y1, z);
   glEnd();
 }
 
@@ -112,22 +104,17 @@ void CButton::Draw() {
   const float x0 = PosX + 0.8f, x1 = FaceRight(), y0 = PosY, y1 = PosY + 5;
   // The grip, then the face, raised or pressed.
   glColor3f(0.35f, 0.35f, 0.4f);
-  Rect(PosX, y0, x0, y1, 1.0f);
+  DrawOverlayRect(GL_QUADS, PosX, y0, x0, y1, 1.0f);
   const float face = Status ? 0.72f : 0.85f;
   glColor3f(face, face, face);
-  Rect(x0, y0, x1, y1, 1.0f);
+  DrawOverlayRect(GL_QUADS, x0, y0, x1, y1, 1.0f);
   glLineWidth(1.0f);
   Bevel(x0, y0, x1, y1, Status);
   const float shift = Status ? 0.15f : 0.0f;
   DrawTextAt(x0 + 1.0f + shift, y0 + 1.6f - shift, 1.2f, Label);
   if (Selected) {
     glColor3f(1, 0, 0);
-    glBegin(GL_LINE_LOOP);
-    glVertex3f(PosX - 0.2f, y0 - 0.2f, 1.2f);
-    glVertex3f(x1 + 0.2f, y0 - 0.2f, 1.2f);
-    glVertex3f(x1 + 0.2f, y1 + 0.2f, 1.2f);
-    glVertex3f(PosX - 0.2f, y1 + 0.2f, 1.2f);
-    glEnd();
+    DrawOverlayRect(GL_LINE_LOOP, PosX - 0.2f, y0 - 0.2f, x1 + 0.2f, y1 + 0.2f, 1.2f);
   }
 }
 

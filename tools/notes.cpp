@@ -22,6 +22,7 @@
 #include "tools/buttons.h"
 #include "tools/constructions.h"
 #include "tools/name_rules.h"
+#include "render/strokes.h"
 
 namespace vt {
 
@@ -270,14 +271,7 @@ void CNote::Draw() {
   DrawTextAt(PosX, PosY, 0, Note);
   if (Selected) {
     glDisable(GL_LIGHTING);
-    glColor3f(1, 0, 0);
-    glLineWidth(1.0f);
-    glBegin(GL_LINE_LOOP);
-    glVertex3f(PosX, PosY, 1);
-    glVertex3f(PosX + 15, PosY, 1);
-    glVertex3f(PosX + 15, PosY + 3, 1);
-    glVertex3f(PosX, PosY + 3, 1);
-    glEnd();
+    DrawSelectionFrame(PosX, PosY, 1);
     glEnable(GL_LIGHTING);
   }
 }

@@ -15,6 +15,7 @@
 #include "document/globals.h"
 #include "persist/docio.h"
 #include "persist/record.h"
+#include "render/strokes.h"
 
 namespace vt {
 
@@ -217,14 +218,7 @@ void CText::Draw() {
   }
   if (Selected) {
     // The frame is fixed: it does not follow the length of the text.
-    glColor3f(1, 0, 0);
-    glLineWidth(1.0f);
-    glBegin(GL_LINE_LOOP);
-    glVertex3f(PosX, PosY, 1.2f);
-    glVertex3f(PosX + 15, PosY, 1.2f);
-    glVertex3f(PosX + 15, PosY + 3, 1.2f);
-    glVertex3f(PosX, PosY + 3, 1.2f);
-    glEnd();
+    DrawSelectionFrame(PosX, PosY, 1.2f);
   }
 }
 

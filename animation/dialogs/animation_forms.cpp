@@ -52,6 +52,24 @@ void KeepAbove(QDialog* d) {
   d->setWindowFlag(Qt::WindowStaysOnTopHint);
 }
 
+// The time range "From ... To ..." of a track and the player it goes to.
+template <class Chooser>
+void AddTimeAndPlayerRows(QDialog* d, QFormLayout* form, QLineEdit*& from, QLineEdit*& to, Chooser*& player,
+                          const QString& hint) {
+  auto* time = new QHBoxLayout;
+  from = new QLineEdit("0", d);
+  from->setObjectName("txtFrom");
+  to = new QLineEdit("1", d);
+  to->setObjectName("txtTo");
+  time->addWidget(from);
+  time->addWidget(new QLabel(QObject::tr("To"), d));
+  time->addWidget(to);
+  time->addWidget(new QLabel(hint, d));
+  form->addRow(QObject::tr("Time Control: From"), time);
+  player = new Chooser(d);
+  form->addRow(QObject::tr("Player"), player);
+}
+
 }  // namespace
 
 // ---- the player chooser -------------------------------------------------------------
@@ -204,18 +222,7 @@ frmTrack::frmTrack(QWidget* parent, int kind, const std::string& editId) : QDial
       form->addRow(tr("To"), cmdTo_);
       break;
   }
-  auto* time = new QHBoxLayout;
-  txtFrom_ = new QLineEdit("0", this);
-  txtFrom_->setObjectName("txtFrom");
-  txtTo_ = new QLineEdit("1", this);
-  txtTo_->setObjectName("txtTo");
-  time->addWidget(txtFrom_);
-  time->addWidget(new QLabel(tr("To"), this));
-  time->addWidget(txtTo_);
-  time->addWidget(new QLabel(tr("0~1"), this));
-  form->addRow(tr("Time Control: From"), time);
-  player_ = new PlayerChooser(this);
-  form->addRow(tr("Player"), player_);
+  AddTimeAndPlayerRows(this, form, txtFrom_, txtTo_, player_, QObject::tr("0~1"));
   auto* v = new QVBoxLayout(this);
   v->addLayout(form);
   v->addWidget(OkCancel(this, editId_.empty() ? tr("Create") : tr("OK")));
@@ -296,18 +303,7 @@ frmVar::frmVar(QWidget* parent) : QDialog(parent) {
   txtMin_ = field("txtMin", tr("Min"), "0");
   txtMax_ = field("txtMax", tr("Max"), "10");
   txtDecimal_ = field("txtDecimal", tr("Decimal"), "2");
-  auto* time = new QHBoxLayout;
-  txtFrom_ = new QLineEdit("0", this);
-  txtFrom_->setObjectName("txtFrom");
-  txtTo_ = new QLineEdit("1", this);
-  txtTo_->setObjectName("txtTo");
-  time->addWidget(txtFrom_);
-  time->addWidget(new QLabel(tr("To"), this));
-  time->addWidget(txtTo_);
-  time->addWidget(new QLabel(tr("(0~1)"), this));
-  form->addRow(tr("Time Control: From"), time);
-  player_ = new PlayerChooser(this);
-  form->addRow(tr("Player"), player_);
+  AddTimeAndPlayerRows(this, form, txtFrom_, txtTo_, player_, QObject::tr("(0~1)"));
   auto* v = new QVBoxLayout(this);
   v->addLayout(form);
   v->addWidget(OkCancel(this, tr("Create")));

@@ -7,32 +7,13 @@
 #include <QPlainTextEdit>
 #include <QTimer>
 
-#include "document/globals.h"
+#include "graphs/dialogs/form_opener.h"
 #include "graphs/curve_analysis.h"
 
 namespace vt::app {
 
 void InstallCurveForms(QMainWindow* mainWindow) {
-  static int installed = 0;
-  const int mine = ++installed;
-  QPointer<QMainWindow> window(mainWindow);
-  SetCurveFormOpener([window](const std::string& editId) {
-    if (!window) return;
-    // One curve dialog at a time: a second request takes the place of the
-    // first.
-    if (auto* old = window->findChild<frmF5*>()) {
-      old->setAttribute(Qt::WA_DeleteOnClose, false);
-      old->reject();
-      delete old;
-      if (!editId.empty()) {
-        EditMode = true;
-        EditObjectId = editId;
-      }
-    }
-    auto* dialog = new frmF5(window, editId);
-    dialog->show();
-    dialog->raise();
-  });
+  InstallSingleFormOpener<frmF5>(mainWindow, &SetCurveFormOpener);
 
   // The results panel, beside the canvas while there is something in it.
   auto* dock = new QDockWidget(QObject::tr("Results"), mainWindow);
@@ -56,10 +37,6 @@ void InstallCurveForms(QMainWindow* mainWindow) {
     if (dock->isHidden() != now.isEmpty()) dock->setVisible(!now.isEmpty());
   });
   poll->start();
-
-  QObject::connect(mainWindow, &QObject::destroyed, [mine] {
-    if (mine == installed) SetCurveFormOpener({});
-  });
 }
 
 }  // namespace vt::app

@@ -26,6 +26,7 @@
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "geometry/dialogs/property_forms.h"
+#include "graphs/dialogs/form_opener.h"
 #include "render/material.h"
 
 namespace vt::app {
@@ -392,29 +393,7 @@ void frmF6::done(int result) {
 }
 
 void InstallSurfaceForms(QMainWindow* mainWindow) {
-  static int installed = 0;
-  const int mine = ++installed;
-  QPointer<QMainWindow> window(mainWindow);
-  SetSurfaceFormOpener([window](const std::string& editId) {
-    if (!window) return;
-    // One surface dialog at a time: a second request takes the place of the
-    // first.
-    if (auto* old = window->findChild<frmF6*>()) {
-      old->setAttribute(Qt::WA_DeleteOnClose, false);
-      old->reject();
-      delete old;
-      if (!editId.empty()) {
-        EditMode = true;
-        EditObjectId = editId;
-      }
-    }
-    auto* dialog = new frmF6(window, editId);
-    dialog->show();
-    dialog->raise();
-  });
-  QObject::connect(mainWindow, &QObject::destroyed, [mine] {
-    if (mine == installed) SetSurfaceFormOpener({});
-  });
+  InstallSingleFormOpener<frmF6>(mainWindow, &SetSurfaceFormOpener);
 }
 
 }  // namespace vt::app

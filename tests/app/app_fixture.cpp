@@ -6,6 +6,7 @@
 #include "document/frame_commands.h"
 #include "render/frame.h"
 #include "render/view_state.h"
+#include "render/canvas_input.h"
 
 namespace vt::test {
 
@@ -74,20 +75,7 @@ void CanvasTest::TearDown() {
 }
 
 bool CanvasTest::ScreenOf(float x, float y, float z, float& X, float& Y) {
-  GLdouble model[16], proj[16];
-  GLint vp[4];
-  glMatrixMode(GL_MODELVIEW);
-  glPushMatrix();
-  glMultMatrixf(SceneMatrix);
-  glGetDoublev(GL_MODELVIEW_MATRIX, model);
-  glPopMatrix();
-  glGetDoublev(GL_PROJECTION_MATRIX, proj);
-  glGetIntegerv(GL_VIEWPORT, vp);
-  GLdouble wx, wy, wz;
-  if (gluProject(x, y, z, model, proj, vp, &wx, &wy, &wz) != GL_TRUE) return false;
-  X = static_cast<float>(wx);
-  Y = static_cast<float>(vp[3] - wy);
-  return true;
+  return SceneToScreen(x, y, z, X, Y);
 }
 
 std::vector<ToolCall> CanvasTest::Calls(const std::string& tool, const std::string& op) const {

@@ -20,6 +20,7 @@
 #include <QtTest>
 #include <functional>
 
+#include "render/canvas_input.h"
 #include "app/canvas.h"
 #include "app/frmF1.h"
 #include "app/surface_format.h"
@@ -109,19 +110,10 @@ QPoint CurveFormsTest::PixelOf(float x, float y) {
   Canvas* canvas = window_->picDraw();
   canvas->MakeCurrent();
   RedrawScene();
-  GLdouble model[16], proj[16];
-  GLint vp[4];
-  glMatrixMode(GL_MODELVIEW);
-  glPushMatrix();
-  glMultMatrixf(SceneMatrix);
-  glGetDoublev(GL_MODELVIEW_MATRIX, model);
-  glPopMatrix();
-  glGetDoublev(GL_PROJECTION_MATRIX, proj);
-  glGetIntegerv(GL_VIEWPORT, vp);
-  GLdouble wx = 0, wy = 0, wz = 0;
-  if (gluProject(x, y, 0, model, proj, vp, &wx, &wy, &wz) != GL_TRUE) return QPoint(-1, -1);
+  float X = 0, Y = 0;
+  if (!SceneToScreen(x, y, 0, X, Y)) return QPoint(-1, -1);
   const qreal scale = canvas->devicePixelRatioF();
-  return QPoint(qRound(wx / scale), qRound((vp[3] - wy) / scale));
+  return QPoint(qRound(X / scale), qRound(Y / scale));
 }
 
 frmF5* CurveFormsTest::OpenCurveDialog() {

@@ -11,6 +11,7 @@
 #include "animation/dialogs/animation_forms.h"
 #include "app/canvas.h"
 #include "app/frmF1.h"
+#include "gui_fixture.h"
 #include "document/command_table.h"
 #include "document/document.h"
 #include "document/globals.h"
@@ -36,19 +37,12 @@ class GuiAnimationTest : public QObject {
 };
 
 void GuiAnimationTest::initTestCase() {
-  xdg_ = std::make_unique<QTemporaryDir>();
+  xdg_ = guitest::IsolateDesktopFolders();
   QVERIFY(xdg_->isValid());
-  qputenv("XDG_DATA_HOME", (xdg_->path() + "/data").toUtf8());
-  qputenv("XDG_DATA_DIRS", (xdg_->path() + "/none").toUtf8());
 }
 
 void GuiAnimationTest::init() {
-  window_ = new frmF1();
-  window_->show();
-  QVERIFY(QTest::qWaitForWindowExposed(window_));
-  QTRY_VERIFY(window_->started());
-  QVERIFY(window_->picDraw());
-  window_->RunCommand("mnuEditDelAll");
+  QVERIFY(guitest::OpenEmptyWindow(window_));
 }
 
 void GuiAnimationTest::cleanup() {

@@ -13,6 +13,7 @@
 
 #include "app/canvas.h"
 #include "app/frmF1.h"
+#include "gui_fixture.h"
 #include "document/command_table.h"
 #include "document/document.h"
 #include "document/globals.h"
@@ -60,19 +61,12 @@ class GuiScreenItemsTest : public QObject {
 };
 
 void GuiScreenItemsTest::initTestCase() {
-  xdg_ = std::make_unique<QTemporaryDir>();
+  xdg_ = guitest::IsolateDesktopFolders();
   QVERIFY(xdg_->isValid());
-  qputenv("XDG_DATA_HOME", (xdg_->path() + "/data").toUtf8());
-  qputenv("XDG_DATA_DIRS", (xdg_->path() + "/none").toUtf8());
 }
 
 void GuiScreenItemsTest::init() {
-  window_ = new frmF1();
-  window_->show();
-  QVERIFY(QTest::qWaitForWindowExposed(window_));
-  QTRY_VERIFY(window_->started());
-  QVERIFY(window_->picDraw());
-  window_->RunCommand("mnuEditDelAll");
+  QVERIFY(guitest::OpenEmptyWindow(window_));
   QCOMPARE(DocumentObjectCount(), 0);
 }
 

@@ -10,6 +10,7 @@
 
 #include "app/canvas.h"
 #include "app/frmF1.h"
+#include "gui_fixture.h"
 #include "document/command_table.h"
 #include "document/document.h"
 #include "document/globals.h"
@@ -38,20 +39,12 @@ class GuiToolsTest : public QObject {
 };
 
 void GuiToolsTest::initTestCase() {
-  // The desktop registration goes to a folder of the test.
-  xdg_ = std::make_unique<QTemporaryDir>();
+  xdg_ = guitest::IsolateDesktopFolders();
   QVERIFY(xdg_->isValid());
-  qputenv("XDG_DATA_HOME", (xdg_->path() + "/data").toUtf8());
-  qputenv("XDG_DATA_DIRS", (xdg_->path() + "/none").toUtf8());
 }
 
 void GuiToolsTest::init() {
-  window_ = new frmF1();
-  window_->show();
-  QVERIFY(QTest::qWaitForWindowExposed(window_));
-  QTRY_VERIFY(window_->started());
-  QVERIFY(window_->picDraw());
-  window_->RunCommand("mnuEditDelAll");
+  QVERIFY(guitest::OpenEmptyWindow(window_));
   QCOMPARE(Doc.Points.count(), 0);
 }
 

@@ -17,6 +17,7 @@
 #include <functional>
 #include <memory>
 
+#include "render/canvas_input.h"
 #include "app/canvas.h"
 #include "app/frmF1.h"
 #include "app/surface_format.h"
@@ -123,19 +124,10 @@ QPoint PropertyFormsTest::PixelOf(float x, float y, float z) {
   Canvas* canvas = window_->picDraw();
   canvas->MakeCurrent();
   RedrawScene();
-  GLdouble model[16], proj[16];
-  GLint vp[4];
-  glMatrixMode(GL_MODELVIEW);
-  glPushMatrix();
-  glMultMatrixf(SceneMatrix);
-  glGetDoublev(GL_MODELVIEW_MATRIX, model);
-  glPopMatrix();
-  glGetDoublev(GL_PROJECTION_MATRIX, proj);
-  glGetIntegerv(GL_VIEWPORT, vp);
-  GLdouble wx = 0, wy = 0, wz = 0;
-  if (gluProject(x, y, z, model, proj, vp, &wx, &wy, &wz) != GL_TRUE) return QPoint(-1, -1);
+  float X = 0, Y = 0;
+  if (!SceneToScreen(x, y, z, X, Y)) return QPoint(-1, -1);
   const qreal scale = canvas->devicePixelRatioF();
-  return QPoint(qRound(wx / scale), qRound((vp[3] - wy) / scale));
+  return QPoint(qRound(X / scale), qRound(Y / scale));
 }
 
 template <class T>

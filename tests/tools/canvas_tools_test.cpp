@@ -16,6 +16,7 @@
 #include "render/offscreen.h"
 #include "render/view_state.h"
 #include "support/fixtures.h"
+#include "render/canvas_input.h"
 #include "tools/canvas_input.h"
 #include "tools/create_tools.h"
 #include "tools/select.h"
@@ -59,20 +60,9 @@ class CanvasToolsTest : public DocumentTest {
   // The pixel (Y down) of a world point of the plane scene.
   void PixelOf(float x, float y, float& X, float& Y) {
     RedrawScene();
-    GLdouble model[16], proj[16];
-    GLint vp[4];
-    glMatrixMode(GL_MODELVIEW);
-    glPushMatrix();
-    glMultMatrixf(SceneMatrix);
-    glGetDoublev(GL_MODELVIEW_MATRIX, model);
-    glPopMatrix();
-    glGetDoublev(GL_PROJECTION_MATRIX, proj);
-    glGetIntegerv(GL_VIEWPORT, vp);
-    GLdouble wx, wy, wz;
-    ASSERT_EQ(gluProject(x, y, 0, model, proj, vp, &wx, &wy, &wz), GL_TRUE);
-    X = static_cast<float>(wx);
-    Y = static_cast<float>(vp[3] - wy);
+    ASSERT_TRUE(SceneToScreen(x, y, 0, X, Y));
   }
+
   void ClickAt(float x, float y) {
     float X, Y;
     PixelOf(x, y, X, Y);
