@@ -23,7 +23,7 @@ std::string Head(const std::string& id) { return id.substr(0, 2); }
 // far, so that objects sharing a point share its image.
 class Run {
  public:
-  explicit Run(const TransformSpec& s) : s_(s) {}
+  explicit Run(const TransformParams& s) : s_(s) {}
 
   Position Mapped(const Position& p) const {
     switch (s_.op) {
@@ -207,7 +207,7 @@ class Run {
   }
 
  private:
-  const TransformSpec& s_;
+  const TransformParams& s_;
   std::map<std::string, std::string> pairs_;
   std::vector<std::string> moved_;
 };
@@ -225,7 +225,7 @@ void AddSelectionToList(std::vector<std::string>& list) {
   for (CRegion* g : Sel.Regions) add(g->ID);
 }
 
-void ApplyTransform(const std::vector<std::string>& ids, const TransformSpec& spec, bool generate) {
+void ApplyTransform(const std::vector<std::string>& ids, const TransformParams& spec, bool generate) {
   RunGuarded([&] {
     Run run(spec);
     for (const std::string& id : ids) {

@@ -10,7 +10,7 @@ namespace vt {
 
 enum class TransformOp { Move, Rotate, Zoom, Mirror };
 
-struct TransformSpec {
+struct TransformParams {
   TransformOp op = TransformOp::Move;
   // Move: 1 polar (a the angle in radians, b the distance), 2 by components
   // (a, b, c), 3 by the vector from the point id3 to the point id4.
@@ -31,7 +31,7 @@ void AddSelectionToList(std::vector<std::string>& list);
 // Runs the transformation over the ids in order (ids that no longer exist
 // are passed over), then takes one undo step. With `generate` the images
 // are made; points already imaged in this run are shared.
-void ApplyTransform(const std::vector<std::string>& ids, const TransformSpec& spec, bool generate);
+void ApplyTransform(const std::vector<std::string>& ids, const TransformParams& spec, bool generate);
 
 // The dialogs the four commands open; installed by the window.
 using TransformDialogFn = void (*)();

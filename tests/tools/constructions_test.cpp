@@ -150,7 +150,7 @@ TEST_F(ConstructionTest, TranslatedImageFollowsItsSource) {
   Position* a = Free(0, 0);
   Position* b = Free(2, 0);
   CLine* l = Segment(a, b);
-  TransformSpec s;
+  TransformParams s;
   s.op = TransformOp::Move;
   s.moveType = 2;
   s.a = 0;
@@ -169,11 +169,11 @@ TEST_F(ConstructionTest, TranslatedImageFollowsItsSource) {
 TEST_F(ConstructionTest, MirrorInAPointAndHalfTurnLandTogether) {
   Position* c = Free(1, 1);
   Position* p = Free(4, 3);
-  TransformSpec m;
+  TransformParams m;
   m.op = TransformOp::Mirror;
   m.centre = c->ID;
   ApplyTransform({p->ID}, m, true);
-  TransformSpec r;
+  TransformParams r;
   r.op = TransformOp::Rotate;
   r.centre = c->ID;
   r.a = static_cast<float>(180 / 180.0 * 3.1416);
