@@ -29,7 +29,7 @@
 #include "geometry/propagation.h"
 #include "render/canvas_input.h"
 #include "render/frame.h"
-#include "bench/bench_context.h"
+#include "bench/chain_figure.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
 #include "tools/create_tools.h"
@@ -39,108 +39,7 @@ namespace {
 
 using namespace vt;
 
-using vt::bench::Context;
-using vt::bench::kHeight;
-using vt::bench::kWidth;
-
-Position* AddFree(float x, float y) {
-  const std::string id = NewObjectId("PT");
-  Position* p = Doc.Points.Add(id, x, y, 0, 1, "", "", 0, id);
-  AssignNextPointLabel(*p);
-  return p;
-}
-
-Position* AddDerived(int ptype, const std::string& a, const std::string& b, short pos) {
-  const std::string id = NewObjectId("PT");
-  Position* p = Doc.Points.Add(id, 0, 0, 0, ptype, a, b, pos, id);
-  p->DrawMode = 5;
-  return p;
-}
-
-CLine* AddSegment(Position* a, Position* b) {
-  auto l = std::make_unique<CLine>();
-  l->ID = NewObjectId("LN");
-  l->Line1(a->ID, b->ID);
-  a->AddLink(CLinkObj{l->ID, 2, 1, 0, 0});
-  b->AddLink(CLinkObj{l->ID, 2, 2, 0, 0});
-  return Doc.Lines.Add(std::move(l));
-}
-
-CCircle* AddCircle(Position* centre, Position* rim) {
-  auto c = std::make_unique<CCircle>();
-  c->ID = NewObjectId("CR");
-  c->Circle1(centre->ID, rim->ID);
-  centre->AddLink(CLinkObj{c->ID, 3, 1, 1, 0});
-  rim->AddLink(CLinkObj{c->ID, 3, 2, 1, 0});
-  return Doc.Circles.Add(std::move(c));
-}
-
-int ObjectCount() { return Doc.Points.count() + Doc.Lines.count() + Doc.Circles.count(); }
-
-// The chain, laid out in rows inside the view, until it has n objects.
-void BuildChain(int n) {
-  Position* prev = AddFree(-10, -8);
-  CLine* prevSeg = nullptr;
-  CCircle* prevCircle = nullptr;
-  for (int i = 1; ObjectCount() < n; ++i) {
-    const float x = -10 + 0.5f * static_cast<float>(i % 40);
-    const float y = -8 + 0.6f * static_cast<float>(i / 40) + 0.3f * static_cast<float>(i % 2);
-    Position* p = AddFree(x, y);
-    CLine* seg = AddSegment(prev, p);
-    Position* mid = AddDerived(9, prev->ID, p->ID, 1);
-    mid->Para1 = 2;
-    mid->Set((prev->x + p->x) / 2, (prev->y + p->y) / 2, 0);
-    if (prevCircle) AddDerived(4, seg->ID, prevCircle->ID, 2);
-    prevCircle = AddCircle(mid, p);
-    prevSeg = seg;
-    prev = p;
-  }
-  (void)prevSeg;
-  RefreshPass();
-}
-
-void Setup(int n) {
-  Context().MakeCurrent();
-  ResetGlobals();
-  Initialize();
-  RegisterToolCommands();
-  MakeTools();
-  ResetSelectState();
-  mnuFileNew2D_Click();
-  View.Zoom(0.7f);
-  View.SetScreen(kWidth, kHeight);
-  BuildChain(n);
-  RedrawScene();
-}
-
-// The mouse events of the drag: a press on the first point, then moves back
-// and forth by a little.
-struct DragEvents {
-  Position view, scene, farPoint, nearPoint;
-  float X = 0, Y = 0;
-  void At(float x, float y) {
-    scene = Position(x, y, 0);
-    view = scene;
-    nearPoint = Position(x, y, 10);
-    farPoint = Position(x, y, -10);
-  }
-};
-
-void Press() {
-  DragEvents e;
-  const Position* first = Doc.Points.Item(1);
-  e.At(first->x, first->y);
-  CSelect s;
-  s.LButtonDown(e.view, e.scene, e.X, e.Y, e.farPoint, e.nearPoint);
-}
-
-void MoveOnce(int i) {
-  DragEvents e;
-  e.At(-10 + 0.05f * static_cast<float>(i % 2), -8 - 0.05f * static_cast<float>(i % 2));
-  e.Y = static_cast<float>(i % 2);
-  CSelect s;
-  s.MouseMove(e.view, e.scene, e.X, e.Y, e.farPoint, e.nearPoint);
-}
+using namespace vt::bench;
 
 // After the timed steps: one more step must carry the first point, and with
 // it the midpoint of the first segment.

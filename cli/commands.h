@@ -16,5 +16,6 @@ int RunText(const Args& args);    // text DOC.vtd
 int RunCalc(const Args& args);    // calc FORMULA [NAME=VALUE ...] [--deg] [--report] [--derive VAR]
 int RunRender(const Args& args);  // render DOC.vtd OUT.png [--size WxH] [--3d]
 int RunAvi(const Args& args);     // avi DOC.vtd OUT.avi [--player ID] [--fps N] [--size WxH] [--codec NAME]
+int RunModels(const Args& args);  // models MODELS_DIR [START.vtd]
 
 }  // namespace vt::cli

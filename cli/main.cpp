@@ -12,7 +12,8 @@ void Usage() {
                "usage: vantrel-cli text DOC.vtd\n"
                "       vantrel-cli calc FORMULA [NAME=VALUE ...] [--deg] [--report] [--derive VAR]\n"
                "       vantrel-cli render DOC.vtd OUT.png [--size WxH] [--3d]\n"
-               "       vantrel-cli avi DOC.vtd OUT.avi [--player ID] [--fps N] [--size WxH] [--codec NAME]\n");
+               "       vantrel-cli avi DOC.vtd OUT.avi [--player ID] [--fps N] [--size WxH] [--codec NAME]\n"
+               "       vantrel-cli models MODELS_DIR [START.vtd]\n");
 }
 
 }  // namespace
@@ -28,6 +29,7 @@ int main(int argc, char** argv) {
   if (cmd == "calc") return vt::cli::RunCalc(args);
   if (cmd == "render") return vt::cli::RunRender(args);
   if (cmd == "avi") return vt::cli::RunAvi(args);
+  if (cmd == "models") return vt::cli::RunModels(args);
   if (cmd == "--help" || cmd == "-h" || cmd == "help") {
     Usage();
     return 0;

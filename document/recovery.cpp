@@ -112,10 +112,11 @@ std::string RecoveryWriter::LastError() const {
 namespace {
 
 // The document text as it stands: the newest undo snapshot when the stack
-// holds it (a copy of a string already made), else written afresh.
+// holds it (joined from its stored pieces, cheaper than writing it), else
+// written afresh.
 std::string CurrentText() {
   if (UndoCount >= 1 && UndoCount < kUndoDepth) {
-    const std::string& snap = UndoEntry(UndoCount);
+    std::string snap = UndoEntry(UndoCount);
     if (!snap.empty()) return snap;
   }
   return GetUndoVar();

@@ -7,30 +7,29 @@
 
 namespace vt {
 
-std::vector<std::string> UndoStack(kUndoDepth + 1);
-std::vector<std::string> RedoStack(kUndoDepth + 1);
+SnapshotStore UndoStack(kUndoDepth + 1);
+SnapshotStore RedoStack(kUndoDepth + 1);
 int UndoCount = 1;
 int RedoCount = 0;
 bool UndoEnabled = false;
 bool RedoEnabled = false;
 
 namespace {
-const std::string& Entry(const std::vector<std::string>& stack, int index) {
-  static const std::string empty;
-  if (index < 1 || index >= static_cast<int>(stack.size())) return empty;
-  return stack[static_cast<size_t>(index)];
+std::string Entry(const SnapshotStore& stack, int index) {
+  if (index < 1) return {};
+  return stack.Get(static_cast<size_t>(index));
 }
-void Store(std::vector<std::string>& stack, int index, const std::string& text) {
-  if (index >= 1 && index < kUndoDepth) stack[static_cast<size_t>(index)] = text;
+void Store(SnapshotStore& stack, int index, const std::string& text) {
+  if (index >= 1 && index < kUndoDepth) stack.Put(static_cast<size_t>(index), text);
 }
 }  // namespace
 
-const std::string& UndoEntry(int index) { return Entry(UndoStack, index); }
-const std::string& RedoEntry(int index) { return Entry(RedoStack, index); }
+std::string UndoEntry(int index) { return Entry(UndoStack, index); }
+std::string RedoEntry(int index) { return Entry(RedoStack, index); }
 
 void ResetUndo() {
-  UndoStack.assign(kUndoDepth + 1, std::string());
-  RedoStack.assign(kUndoDepth + 1, std::string());
+  UndoStack.Assign(kUndoDepth + 1);
+  RedoStack.Assign(kUndoDepth + 1);
   UndoCount = 1;
   RedoCount = 0;
   UndoEnabled = false;

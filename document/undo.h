@@ -2,15 +2,16 @@
 #pragma once
 
 #include <string>
-#include <vector>
+
+#include "document/snapshot_store.h"
 
 namespace vt {
 
 constexpr int kUndoDepth = 1000;
 // Entries 1..999 hold snapshots; entry UndoCount is the state after the last
 // command, entry 1 the empty text of the start.
-extern std::vector<std::string> UndoStack;
-extern std::vector<std::string> RedoStack;
+extern SnapshotStore UndoStack;
+extern SnapshotStore RedoStack;
 extern int UndoCount;
 extern int RedoCount;
 // The enabled state of the undo and redo controls (menu, context menu,
@@ -22,8 +23,8 @@ void ResetUndo();
 // Pushes the document text as a new snapshot.
 void PushSnapshot();
 // Stack entry by index; an index past what is stored gives the empty text.
-const std::string& UndoEntry(int index);
-const std::string& RedoEntry(int index);
+std::string UndoEntry(int index);
+std::string RedoEntry(int index);
 
 void mnuFUndo_Click();
 void mnuFRedo_Click();

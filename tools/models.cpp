@@ -31,35 +31,38 @@ void RelabelCopy(Position& copy) {
 
 }  // namespace
 
-void OpenModelCommand(const std::string& file) {
-  const int pointsBefore = Doc.Points.count();
-  const int linesBefore = Doc.Lines.count(), circlesBefore = Doc.Circles.count();
-  const int arcsBefore = Doc.Arcs.count(), regionsBefore = Doc.Regions.count();
-  const std::string lastLabel = LastPointLabel;
-  OpenModel(ProgramPath("Models/" + file));
-  // New labels in file order, going on from the last one used.
-  LastPointLabel = lastLabel;
-  for (int i = pointsBefore + 1; i <= Doc.Points.count(); ++i) AssignNextPointLabel(*Doc.Points.Item(i));
-  for (int i = linesBefore + 1; i <= Doc.Lines.count(); ++i) {
+CollectionMark MarkCollections() {
+  CollectionMark m;
+  m.points = Doc.Points.count();
+  m.lines = Doc.Lines.count();
+  m.circles = Doc.Circles.count();
+  m.arcs = Doc.Arcs.count();
+  m.regions = Doc.Regions.count();
+  return m;
+}
+
+void RelabelSince(const CollectionMark& mark) {
+  for (int i = mark.points + 1; i <= Doc.Points.count(); ++i) AssignNextPointLabel(*Doc.Points.Item(i));
+  for (int i = mark.lines + 1; i <= Doc.Lines.count(); ++i) {
     CLine* l = Doc.Lines.Item(i);
     RelabelCopy(l->pBegin);
     RelabelCopy(l->pEnd);
     if (!l->LLabel.empty()) l->LLabel = l->pBegin.PLabel + l->pEnd.PLabel;
   }
-  for (int i = circlesBefore + 1; i <= Doc.Circles.count(); ++i) {
+  for (int i = mark.circles + 1; i <= Doc.Circles.count(); ++i) {
     CCircle* c = Doc.Circles.Item(i);
     for (Position* s : {&c->PCenter, &c->PCircleR, &c->PCircleR2, &c->PCircleR3}) RelabelCopy(*s);
     if (!c->CLabel.empty())
       c->CLabel = c->CType == 2 ? c->PCircleR.PLabel + c->PCircleR2.PLabel + c->PCircleR3.PLabel
                                 : c->PCenter.PLabel + c->PCircleR.PLabel;
   }
-  for (int i = arcsBefore + 1; i <= Doc.Arcs.count(); ++i) {
+  for (int i = mark.arcs + 1; i <= Doc.Arcs.count(); ++i) {
     CArc* a = Doc.Arcs.Item(i);
     for (Position* s : {&a->pBegin, &a->PCenter, &a->pMid, &a->pEnd}) RelabelCopy(*s);
     if (!a->Label.empty())
       a->Label = a->pBegin.PLabel + (a->AType == 2 ? a->pMid.PLabel : a->PCenter.PLabel) + a->pEnd.PLabel;
   }
-  for (int i = regionsBefore + 1; i <= Doc.Regions.count(); ++i) {
+  for (int i = mark.regions + 1; i <= Doc.Regions.count(); ++i) {
     CRegion* g = Doc.Regions.Item(i);
     std::string label;
     for (Position& c : g->Points) {
@@ -68,6 +71,15 @@ void OpenModelCommand(const std::string& file) {
     }
     if (!g->Label.empty()) g->Label = label;
   }
+}
+
+void OpenModelCommand(const std::string& file) {
+  const CollectionMark before = MarkCollections();
+  const std::string lastLabel = LastPointLabel;
+  OpenModel(ProgramPath("Models/" + file));
+  // New labels in file order, going on from the last one used.
+  LastPointLabel = lastLabel;
+  RelabelSince(before);
   PushSnapshot();
   RedrawScene();
 }

@@ -20,6 +20,16 @@ const std::vector<ModelEntry>& ModelTable();
 // them; one undo step.
 void OpenModelCommand(const std::string& file);
 
+// How many objects each labelled collection held at some moment.
+struct CollectionMark {
+  int points = 0, lines = 0, circles = 0, arcs = 0, regions = 0;
+};
+CollectionMark MarkCollections();
+// Gives the points added since the mark new labels in collection order, going
+// on from LastPointLabel, and rewrites the labels the lines, circles, arcs
+// and regions added since then keep of them.
+void RelabelSince(const CollectionMark& mark);
+
 void RegisterModelCommands();
 
 }  // namespace vt

@@ -100,6 +100,7 @@ class RecoveryTest : public DocumentTest {
  protected:
   void SetUp() override {
     DocumentTest::SetUp();
+    SceneMode = 1;  // a plane document, as the program starts with
     MarkDocumentSaved();
     CurrentFilePath.clear();
   }
@@ -112,7 +113,7 @@ class RecoveryTest : public DocumentTest {
   std::string path_ = dir_.path("vantrel/recovery.vtd");
 };
 
-TEST_F(RecoveryTest, DISABLED_CopiesOnlyChangesAndAtMostEveryInterval) {
+TEST_F(RecoveryTest, CopiesOnlyChangesAndAtMostEveryInterval) {
   RecoveryKeeper keeper(path_, seconds(30));
   const Clock::time_point t0 = Clock::now();
 
@@ -160,7 +161,7 @@ TEST_F(RecoveryTest, PastTheUndoDepthTheTextIsWrittenAfresh) {
   EXPECT_EQ(CopyText(), GetUndoVar());
 }
 
-TEST_F(RecoveryTest, DISABLED_RestoresTheCopyAsAnUnsavedDocument) {
+TEST_F(RecoveryTest, RestoresTheCopyAsAnUnsavedDocument) {
   // The last run: three points, then a crash (no clean exit).
   {
     AddPoint(1, 2, 0, "A");
