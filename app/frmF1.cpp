@@ -29,12 +29,14 @@
 #include "geometry/dialogs/property_forms.h"
 #include "graphs/dialogs/curve_forms.h"
 #include "graphs/dialogs/frmF6.h"
+#include "graphs/dialogs/swept_forms.h"
 #include "render/dialogs/settings_forms.h"
 #include "render/frame.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
 #include "tools/create_tools.h"
 #include "tools/dialogs/frmButton.h"
+#include "tools/dialogs/construction_forms.h"
 
 namespace vt::app {
 
@@ -99,6 +101,7 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
   InstallAnimationForms(this);
   InstallSettingsForms(this);
   InstallSurfaceForms(this);
+  InstallSweptForms(this);
 
   BuildMenus();
   BuildToolbars();
@@ -114,6 +117,7 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
   Hooks.registerFileType = [] { RegisterDocumentType(); };
   CanvasWindow.showGraphEdit = [this](float X, float Y) { ShowGraphEdit(X, Y); };
   InstallScreenItemForms(this);  // the text tool's frmText, the button dialogs
+  InstallConstructionForms(this);  // frmComp, the transformations, the construction prompts
 
   if (picDraw_) connect(picDraw_, &Canvas::contextReady, this, &frmF1::OnContextReady);
   resize(1120, 760);

@@ -97,5 +97,5 @@ void BM_DragFrame(benchmark::State& state) {
 }  // namespace
 
 BENCHMARK(BM_DragMove)->Arg(100)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond)->Complexity();
-BENCHMARK(BM_DragStep)->Arg(100)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond)->Complexity();
+BENCHMARK(BM_DragStep)->Arg(100)->Arg(1000)->Arg(5000)->Arg(20000)->Unit(benchmark::kMicrosecond)->Complexity();
 BENCHMARK(BM_DragFrame)->Arg(100)->Arg(1000)->Arg(5000)->Unit(benchmark::kMillisecond)->UseRealTime();

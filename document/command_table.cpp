@@ -15,6 +15,7 @@
 #include "geometry/property_commands.h"
 #include "graphs/curve_form.h"
 #include "graphs/surface_form.h"
+#include "graphs/swept_commands.h"
 #include "render/view_state.h"
 #include "tools/buttons.h"
 #include "tools/canvas_input.h"
@@ -592,6 +593,7 @@ void RegisterAllCommands() {
   RegisterToolCommands();
   RegisterCurveCommands();
   RegisterSurfaceCommands();
+  RegisterSweptCommands();
   RegisterAnimationCommands();
   RegisterButtonCommands();
   RegisterConstructionCommands();

@@ -1,5 +1,6 @@
 #include "document/numtext.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cfenv>
 #include <charconv>
@@ -99,7 +100,9 @@ bool ParseDouble(std::string_view text, double& out) {
         seenDigit = true;
       }
     }
-    if (*p == 'e') exp10 = std::strtol(p + 1, nullptr, 10);
+    // An exponent past any digit count only tells the direction; keep it
+    // small enough that the sum below cannot overflow.
+    if (*p == 'e') exp10 = std::clamp(std::strtol(p + 1, nullptr, 10), -100000000L, 100000000L);
     long magnitude = (intDigits > 0 ? intDigits - 1 : -(leadingFracZeros + 1)) + exp10;
     if (magnitude >= 0) return false;
     v = 0;

@@ -17,8 +17,8 @@ uint64_t Mix(uint64_t h, uint64_t v) {
 
 }  // namespace
 
-void SnapshotStore::Assign(size_t slots) {
-  slots_.assign(slots, Slot{});
+void SnapshotStore::Assign(size_t count) {
+  slots_.assign(count, Slot{});
   pool_.clear();
   internedSinceSweep_ = 0;
 }

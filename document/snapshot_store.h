@@ -21,11 +21,11 @@ namespace vt {
 
 class SnapshotStore {
  public:
-  explicit SnapshotStore(size_t slots = 0) { Assign(slots); }
+  explicit SnapshotStore(size_t count = 0) { Assign(count); }
 
   // Empties every slot and sets their number.
-  void Assign(size_t slots);
-  size_t slots() const { return slots_.size(); }
+  void Assign(size_t count);
+  size_t SlotCount() const { return slots_.size(); }
 
   // Slots past the end are ignored on writing and read as the empty text.
   void Put(size_t index, std::string_view text);

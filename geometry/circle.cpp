@@ -72,12 +72,25 @@ std::unique_ptr<CCircle> CCircle::Load(RecordReader& r) {
 
 // ---- shape ----------------------------------------------------------------------
 
+namespace {
+// The inscribed circle of the triangle of the three points: the incentre and
+// its distance to the first side. False for a triangle that has collapsed.
+bool Inscribed(const CCircle& c, Position& centre, float& radius) {
+  bool ok = true;
+  centre = TriIncenter(c.PCircleR, c.PCircleR2, c.PCircleR3, &ok);
+  if (!ok) return false;
+  radius = DistanceBetween(centre, FootOnLine(centre, c.PCircleR, c.PCircleR2));
+  return true;
+}
+}  // namespace
+
 Position CCircle::Centre() const {
-  if (CType == 2) {
-    Position centre;
-    float radius;
-    if (CircleFromThreePoints(PCircleR, PCircleR2, PCircleR3, centre, radius)) return centre;
-  }
+  Position centre;
+  float radius;
+  if (CType == 2 && CircleFromThreePoints(PCircleR, PCircleR2, PCircleR3, centre, radius)) return centre;
+  // The inscribed circle follows its corners; a flat triangle keeps the
+  // last centre.
+  if (CType == 4 && Inscribed(*this, centre, radius)) return centre;
   return Position(PCenter.x, PCenter.y, PCenter.z);
 }
 
@@ -91,6 +104,12 @@ float CCircle::Radius() const {
       float radius;
       if (CircleFromThreePoints(PCircleR, PCircleR2, PCircleR3, centre, radius)) return radius;
       return 0;
+    }
+    case 4: {
+      Position centre;
+      float radius;
+      if (Inscribed(*this, centre, radius)) return radius;
+      return R;
     }
     default:
       return R;
@@ -139,7 +158,8 @@ void CCircle::ComputeRim() {
   }
   // Circles in the plane: samples 1 to n + 1 at z 0.
   double step = kTwoPi / n;
-  double cx = PCenter.x, cy = PCenter.y;
+  const Position centre = Centre();
+  double cx = centre.x, cy = centre.y;
   for (int i = 1; i <= n + 1; ++i)
     Rim.emplace_back(static_cast<float>(cx + r * std::cos(i * step)), static_cast<float>(cy + r * std::sin(i * step)),
                      0.0f);
@@ -191,7 +211,8 @@ bool CCircle::Pick2(const Position& rayStart, const Position& rayEnd) {
 
 bool CCircle::Pick1(const Position& rayStart, const Position& rayEnd) {
   if (Rim.empty()) ComputeRim();
-  Position c = (CType == 2 || CType == 5) ? Centre() : Position(PCenter.x, PCenter.y, 0);
+  Position c = Centre();
+  if (CType != 2 && CType != 5) c.z = 0;
   for (int i = 0; i + 1 < static_cast<int>(Rim.size()) && i < DrawSegments; ++i)
     if (RayHitsPolygon(rayStart, rayEnd, {c, Rim[static_cast<size_t>(i)], Rim[static_cast<size_t>(i) + 1]}))
       return true;
@@ -216,6 +237,9 @@ bool CCircle::BoxSel(float x1, float y1, float x2, float y2) const {
 }
 
 void CCircle::UpdateStru() {
+  // The centre as the kind defines it: a circle through three points and an
+  // inscribed circle have theirs from the points.
+  const Position centre = Centre();
   float r = Radius();
   for (size_t i = 0; i < StruP.size(); ++i) {
     Position& s = StruP[i];
@@ -226,7 +250,7 @@ void CCircle::UpdateStru() {
       continue;
     }
     float a = i < StruAngle.size() ? StruAngle[i] : 0.0f;
-    s.Set(static_cast<float>(PCenter.x + r * std::cos(a)), static_cast<float>(PCenter.y + r * std::sin(a)), s.z);
+    s.Set(static_cast<float>(centre.x + r * std::cos(a)), static_cast<float>(centre.y + r * std::sin(a)), s.z);
     if (real) real->Set(s.x, s.y, s.z);
   }
 }

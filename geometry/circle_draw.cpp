@@ -37,7 +37,8 @@ void CCircle::Draw() {
   // Each rim piece is a line of its own, so a dash pattern starts anew on
   // every piece.
   bool planar = !(CType == 2 || CType == 5);
-  Position centre = planar ? Position(PCenter.x, PCenter.y, 0) : Centre();
+  Position centre = Centre();
+  if (planar) centre.z = 0;
   if (Filled) {
     // The disc is painted piece by piece under a blend, the outline after
     // each piece.

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "document/document.h"
@@ -267,15 +268,81 @@ void RefreshImagePoint(Position& p) {
   MovePointTo(p, r.x, r.y, r.z);
 }
 
+// The slot of a structure point in its carrier, or -1.
+template <class C>
+int StruIndex(const C& carrier, const std::string& id) {
+  for (size_t i = 0; i < carrier.StruP.size(); ++i)
+    if (carrier.StruP[i].ID == id) return static_cast<int>(i);
+  return -1;
+}
+
+// A division point on a circle or an arc. On a circle the parts are counted
+// round a whole turn from the rim point (the middle point stands opposite
+// it); a circle without a rim point of its own keeps the stored angle. On an
+// arc they are counted along its sweep from the begin. The carrier's copy and
+// angle are kept with the point. A point on a line is placed by the line's
+// fraction.
+void RefreshDivisionOnCarrier(Position& p, long n) {
+  const double part = static_cast<double>(p.Pos) / static_cast<double>(n);
+  const std::string head = Head(p.LKID);
+  Position centre;
+  float r = 0;
+  double angle = 0;
+  float z = 0;
+  std::vector<Position>* stru = nullptr;
+  std::vector<float>* angles = nullptr;
+  int i = -1;
+  if (head == "CR") {
+    CCircle* c = Doc.Circles.FindById(p.LKID);
+    if (!c || c->CType == 5) return;  // a circle in space keeps its points where they are
+    i = StruIndex(*c, p.ID);
+    centre = c->Centre();
+    r = c->Radius();
+    if (!c->PCircleR.ID.empty() && DistanceBetween(c->PCircleR, centre) > 0)
+      angle = AngleOfSegment(c->PCircleR, centre) + kTwoPi * part;
+    else if (i >= 0 && static_cast<size_t>(i) < c->StruAngle.size())
+      angle = c->StruAngle[static_cast<size_t>(i)];
+    else
+      return;
+    z = centre.z;
+    stru = &c->StruP;
+    angles = &c->StruAngle;
+  } else if (head == "AR") {
+    CArc* a = Doc.Arcs.FindById(p.LKID);
+    if (!a) return;
+    i = StruIndex(*a, p.ID);
+    double start, sweep;
+    a->Sweep(start, sweep);
+    centre = a->Centre();
+    r = a->Radius();
+    angle = start + sweep * part;
+    z = a->pBegin.z;
+    stru = &a->StruP;
+    angles = &a->StruAngle;
+  } else {
+    return;
+  }
+  const Position at(Sng(centre.x + r * std::cos(angle)), Sng(centre.y + r * std::sin(angle)), z);
+  MovePointTo(p, at.x, at.y, at.z);
+  if (i >= 0) {
+    const size_t k = static_cast<size_t>(i);
+    (*stru)[k].Set(at.x, at.y, at.z);
+    if (k < angles->size()) (*angles)[k] = static_cast<float>(angle);
+  }
+}
+
 void RefreshDivisionPoint(Position& p) {
-  if (Head(p.LKID) != "PT") return;  // on a carrier it is a structure point
-  const Position* a = FindPoint(p.LKID);
-  const Position* b = FindPoint(p.LKID2);
-  if (!a || !b) return;
-  // A damaged record's count beyond any division keeps the point too.
+  // A damaged record's count beyond any division keeps the point.
   if (!(std::fabs(p.Para1) < 1e6f)) return;
   const long n = RoundToLong(p.Para1);
   if (n == 0) return;
+  if (Head(p.LKID) != "PT") {
+    RefreshDivisionOnCarrier(p, n);
+    return;
+  }
+  const Position* a = FindPoint(p.LKID);
+  const Position* b = FindPoint(p.LKID2);
+  if (!a || !b) return;
   const double k = static_cast<double>(p.Pos) / static_cast<double>(n);
   MovePointTo(p, Sng(a->x + (static_cast<double>(b->x) - a->x) * k), Sng(a->y + (static_cast<double>(b->y) - a->y) * k),
               Sng(a->z + (static_cast<double>(b->z) - a->z) * k));
@@ -393,7 +460,11 @@ void RefreshBisector(CLine& l) {
   PlaceCopy(l.pEnd, end);
 }
 
-void RefreshIntersection(Position& p) {
+// The place of the intersection point p from its two objects. With `whole`
+// the carriers are taken whole: a segment or a ray as its line, an arc as its
+// circle. False when the root that Pos asks for is not there (or an object
+// is lost).
+bool IntersectionPlace(const Position& p, bool whole, Position& at) {
   std::string id1 = p.LKID, id2 = p.LKID2;
   // The line first, whichever way round the ids were given.
   if (Head(id1) != "LN" && Head(id2) == "LN") std::swap(id1, id2);
@@ -401,25 +472,36 @@ void RefreshIntersection(Position& p) {
   Position first(p.x, p.y, p.z), second(p.x, p.y, p.z);
   bool found = false;
   if (h1 == "LN") {
-    const CLine* l = Doc.Lines.FindById(id1);
-    if (!l) return;
+    const CLine* line = Doc.Lines.FindById(id1);
+    if (!line) return false;
+    // Made only when asked for: the refresh pass runs this for every
+    // intersection point on every step.
+    std::optional<CLine> wholeLine;
+    if (whole) {
+      wholeLine.emplace();
+      wholeLine->pBegin = line->pBegin;
+      wholeLine->pEnd = line->pEnd;
+      wholeLine->lt = 2;
+    }
+    const CLine* l = whole ? &*wholeLine : line;
     if (h2 == "LN") {
       const CLine* m = Doc.Lines.FindById(id2);
-      if (!m || p.Pos > 1) return;
+      if (!m || p.Pos > 1) return false;
       found = LineLine(*l, *m, first) == 1;
     } else if (h2 == "RG") {
       const CRegion* g = Doc.Regions.FindById(id2);
-      if (!g || p.Pos > 1) return;
+      if (!g || p.Pos > 1) return false;
       found = LineRegion(l->pBegin, l->pEnd, *g, first) == 1;
     } else if (h2 == "C2") {
       const CFunCurve* c = Doc.FunCurves.FindById(id2);
-      if (!c) return;
+      if (!c) return false;
       found = c->LineInter(*l, p.Pos, first) == 1;
     } else {
       Position centre;
       float r;
       const CArc* arc;
-      if (!RoundOf(id2, centre, r, &arc)) return;
+      if (!RoundOf(id2, centre, r, &arc)) return false;
+      if (whole) arc = nullptr;
       const int code = LineCircle(*l, r, centre, first, second);
       if (p.Pos == 2) {
         found = (code == 3 || code == 4) && OnArc(arc, second);
@@ -432,7 +514,8 @@ void RefreshIntersection(Position& p) {
     Position c1, c2;
     float r1, r2;
     const CArc *arc1, *arc2;
-    if (!RoundOf(id1, c1, r1, &arc1) || !RoundOf(id2, c2, r2, &arc2)) return;
+    if (!RoundOf(id1, c1, r1, &arc1) || !RoundOf(id2, c2, r2, &arc2)) return false;
+    if (whole) arc1 = arc2 = nullptr;
     const int n = CircleCircle(c1, r1, c2, r2, first, second);
     if (p.Pos == 2) {
       found = n >= 2 && OnArc(arc1, second) && OnArc(arc2, second);
@@ -441,9 +524,15 @@ void RefreshIntersection(Position& p) {
       found = n >= 1 && OnArc(arc1, first) && OnArc(arc2, first);
     }
   }
+  if (found) at = first;
+  return found;
+}
+
+void RefreshIntersection(Position& p) {
   // No solution: the point keeps its last place and comes back with the
   // figure.
-  if (found) MovePointTo(p, first.x, first.y, first.z);
+  Position at;
+  if (IntersectionPlace(p, false, at)) MovePointTo(p, at.x, at.y, at.z);
 }
 
 void RefreshTangentPoint(Position& p) {
@@ -694,7 +783,7 @@ Position ImageUnder(const Position& source, const DocObject& image, float para1,
     case 2:
       if (Head(image.LKID2) == "LN") return source.RotL3D(image.LKID2, para1);
       return source.RotateP(image.LKID2, para1);
-    case 3: return source.Zoom(para1);
+    case 3: return ZoomAbout(source, image.LKID2, para1);
     case 4: {
       const std::string h = Head(image.LKID2);
       if (h == "LN") return source.MirrorL(image.LKID2);
@@ -703,6 +792,23 @@ Position ImageUnder(const Position& source, const DocObject& image, float para1,
     }
     default: return Position(source.x, source.y, source.z);
   }
+}
+
+bool PlaceNewIntersection(Position& p) {
+  Position at;
+  if (IntersectionPlace(p, false, at) || IntersectionPlace(p, true, at)) {
+    MovePointTo(p, at.x, at.y, at.z);
+    return true;
+  }
+  return false;
+}
+
+Position ZoomAbout(const Position& p, const std::string& centreId, float factor) {
+  const Position* c = centreId.empty() ? nullptr : FindPoint(centreId);
+  if (!c) return p.Zoom(factor);
+  // Moved so that the centre stands on the origin, scaled there, moved back.
+  const Position scaled = Position(p.x - c->x, p.y - c->y, p.z - c->z).Zoom(factor);
+  return Position(scaled.x + c->x, scaled.y + c->y, scaled.z + c->z);
 }
 
 // ---- the passes -----------------------------------------------------------------------------
@@ -723,9 +829,18 @@ void RefreshPass() {
     }
   }
   RunStage(RefreshStage::AfterPoints);
-  // 2. Circles rebuilt from a source.
-  for (CCircle* c : Doc.Circles)
-    if (c->CType == 10) RefreshCircleImage(*c);
+  // 2. Circles rebuilt from a source. The centre and radius that circles
+  // through three points and inscribed circles take from their points are
+  // kept in PCenter and R as well, for those who read the fields.
+  for (CCircle* c : Doc.Circles) {
+    if (c->CType == 10) {
+      RefreshCircleImage(*c);
+    } else if (c->CType == 2 || c->CType == 4) {
+      const Position o = c->Centre();
+      c->PCenter.Set(o.x, o.y, o.z);
+      c->R = c->Radius();
+    }
+  }
   RunStage(RefreshStage::AfterCircleImages);
   // 3. Arcs on a circle and arcs rebuilt from a source.
   for (CArc* a : Doc.Arcs)

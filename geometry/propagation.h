@@ -99,9 +99,21 @@ void MovePointTo(Position& real, float x, float y, float z);
 
 // The image of a point under the transformation an image object records
 // (TransType 1 move by MoveType, Para1..3, LKID3, LKID4; 2 rotation about the
-// point LKID2, or about the line LKID2 in space, by Para1; 3 scaling by Para1;
-// 4 reflection in the point, line or region LKID2). Other values: the point.
+// point LKID2, or about the line LKID2 in space, by Para1; 3 scaling by Para1
+// about the point LKID2, about the origin when there is none; 4 reflection in
+// the point, line or region LKID2). Other values: the point.
 Position ImageUnder(const Position& source, const DocObject& image, float para1, float para2, float para3);
+
+// Places a new intersection point (ptype 4) at once: on the root that its
+// Pos names where the two objects meet, else where their carriers meet taken
+// whole (a segment as its line, an arc as its circle), so that it waits on
+// the figure rather than at the origin. False (the point stays) when even
+// the carriers do not meet.
+bool PlaceNewIntersection(Position& p);
+
+// Scaling by `factor` about the point `centreId`: C + factor (P - C). Position::Zoom
+// scales about the origin; without a centre point this is the same.
+Position ZoomAbout(const Position& p, const std::string& centreId, float factor);
 
 // ---- the trace of one drag step ---------------------------------------------------
 // While a trace is open, the UpdateLinked family records every holder whose

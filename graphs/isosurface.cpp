@@ -126,22 +126,36 @@ void MarchCubes(const IsoGrid& g, float level, IsoMesh& mesh) {
   if (g.nu < 2 || g.nv < 2 || g.nw < 2 || !g.X || !g.Y || !g.Z || !g.F) return;
   const Tables& tables = CubeTables();
   const size_t nu = static_cast<size_t>(g.nu), nv = static_cast<size_t>(g.nv), nw = static_cast<size_t>(g.nw);
-  const size_t nodes = nu * nv * nw;
-  // The vertex on each grid edge, by the edge's lower node and its axis.
-  std::vector<std::int32_t> onEdge(nodes * 3, -1);
-  std::vector<std::int32_t> atNode(nodes, -1);
-  const size_t step[3] = {1, nu, nu * nv};
+  const size_t layer = nu * nv;
+  const size_t step[3] = {1, nu, layer};
+  // Per corner its offset from the cell's lower node; per edge the offsets of
+  // its ends, the end nearer the origin and the axis it runs along.
+  size_t cornerOff[8];
+  for (int c = 0; c < 8; ++c)
+    cornerOff[c] = step[0] * static_cast<size_t>(kCorner[c][0]) + step[1] * static_cast<size_t>(kCorner[c][1]) +
+                   step[2] * static_cast<size_t>(kCorner[c][2]);
+  size_t edgeA[12], edgeB[12], edgeLo[12];
+  int edgeAxis[12];
+  for (int e = 0; e < 12; ++e) {
+    edgeA[e] = cornerOff[kEdge[e][0]];
+    edgeB[e] = cornerOff[kEdge[e][1]];
+    edgeLo[e] = std::min(edgeA[e], edgeB[e]);
+    edgeAxis[e] = 0;
+    for (int d = 0; d < 3; ++d)
+      if (kCorner[kEdge[e][0]][d] != kCorner[kEdge[e][1]][d]) edgeAxis[e] = d;
+  }
+  // The vertex on each grid edge and at each sample, kept for the two layers
+  // of samples that the current layer of cells touches: the x and y edges
+  // and the samples of layer k (slot k & 1) and k + 1, the z edges of layer k.
+  std::vector<std::int32_t> flatEdges(layer * 4, -1), upEdges(layer, -1), atNode(layer * 2, -1);
+  // Which samples lie below the level, one layer of cells at a time.
+  std::vector<std::uint8_t> below(layer * nw);
+  for (size_t n = 0; n < layer * nw; ++n) below[n] = g.F[n] < level;
   auto vertexOn = [&](size_t base, int e) -> std::uint32_t {
-    const int a = kEdge[e][0], b = kEdge[e][1];
-    size_t na = base, nb = base;
-    int axis = 0;
-    for (int d = 0; d < 3; ++d) {
-      na += step[d] * static_cast<size_t>(kCorner[a][d]);
-      nb += step[d] * static_cast<size_t>(kCorner[b][d]);
-      if (kCorner[a][d] != kCorner[b][d]) axis = d;
-    }
-    const size_t lo = na < nb ? na : nb;
-    std::int32_t& slot = onEdge[lo * 3 + static_cast<size_t>(axis)];
+    const size_t na = base + edgeA[e], nb = base + edgeB[e], lo = base + edgeLo[e];
+    const size_t loLayer = lo / layer, inLayer = lo % layer;
+    const int axis = edgeAxis[e];
+    std::int32_t& slot = axis == 2 ? upEdges[inLayer] : flatEdges[((loLayer & 1) * layer + inLayer) * 2 + static_cast<size_t>(axis)];
     if (slot >= 0) return static_cast<std::uint32_t>(slot);
     const float fa = g.F[na], fb = g.F[nb];
     float t = fb != fa ? (level - fa) / (fb - fa) : 0.5f;
@@ -154,7 +168,8 @@ void MarchCubes(const IsoGrid& g, float level, IsoMesh& mesh) {
     auto near = [&](size_t n) {
       return std::fabs(p[0] - g.X[n]) < 1e-5f && std::fabs(p[1] - g.Y[n]) < 1e-5f && std::fabs(p[2] - g.Z[n]) < 1e-5f;
     };
-    std::int32_t* node = near(na) ? &atNode[na] : near(nb) ? &atNode[nb] : nullptr;
+    auto nodeSlot = [&](size_t n) -> std::int32_t& { return atNode[((n / layer) & 1) * layer + n % layer]; };
+    std::int32_t* node = near(na) ? &nodeSlot(na) : near(nb) ? &nodeSlot(nb) : nullptr;
     if (node && *node >= 0) {
       slot = *node;
       return static_cast<std::uint32_t>(slot);
@@ -165,15 +180,22 @@ void MarchCubes(const IsoGrid& g, float level, IsoMesh& mesh) {
     return static_cast<std::uint32_t>(slot);
   };
   for (size_t k = 0; k + 1 < nw; ++k) {
+    if (k > 0) {
+      // Layer k + 1 takes the slots of layer k - 1.
+      const size_t s = (k + 1) & 1;
+      std::fill(flatEdges.begin() + static_cast<std::ptrdiff_t>(s * layer * 2),
+                flatEdges.begin() + static_cast<std::ptrdiff_t>((s + 1) * layer * 2), -1);
+      std::fill(atNode.begin() + static_cast<std::ptrdiff_t>(s * layer),
+                atNode.begin() + static_cast<std::ptrdiff_t>((s + 1) * layer), -1);
+      std::fill(upEdges.begin(), upEdges.end(), -1);
+    }
     for (size_t j = 0; j + 1 < nv; ++j) {
       for (size_t i = 0; i + 1 < nu; ++i) {
         const size_t base = (k * nv + j) * nu + i;
-        int pattern = 0;
-        for (int c = 0; c < 8; ++c) {
-          const size_t n = base + step[0] * kCorner[c][0] + step[1] * kCorner[c][1] + step[2] * kCorner[c][2];
-          if (g.F[n] < level) pattern |= 1 << c;
-        }
-        if (!tables.mask[pattern]) continue;
+        const std::uint8_t* b = &below[base];
+        const int pattern = b[cornerOff[0]] | b[cornerOff[1]] << 1 | b[cornerOff[2]] << 2 | b[cornerOff[3]] << 3 |
+                            b[cornerOff[4]] << 4 | b[cornerOff[5]] << 5 | b[cornerOff[6]] << 6 | b[cornerOff[7]] << 7;
+        if (pattern == 0 || pattern == 255) continue;
         const std::vector<std::int8_t>& t = tables.tris[pattern];
         for (size_t m = 0; m + 2 < t.size(); m += 3) {
           const std::uint32_t v0 = vertexOn(base, t[m]), v1 = vertexOn(base, t[m + 1]), v2 = vertexOn(base, t[m + 2]);

@@ -13,6 +13,7 @@
 #include "expr/text_prep.h"
 #include "geometry/geom.h"
 #include "graphs/curve_analysis.h"
+#include "graphs/mesh_pick.h"
 #include "persist/record.h"
 
 namespace vt {
@@ -368,11 +369,31 @@ bool CSurface::Pick(const Position& scenePoint, const Position& farPoint, const 
       }
       return false;
     }
+    if (RayNearMeshChords(Vert3D, StepU, StepV, nearPoint, farPoint, 0.12)) return true;
     for (const std::vector<Position>& quad : GetRegions())
       if (RayHitsPolygon(nearPoint, farPoint, quad)) return true;
   } catch (...) {
   }
   (void)scenePoint;
+  return false;
+}
+
+bool RayNearMeshChords(const std::vector<Position>& grid, int su, int sv, const Position& nearPoint,
+                       const Position& farPoint, double tol) {
+  if (su < 0 || sv < 0 || grid.size() < GridIndex(su, sv, sv) + 1) return false;
+  auto near = [&](const Position& a, const Position& b) {
+    if (IsHolePosition(a) || IsHolePosition(b)) return false;
+    // The chord's own box first: the distance below is to the whole line.
+    const CBox box{std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y),
+                   std::max(a.y, b.y), std::min(a.z, b.z), std::max(a.z, b.z)};
+    return RayMeetsBox(nearPoint, farPoint, box, tol) && DistanceRayLine(nearPoint, farPoint, a, b) < tol;
+  };
+  for (int i = 0; i <= su; ++i)
+    for (int j = 0; j <= sv; ++j) {
+      const Position& a = grid[GridIndex(i, j, sv)];
+      if (i < su && near(a, grid[GridIndex(i + 1, j, sv)])) return true;
+      if (j < sv && near(a, grid[GridIndex(i, j + 1, sv)])) return true;
+    }
   return false;
 }
 
@@ -582,6 +603,8 @@ std::unique_ptr<CSurface> CSurface::Load(RecordReader& r) {
 
 void RefreshSurfaces() {
   for (CSurface* s : Doc.Surfaces) s->GetPoints();
+  // The swept surfaces follow the parameters in their formulas too.
+  RefreshSweptSurfaces();
 }
 
 }  // namespace vt

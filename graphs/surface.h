@@ -83,6 +83,45 @@ void DrawQuadGrid(const std::vector<Position>& grid, int su, int sv, const std::
 void BeginSurfaceLook(const QuadLook& look);
 void EndSurfaceLook(const QuadLook& look);
 
+// The look and the normals of any surface kind: each keeps the same fields
+// (Show, Smoothness, Material, FillStyle, the colours and ramp, its box,
+// texture, transparency and DrawMode; Vert3D with StepU x StepV quads).
+template <class S>
+QuadLook SurfaceLookOf(const S& s) {
+  QuadLook look;
+  look.Show = s.Show;
+  look.Smoothness = s.Smoothness;
+  look.Material = s.Material;
+  look.Coloring.FillStyle = s.FillStyle;
+  look.Coloring.FirstColor = s.FirstColor;
+  look.Coloring.SecondColor = s.SecondColor;
+  look.Coloring.Ramp = &s.Ramp;
+  look.Coloring.MinX = s.MinX, look.Coloring.MaxX = s.MaxX;
+  look.Coloring.MinY = s.MinY, look.Coloring.MaxY = s.MaxY;
+  look.Coloring.MinZ = s.MinZ, look.Coloring.MaxZ = s.MaxZ;
+  look.ShowTex = s.ShowTex;
+  look.TexName = s.TexName;
+  look.TexMode = s.TexMode;
+  look.ShowTrans = s.ShowTrans;
+  look.TransAlpha = s.TransAlpha;
+  if (s.DrawMode == 2 || s.DrawMode == 3) {  // selected
+    look.UseOverride = true;
+    look.OverrideColor = RGB(255, 0, 0);
+  } else if (s.DrawMode == 4) {  // highlighted
+    look.UseOverride = true;
+    look.OverrideColor = RGB(0, 255, 0);
+  }
+  return look;
+}
+template <class S>
+void SurfaceNormalsOf(const S& s, std::vector<Vec3>& face, std::vector<Vec3>& vertex) {
+  CBox box;
+  box.MinX = s.MinX, box.MaxX = s.MaxX, box.MinY = s.MinY, box.MaxY = s.MaxY;
+  box.MinZ = s.MinZ, box.MaxZ = s.MaxZ;
+  FaceNormals(s.Vert3D, s.StepU, s.StepV, face);
+  VertexNormals(s.Vert3D, s.StepU, s.StepV, face, box, vertex);
+}
+
 class CSurface : public DocObject {
  public:
   static constexpr int kMaxSteps = 1000;

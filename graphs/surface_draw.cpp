@@ -171,39 +171,9 @@ void DrawQuadGrid(const std::vector<Position>& grid, int su, int sv, const std::
 
 // ---- CSurface ----------------------------------------------------------------------------
 
-QuadLook CSurface::Look() const {
-  QuadLook look;
-  look.Show = Show;
-  look.Smoothness = Smoothness;
-  look.Material = Material;
-  look.Coloring.FillStyle = FillStyle;
-  look.Coloring.FirstColor = FirstColor;
-  look.Coloring.SecondColor = SecondColor;
-  look.Coloring.Ramp = &Ramp;
-  look.Coloring.MinX = MinX, look.Coloring.MaxX = MaxX;
-  look.Coloring.MinY = MinY, look.Coloring.MaxY = MaxY;
-  look.Coloring.MinZ = MinZ, look.Coloring.MaxZ = MaxZ;
-  look.ShowTex = ShowTex;
-  look.TexName = TexName;
-  look.TexMode = TexMode;
-  look.ShowTrans = ShowTrans;
-  look.TransAlpha = TransAlpha;
-  if (DrawMode == 2 || DrawMode == 3) {
-    look.UseOverride = true;
-    look.OverrideColor = RGB(255, 0, 0);
-  } else if (DrawMode == 4) {
-    look.UseOverride = true;
-    look.OverrideColor = RGB(0, 255, 0);
-  }
-  return look;
-}
+QuadLook CSurface::Look() const { return SurfaceLookOf(*this); }
 
-void CSurface::ComputeNormals() {
-  CBox box;
-  box.MinX = MinX, box.MaxX = MaxX, box.MinY = MinY, box.MaxY = MaxY, box.MinZ = MinZ, box.MaxZ = MaxZ;
-  FaceNormals(Vert3D, StepU, StepV, faceN_);
-  VertexNormals(Vert3D, StepU, StepV, faceN_, box, vertN_);
-}
+void CSurface::ComputeNormals() { SurfaceNormalsOf(*this, faceN_, vertN_); }
 
 void CSurface::MeshImplicit() {
   IsoGrid g;

@@ -90,18 +90,6 @@ void Message(const std::string& text, const char* title) {
   host().MsgBox(text, title, MsgButtons::OK, title[0] == 'E' ? MsgIcon::Critical : MsgIcon::Exclamation);
 }
 
-bool Filter(std::string& text, bool expr) {
-  std::string source = text, result;
-  if (!(expr ? FilterExprText(source, result) : FilterNumberText(source, result))) return false;
-  text = result;
-  return true;
-}
-
-int WholeOf(const std::string& text) {
-  const double v = Val(text);
-  if (!(v > -1e9 && v < 1e9)) return 0;
-  return static_cast<int>(RoundToLong(v));
-}
 
 bool RangeValue(const std::string& text, float& v) {
   bool ok = false;
@@ -110,6 +98,19 @@ bool RangeValue(const std::string& text, float& v) {
 }
 
 }  // namespace
+
+bool FilterField(std::string& text, bool expr) {
+  std::string source = text, result;
+  if (!(expr ? FilterExprText(source, result) : FilterNumberText(source, result))) return false;
+  text = result;
+  return true;
+}
+
+int WholeField(const std::string& text) {
+  const double v = Val(text);
+  if (!(v > -1e9 && v < 1e9)) return 0;
+  return static_cast<int>(RoundToLong(v));
+}
 
 SurfaceForm NewSurfaceForm() { return LoadSurfaceForm(CSurface()); }
 
@@ -170,12 +171,12 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
     return SurfaceConfirm::Stay;
   }
   // Step 1: every visible field through its filter.
-  const bool filtered = Filter(f.formula1, true) && (!param || (Filter(f.formula2, true) && Filter(f.formula3, true))) &&
-                        Filter(f.minU, true) && Filter(f.maxU, true) && Filter(f.stepsU, false) &&
-                        (!hasV || (Filter(f.minV, true) && Filter(f.maxV, true) && Filter(f.stepsV, false))) &&
-                        (!hasW || (Filter(f.minW, false) && Filter(f.maxW, false) && Filter(f.stepsW, false))) &&
-                        (!f.showTrans || Filter(f.transAlpha, false)) &&
-                        (!f.showContour || Filter(f.contourLevel, false));
+  const bool filtered = FilterField(f.formula1, true) && (!param || (FilterField(f.formula2, true) && FilterField(f.formula3, true))) &&
+                        FilterField(f.minU, true) && FilterField(f.maxU, true) && FilterField(f.stepsU, false) &&
+                        (!hasV || (FilterField(f.minV, true) && FilterField(f.maxV, true) && FilterField(f.stepsV, false))) &&
+                        (!hasW || (FilterField(f.minW, false) && FilterField(f.maxW, false) && FilterField(f.stepsW, false))) &&
+                        (!f.showTrans || FilterField(f.transAlpha, false)) &&
+                        (!f.showContour || FilterField(f.contourLevel, false));
   if (!filtered) {
     Message(kIllegalData, "Error");
     return SurfaceConfirm::Stay;
@@ -200,15 +201,15 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
   const int limit = implicit ? CSurface::kMaxImplicitSteps : CSurface::kMaxSteps;
   float lo, hi;
   if (!RangeValue(f.minU, lo) || !RangeValue(f.maxU, hi)) return SurfaceConfirm::Stay;
-  if (!ordered(labels.varU, lo, hi) || !enough(labels.varU, WholeOf(f.stepsU), limit)) return SurfaceConfirm::Stay;
+  if (!ordered(labels.varU, lo, hi) || !enough(labels.varU, WholeField(f.stepsU), limit)) return SurfaceConfirm::Stay;
   if (hasV) {
     if (!RangeValue(f.minV, lo) || !RangeValue(f.maxV, hi)) return SurfaceConfirm::Stay;
-    if (!ordered(labels.varV, lo, hi) || !enough(labels.varV, WholeOf(f.stepsV), limit))
+    if (!ordered(labels.varV, lo, hi) || !enough(labels.varV, WholeField(f.stepsV), limit))
       return SurfaceConfirm::Stay;
   }
   if (hasW) {
     if (!ordered(labels.varW, Sng(Val(f.minW)), Sng(Val(f.maxW))) ||
-        !enough(labels.varW, WholeOf(f.stepsW), limit))
+        !enough(labels.varW, WholeField(f.stepsW), limit))
       return SurfaceConfirm::Stay;
   }
 
@@ -224,11 +225,11 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
   // samples.
   auto made = std::make_unique<CSurface>();
   made->Init(editId, "", f.graphType, form, f.coordType, param ? f.formula1 : std::string(),
-             param ? f.formula2 : std::string(), param ? f.formula3 : f.formula1, WholeOf(f.stepsU),
-             hasV ? WholeOf(f.stepsV) : WholeOf(f.stepsU), f.minU, f.maxU, hasV ? f.minV : "-5",
+             param ? f.formula2 : std::string(), param ? f.formula3 : f.formula1, WholeField(f.stepsU),
+             hasV ? WholeField(f.stepsV) : WholeField(f.stepsU), f.minU, f.maxU, hasV ? f.minV : "-5",
              hasV ? f.maxV : "5");
   if (hasW) {
-    made->StepW = WholeOf(f.stepsW);
+    made->StepW = WholeField(f.stepsW);
     made->MinW = Sng(Val(f.minW));
     made->MaxW = Sng(Val(f.maxW));
   }
@@ -249,7 +250,7 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
   made->ShowContour = f.showContour;
   made->ShowVector = f.showVector;
   made->ShowColormap = f.showColormap;
-  made->ContourLevel = f.showContour ? WholeOf(f.contourLevel) : 10;
+  made->ContourLevel = f.showContour ? WholeField(f.contourLevel) : 10;
   if (!made->GetPoints()) return SurfaceConfirm::Stay;
 
   if (target) {

@@ -83,4 +83,10 @@ void mnuDraw2Sur_Click();
 // and the box selection of surfaces.
 void RegisterSurfaceCommands();
 
+// A dialog field through the input filter (formula or plain number); false
+// leaves it as it was.
+bool FilterField(std::string& text, bool expr);
+// A steps field as a whole number; 0 for what is no number in range.
+int WholeField(const std::string& text);
+
 }  // namespace vt

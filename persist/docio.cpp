@@ -80,6 +80,15 @@ std::string Cp1252ToUtf8(const std::string& s) {
   return out;
 }
 
+// Text from outside the program (the clipboard, a text handed to the undo or
+// model readers) may be no UTF-8; it is taken as Windows-1252 like an old file,
+// so that the document only ever holds UTF-8 and writes back what it read.
+const std::string& AsDocumentText(const std::string& text, std::string& converted) {
+  if (IsValidUtf8(text)) return text;
+  converted = Cp1252ToUtf8(text);
+  return converted;
+}
+
 // ---- the passes ----------------------------------------------------------------
 
 enum class ReadMode { File, Undo, Model };
@@ -120,7 +129,9 @@ void ReadSceneRecord(RecordReader& r, ReadMode mode) {
 
 // Reads a document text into the document. What is read stays when a record
 // turns out damaged; the counters are set from what was seen either way.
-bool ReadDocumentText(const std::string& text, ReadMode mode) {
+bool ReadDocumentText(const std::string& raw, ReadMode mode) {
+  std::string converted;
+  const std::string& text = AsDocumentText(raw, converted);
   EnsureReaders();
   LinkPassMode = 2;
   const long base = mode == ReadMode::Model ? NextObjectNumber : 0;
@@ -329,7 +340,9 @@ bool OpenModel(const std::string& path) {
 
 // ---- paste -------------------------------------------------------------------------
 
-void PasteRecords(const std::string& text) {
+void PasteRecords(const std::string& raw) {
+  std::string converted;
+  const std::string& text = AsDocumentText(raw, converted);
   EnsureReaders();
   LinkPassMode = 2;
   if (text.empty()) return;

@@ -10,6 +10,8 @@ void RegisterPointReader();
 void RegisterAnimationReaders();  // AC (tracks inside) and LO
 void RegisterScreenItemReaders();  // TT and BT
 void RegisterNoteReader();         // NT (tools/notes.cpp)
+void RegisterSweptReaders();       // SR and SS (graphs/swept.cpp)
+void RegisterDerivedSurfaceReaders();  // FA, RB, SP and IL (geometry/derived_surfaces.cpp)
 
 namespace {
 
@@ -39,6 +41,8 @@ void RegisterBuiltInReaders() {
   RegisterNoteReader();
   RegisterRecordReader("C3", &ReadSurface);
   RegisterRecordReader("SF", &ReadSurface);
+  RegisterSweptReaders();
+  RegisterDerivedSurfaceReaders();
 }
 
 }  // namespace vt

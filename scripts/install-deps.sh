@@ -12,7 +12,10 @@ PKGS=(
   libstb-dev
   libgtest-dev libgmock-dev libbenchmark-dev libmuparser-dev
   xvfb xauth xdotool imagemagick
+  clang libclang-rt-14-dev
 )
+# scripts/install-deps.sh --bench adds what the benchmark comparisons run.
+if [ "${1:-}" = "--bench" ]; then PKGS+=(python3-skimage python3-numpy); fi
 
 missing=()
 for p in "${PKGS[@]}"; do

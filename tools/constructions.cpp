@@ -12,7 +12,9 @@
 #include "geometry/extension.h"
 #include "geometry/geom.h"
 #include "geometry/propagation.h"
+#include "graphs/swept_commands.h"
 #include "render/frame.h"
+#include "tools/construction_prompts.h"
 #include "tools/models.h"
 #include "tools/notes.h"
 #include "tools/transform.h"
@@ -232,6 +234,9 @@ void mnuInterP_Click() {
     Position* p = NewPoint(Position(0, 0, 0), 4, ids[0], ids[1], pos);
     made.push_back(p);
   }
+  // Each point at its crossing from the start (a root off a segment or an
+  // arc waits where the carriers meet); then the kinds placed by later stages.
+  for (Position* p : made) PlaceNewIntersection(*p);
   RefreshPass();
   Done();
 }
@@ -354,8 +359,7 @@ void mnuDraw2IntLine_Click() {
     ShowNote(kMsgInterLine);
     return;
   }
-  // The intersection line itself is made by the intersection-line module
-  // when it registers its command under this name.
+  MakeInterLineFromSelection();
 }
 
 // ---- circles and arcs --------------------------------------------------------------------------
@@ -493,7 +497,11 @@ void mnuDraw2Fan_Click() {
   const Counts n = Count();
   const bool fits = (n.pt == 1 && n.cr == 1 && n.ar + n.cv + n.rg == 0) ||
                     (n.pt == 0 && n.cr == 0 && n.ar + n.cv + n.rg == 1);
-  if (!fits) ShowNote(kMsgSector);
+  if (!fits) {
+    ShowNote(kMsgSector);
+    return;
+  }
+  MakeFanFromSelection();
 }
 
 void mnuDraw2Ribbon_Click() {
@@ -502,7 +510,11 @@ void mnuDraw2Ribbon_Click() {
   const bool fits = total == 2 && n.pt == 0 &&
                     ((n.ln == 1 && (n.ar == 1 || n.cv == 1)) || n.ar == 2 || (n.ar == 1 && n.cv == 1) ||
                      n.cv == 2 || (n.cv == 1 && n.sf == 1) || n.sf == 2 || n.cr == 2 || n.rg == 2);
-  if (!fits) ShowNote(kMsgRibbon);
+  if (!fits) {
+    ShowNote(kMsgRibbon);
+    return;
+  }
+  MakeRibbonFromSelection();
 }
 
 // ---- triangle centres --------------------------------------------------------------------------
@@ -557,6 +569,7 @@ void RegisterConstructionCommands() {
   RegisterHandler("mnuTriFM", [] { RunGuarded([] { TriangleCentre_Click(25); }); });
   RegisterNoteCommands();
   RegisterTransformCommands();
+  RegisterPromptCommands();
   RegisterModelCommands();
 }
 

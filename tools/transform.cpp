@@ -30,7 +30,7 @@ class Run {
       case TransformOp::Move: return p.Move(s_.moveType, s_.a, s_.b, s_.c, s_.id3, s_.id4);
       case TransformOp::Rotate:
         return Head(s_.centre) == "LN" ? p.RotL3D(s_.centre, s_.a) : p.RotateP(s_.centre, s_.a);
-      case TransformOp::Zoom: return p.Zoom(s_.a);
+      case TransformOp::Zoom: return ZoomAbout(p, s_.centre, s_.a);
       case TransformOp::Mirror: {
         const std::string h = Head(s_.centre);
         if (h == "LN") return p.MirrorL(s_.centre);
@@ -53,7 +53,16 @@ class Run {
       case TransformOp::Rotate:
         img = Head(s_.centre) == "LN" ? src.RotL3D0(0, s_.centre, s_.a) : src.RotateP0(0, s_.centre, s_.a);
         break;
-      case TransformOp::Zoom: img = src.Zoom0(0, s_.a); break;
+      case TransformOp::Zoom:
+        // Zoom0 scales about the origin; the image records its centre and
+        // stands where the scaling about that centre puts it.
+        img = src.Zoom0(0, s_.a);
+        if (img) {
+          img->LKID2 = s_.centre;
+          const Position at = Mapped(src);
+          img->Set(at.x, at.y, at.z);
+        }
+        break;
       case TransformOp::Mirror: {
         const std::string h = Head(s_.centre);
         img = h == "LN" ? src.MirrorL0(0, s_.centre) : h == "RG" ? src.MirrorR0(0, s_.centre) : src.MirrorP0(0, s_.centre);
@@ -83,14 +92,19 @@ class Run {
     return LooseImage(copy);
   }
 
-  // The image object made by the kind's own transform (flag 0).
+  // The image object made by the kind's own transform (flag 0); a scaled
+  // image records its centre as the points do.
   template <class T>
   T* MakeImage(T& src) {
     switch (s_.op) {
       case TransformOp::Move: return src.Move(s_.moveType, s_.a, s_.b, s_.c, s_.id3, s_.id4, 0);
       case TransformOp::Rotate:
         return Head(s_.centre) == "LN" ? src.RotL3D(s_.centre, s_.a, 0) : src.RotateP(s_.centre, s_.a, 0);
-      case TransformOp::Zoom: return src.Zoom(s_.a, 0);
+      case TransformOp::Zoom: {
+        T* img = src.Zoom(s_.a, 0);
+        if (img) img->LKID2 = s_.centre;
+        return img;
+      }
       case TransformOp::Mirror: {
         const std::string h = Head(s_.centre);
         if (h == "LN") return src.MirrorL(s_.centre, 0);
@@ -143,6 +157,8 @@ class Run {
     const bool byPoints = c.CType == 1 || c.CType == 10;
     if (!generate) {
       for (const Position* s : {&c.PCenter, &c.PCircleR, &c.PCircleR2, &c.PCircleR3}) MoveFree(s->ID);
+      // A circle of a given radius has no rim point to carry its size.
+      if (c.CType == 3 && s_.op == TransformOp::Zoom) c.R *= std::fabs(s_.a);
       c.Rim.clear();
       return;
     }

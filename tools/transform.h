@@ -18,8 +18,9 @@ struct TransformParams {
   float a = 0, b = 0, c = 0;
   std::string id3, id4;
   // Rotate: the angle in radians about the point or (in space) the line
-  // `centre`. Zoom: the factor `a`. Mirror: the point, line or region
-  // `centre`.
+  // `centre`. Zoom: the factor `a` about the point `centre` (the origin when
+  // it is empty): P goes to centre + a (P - centre). Mirror: the point, line
+  // or region `centre`.
   std::string centre;
 };
 

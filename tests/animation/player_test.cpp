@@ -296,15 +296,15 @@ TEST_F(AnimationTest, RecordRoundTripAndRunningDocumentsPlay) {
   CAniControl* c = Player(12, 3);
   Move(c, {a->ID}, 2, 3, 0.25f, 0.75f);
   CreateParameter(c->ID, "K", -1, 1, 2, 0, 1);
-  const std::string text = GetUndoVar();
+  const std::string text = GetUndoVar(), pointId = a->ID;
   ASSERT_NE(text.find(c->ID + " "), std::string::npos);
-  ASSERT_TRUE(OpenDocumentText(text));
+  ASSERT_TRUE(OpenDocumentText(text));  // a and c are gone, read anew
   ASSERT_EQ(Doc.AniCtrls.count(), 1);
   CAniControl* back = Doc.AniCtrls.Item(1);
   EXPECT_EQ(back->Steps, 12);
   EXPECT_EQ(back->AniRunMode, 3);
   ASSERT_EQ(back->AniNum(), 2);
-  EXPECT_EQ(back->anis[0]->IndexP, std::vector<std::string>{a->ID});
+  EXPECT_EQ(back->anis[0]->IndexP, std::vector<std::string>{pointId});
   EXPECT_FLOAT_EQ(back->anis[0]->TimeFrom, 0.25f);
   EXPECT_EQ(back->anis[1]->Para1, "K");
   EXPECT_EQ(GetUndoVar(), text);

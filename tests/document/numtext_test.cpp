@@ -94,6 +94,14 @@ TEST(TextToNumber, ValTakesTheLeadingNumber) {
   EXPECT_TRUE(TextToDouble("0.000" + std::string(400, '0') + "5", d));
   EXPECT_EQ(d, 0.0);
   EXPECT_FALSE(TextToDouble("12" + std::string(400, '0'), d));
+  // Exponents beyond what a long holds (a damaged note record once overflowed
+  // the exponent arithmetic).
+  EXPECT_FALSE(TextToDouble("88888888888888888888E+99999999999999999999999", d));
+  d = 1;
+  EXPECT_TRUE(TextToDouble("0.5E-99999999999999999999999", d));
+  EXPECT_EQ(d, 0.0);
+  bool b = false;
+  EXPECT_FALSE(TextToBool("8" + std::string(60, '8') + "E+9" + std::string(30, '9'), b));
 }
 
 TEST(FormatPatterns, DecimalsAndRounding) {

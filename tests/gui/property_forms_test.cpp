@@ -53,7 +53,7 @@ class PropertyFormsTest : public QObject {
   template <class T>
   void WhenModal(std::function<void(T*)> act);
   void StopWatching();
-  // A segment between the start document's first two points, made as a
+  // A segment between the first two points of the case's document, made as a
   // construction command makes one.
   CLine* AddSegment();
   // The canvas pixel (logical units) where a world point is drawn.
@@ -72,6 +72,15 @@ void PropertyFormsTest::init() {
   QTRY_VERIFY(window_->started());
   QVERIFY(window_->picDraw() && window_->picDraw()->isValid());
   QCOMPARE(ActiveTool, 11);
+  // Every case starts from the same three points, whatever the start
+  // document shows.
+  window_->picDraw()->MakeCurrent();
+  OpenUnRe(
+      "GL Ver3.00 1 1 1 0 0;;"
+      "PT0001 -3 -2 0 1 2 255 0 1 1 @A@ 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 0 0 0;;"
+      "PT0002 3 -2 0 1 2 255 0 1 1 @B@ 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 0 0 0;;"
+      "PT0003 0 3 0 1 2 255 0 1 1 @C@ 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 0 0 0;;");
+  PushSnapshot();
 }
 
 void PropertyFormsTest::cleanup() {
@@ -143,7 +152,7 @@ T* PropertyFormsTest::OpenDialog() {
 void PropertyFormsTest::aDoubleClickOnALineOpensFrmLineAndOkAppliesStyleWidthAndColour() {
   CLine* line = AddSegment();
   const std::string id = line->ID;
-  // The start document's first two points stand at (-3, -2) and (3, -2).
+  // The first two points stand at (-3, -2) and (3, -2).
   QCOMPARE(line->pBegin.x, -3.0f);
   QCOMPARE(line->pEnd.y, -2.0f);
   Canvas* canvas = window_->picDraw();

@@ -266,6 +266,27 @@ TEST(DocumentFrame, OldCodePageTextsBecomeUtf8) {
   EXPECT_EQ(text, "\xc3\xa9t\xc3\xa9");  // already UTF-8: untouched
 }
 
+// A text that is no UTF-8 (pasted from another program, or handed to the undo
+// reader) is read as Windows-1252 like an old file, so that what the document
+// holds survives a save and an open unchanged. A byte of 0xDB in a label once
+// came back as two bytes after the save.
+TEST_F(DocumentTest, TextThatIsNoUtf8IsReadAsTheOldCodePage) {
+  const std::string text = "GL Ver3.00 1 1 1 0 0;;" + PointRecord("PT0001", 1, 2, "K\xdb");
+  OpenUnRe(text);
+  ASSERT_EQ(Doc.Points.count(), 1);
+  EXPECT_EQ(Doc.Points.Item(1)->PLabel, "K\xc3\x9b");
+  const std::string written = GetUndoVar();
+  std::string back;
+  ASSERT_TRUE(DecodeDocumentFrame(EncodeDocumentFrame(written), back));
+  EXPECT_EQ(back, written);
+
+  ResetGlobals();
+  SceneMode = 1;
+  PasteRecords(PointRecord("PT0001", 3, 4, "M\x80"));
+  ASSERT_EQ(Doc.Points.count(), 1);
+  EXPECT_EQ(Doc.Points.Item(1)->PLabel, "M\xe2\x82\xac");  // the euro sign
+}
+
 TEST_F(DocumentTest, ThousandsOfPointsRoundTripByteForByte) {
   SceneMode = 1;
   std::mt19937 rng(42);

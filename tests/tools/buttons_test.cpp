@@ -210,25 +210,26 @@ TEST_F(ButtonsTest, RecordsKeepEveryFieldAndCommandNamesWithBlanks) {
   sh->Hide = true;
   CButton* link = Make(3, {}, "\\Tutorials\\T1.vtd", 2);
   const std::string text = GetUndoVar();
-  OpenUnRe(text);
+  const std::string cmdId = cmd->ID, shId = sh->ID, linkId = link->ID, pointId = p->ID;
+  OpenUnRe(text);  // the objects above are gone, read anew
   ASSERT_EQ(Doc.Buttons.count(), 3);
-  CButton* c = Doc.Buttons.FindById(cmd->ID);
+  CButton* c = Doc.Buttons.FindById(cmdId);
   ASSERT_NE(c, nullptr);
   EXPECT_EQ(c->Label, "DO IT");
   EXPECT_EQ(c->ObjIDs, (std::vector<std::string>{"Edit-Select All", "View-Show/Hide Axis"}));
-  CButton* s = Doc.Buttons.FindById(sh->ID);
+  CButton* s = Doc.Buttons.FindById(shId);
   ASSERT_NE(s, nullptr);
   EXPECT_FLOAT_EQ(s->PosX, 33.5f);
   EXPECT_TRUE(s->Hide);
-  EXPECT_EQ(s->ObjIDs.at(0), p->ID);
-  CButton* l = Doc.Buttons.FindById(link->ID);
+  EXPECT_EQ(s->ObjIDs.at(0), pointId);
+  CButton* l = Doc.Buttons.FindById(linkId);
   ASSERT_NE(l, nullptr);
   EXPECT_EQ(l->Para1, "\\Tutorials\\T1.vtd");
   EXPECT_EQ(l->PathType, 2);
   EXPECT_EQ(GetUndoVar(), text);
 
   // The record's layout.
-  EXPECT_EQ(cmd->Save().substr(0, 13), cmd->ID + " 5 @DO ");
+  EXPECT_EQ(c->Save().substr(0, 13), cmdId + " 5 @DO ");
   // A count beyond the fields stops the read quietly, keeping what was read.
   OpenDocumentText("GL Ver3.00 1 0 0 0 0;;BT0007 1 @X@ 1 1 3 1 @@ PT0001;;");
   EXPECT_EQ(Doc.Buttons.count(), 0);

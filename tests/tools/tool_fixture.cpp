@@ -1,5 +1,7 @@
 #include "tool_fixture.h"
 
+#include <vector>
+
 #include "document/globals.h"
 #include "document/undo.h"
 #include "geometry/geom.h"
@@ -72,6 +74,20 @@ void ToolTest::DragSlanted(const Position& from, const Position& to, int steps) 
     Release(s, event(1));
     if (DragMoved) PushSnapshot();
   }
+}
+
+void ToolTest::DeselectAll() {
+  std::vector<DocObject*> still;
+  auto collect = [&still](auto& collection) {
+    for (DocObject* o : collection)
+      if (o->Selected) still.push_back(o);
+  };
+  collect(Doc.Points);
+  collect(Doc.Lines);
+  collect(Doc.Circles);
+  collect(Doc.Arcs);
+  collect(Doc.Regions);
+  for (DocObject* o : still) DeselectObject(*o);
 }
 
 Position* ToolTest::Free(float x, float y, const std::string& label) {

@@ -40,6 +40,9 @@ class ToolTest : public DocumentTest {
   // moves on the way, the release; a drag that hit something is an undo step.
   void Drag(float x0, float y0, float x1, float y1, int steps = 4);
   void DragSlanted(const Position& from, const Position& to, int steps = 4);
+  // Deselects every point, line, circle, arc and region (a drag moves all
+  // that is selected along with what it picks).
+  static void DeselectAll();
 
   // Constructions.
   Position* Free(float x, float y, const std::string& label = std::string());

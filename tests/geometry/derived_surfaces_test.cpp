@@ -1,0 +1,365 @@
+// Sectors, ribbons, spherical surfaces and intersection lines: the meshes
+// from their sources, their faces, picking, the re-initialisation after a
+// drag, the crossing of two polygons and the records.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <memory>
+#include <tuple>
+
+#include "document/document.h"
+#include "geometry/derived_surfaces.h"
+#include "geometry/propagation.h"
+#include "persist/docio.h"
+#include "persist/record.h"
+#include "document/globals.h"
+#include "support/fixtures.h"
+
+namespace vt {
+namespace {
+
+class DerivedSurfaceTest : public test::DocumentTest {
+ protected:
+  CRegion* Region(std::initializer_list<std::array<float, 3>> corners) {
+    auto g = std::make_unique<CRegion>();
+    g->ID = NewObjectId("RG");
+    short pos = 1;
+    for (const auto& c : corners) {
+      Position* p = AddPoint(c[0], c[1], c[2]);
+      Position copy(p->x, p->y, p->z);
+      copy.ID = p->ID;
+      g->Points.push_back(copy);
+      p->AddLink(CLinkObj{g->ID, 4, pos++, 0, 0});
+    }
+    return Doc.Regions.Add(std::move(g));
+  }
+  CLine* Segment(float x1, float y1, float z1, float x2, float y2, float z2) {
+    Position* a = AddPoint(x1, y1, z1);
+    Position* b = AddPoint(x2, y2, z2);
+    auto l = std::make_unique<CLine>();
+    l->ID = NewObjectId("LN");
+    l->Line1(a->ID, b->ID);
+    a->AddLink(CLinkObj{l->ID, 2, 1, 0, 0});
+    b->AddLink(CLinkObj{l->ID, 2, 2, 0, 0});
+    return Doc.Lines.Add(std::move(l));
+  }
+  CSphere* Sphere(Position* centre, Position* on) {
+    auto s = std::make_unique<CSphere>();
+    s->ID = NewObjectId("SP");
+    s->LKID = centre->ID;
+    s->LKID2 = on->ID;
+    return Doc.Spheres.Add(std::move(s));
+  }
+  CInterLine* InterLine(const std::string& a, const std::string& b) {
+    auto l = std::make_unique<CInterLine>();
+    l->ID = NewObjectId("IL");
+    l->LKID = a;
+    l->LKID2 = b;
+    return Doc.InterLines.Add(std::move(l));
+  }
+  // The segment's ends, the lower x (then y, z) first.
+  static void Ordered(const Segment3& s, Position& lo, Position& hi) {
+    const bool swap = std::tie(s.a.x, s.a.y, s.a.z) > std::tie(s.b.x, s.b.y, s.b.z);
+    lo = swap ? s.b : s.a;
+    hi = swap ? s.a : s.b;
+  }
+};
+
+void ExpectAt(const Position& p, float x, float y, float z, float tol = 1e-5f) {
+  EXPECT_NEAR(p.x, x, tol);
+  EXPECT_NEAR(p.y, y, tol);
+  EXPECT_NEAR(p.z, z, tol);
+}
+
+TEST_F(DerivedSurfaceTest, SphereMeshLiesAtTheDistanceOfItsPoint) {
+  Position* c = AddPoint(1, 2, 3);
+  Position* on = AddPoint(1, 2, 5);
+  CSphere* s = Sphere(c, on);
+  ASSERT_TRUE(s->InitPos());
+  EXPECT_FLOAT_EQ(s->R, 2);
+  ASSERT_EQ(s->Mesh.size(), 26u * 26u);
+  for (const Position& p : s->Mesh) {
+    const double d = std::sqrt((p.x - 1.0) * (p.x - 1.0) + (p.y - 2.0) * (p.y - 2.0) + (p.z - 3.0) * (p.z - 3.0));
+    EXPECT_NEAR(d, 2.0, 1e-5);
+  }
+  // b = 0 is the top pole, b = pi the bottom.
+  ExpectAt(s->Mesh[0], 1, 2, 5);
+  ExpectAt(s->Mesh[25], 1, 2, 1, 1e-4f);
+  EXPECT_EQ(s->GetRGNum(), 625);
+  // Faces at the poles lose their repeated corner.
+  const std::vector<Face> faces = s->GetRegions();
+  EXPECT_EQ(faces.size(), 625u);
+  EXPECT_EQ(faces.front().size(), 3u);
+
+  // A ray down through the centre hits it, a ray beside it misses.
+  EXPECT_TRUE(s->Pick(Position(), Position(1, 2, -10), Position(1, 2, 10)));
+  EXPECT_FALSE(s->Pick(Position(), Position(4, 2, -10), Position(4, 2, 10)));
+  s->Hide = true;
+  EXPECT_FALSE(s->Pick(Position(), Position(1, 2, -10), Position(1, 2, 10)));
+}
+
+TEST_F(DerivedSurfaceTest, SphereFollowsItsPointsAndPartialRanges) {
+  Position* c = AddPoint(0, 0, 0);
+  Position* on = AddPoint(0, 0, 2);
+  CSphere* s = Sphere(c, on);
+  s->AngleBTo = 1.5708f;  // the upper half
+  ASSERT_TRUE(s->InitPos());
+  for (const Position& p : s->Mesh) EXPECT_GE(p.z, -1e-4);
+  MovePointTo(*on, 0, 3, 0);
+  EXPECT_FLOAT_EQ(s->R, 3);
+  for (const Position& p : s->Mesh) EXPECT_NEAR(std::sqrt(p.x * p.x + p.y * p.y + p.z * p.z), 3.0, 1e-5);
+  MovePointTo(*c, 1, 0, 0);
+  EXPECT_FLOAT_EQ(s->Center.x, 1);
+  EXPECT_NEAR(s->R, std::sqrt(10.0), 1e-5);
+  // A gone point empties the mesh.
+  s->LKID2 = "PT9999";
+  EXPECT_FALSE(s->InitPos());
+  EXPECT_EQ(s->GetRGNum(), 0);
+}
+
+TEST_F(DerivedSurfaceTest, FanClosesTheRimToItsApex) {
+  CRegion* g = Region({{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}});
+  Position* apex = AddPoint(1, 1, 3);
+  auto f = std::make_unique<CFan>();
+  f->ID = NewObjectId("FA");
+  f->LKID = apex->ID;
+  f->LKID2 = g->ID;
+  CFan* fan = Doc.Fans.Add(std::move(f));
+  ASSERT_TRUE(fan->InitPos());
+  // The closed outline of the square: 5 rim samples, 4 triangles.
+  EXPECT_EQ(fan->GetRGNum(), 4);
+  const std::vector<Face> faces = fan->GetRegions();
+  ASSERT_EQ(faces.size(), 4u);
+  for (const Face& t : faces) {
+    ASSERT_EQ(t.size(), 3u);
+    ExpectAt(t[2], 1, 1, 3);
+  }
+  const std::vector<Position> outline = fan->GetRotPoints();
+  ASSERT_EQ(outline.size(), 7u);
+  ExpectAt(outline.front(), 1, 1, 3);
+  ExpectAt(outline.back(), 1, 1, 3);
+  // The apex follows its point.
+  MovePointTo(*apex, 1, 1, 5);
+  ExpectAt(fan->GetRegions()[0][2], 1, 1, 5);
+  // Without a point the apex is the middle of the rim samples.
+  fan->LKID = "";
+  ASSERT_TRUE(fan->InitPos());
+  ExpectAt(fan->Apex, 0.8f, 0.8f, 0);  // the first corner counts twice
+  // A point as the rim is refused.
+  fan->LKID2 = apex->ID;
+  EXPECT_FALSE(fan->InitPos());
+  EXPECT_EQ(fan->GetRGNum(), 0);
+}
+
+TEST_F(DerivedSurfaceTest, RibbonJoinsTwoRimsSampleBySample) {
+  CLine* a = Segment(0, 0, 0, 4, 0, 0);
+  CLine* b = Segment(0, 1, 1, 4, 1, 1);
+  auto r = std::make_unique<CRibbon>();
+  r->ID = NewObjectId("RB");
+  r->LKID = a->ID;
+  r->LKID2 = b->ID;
+  CRibbon* rb = Doc.Ribbons.Add(std::move(r));
+  ASSERT_TRUE(rb->InitPos());
+  EXPECT_EQ(rb->GetRGNum(), 50);
+  const std::vector<Face> faces = rb->GetRegions();
+  ASSERT_EQ(faces.size(), 50u);
+  ExpectAt(faces[0][0], 0, 0, 0);
+  ExpectAt(faces[0][1], 0.08f, 0, 0);
+  ExpectAt(faces[0][2], 0.08f, 1, 1);
+  ExpectAt(faces[0][3], 0, 1, 1);
+  const std::vector<Position> outline = rb->GetRotPoints();
+  ASSERT_EQ(outline.size(), 103u);
+  ExpectAt(outline[50], 4, 0, 0);
+  ExpectAt(outline[51], 4, 1, 1);
+  ExpectAt(outline.back(), 0, 0, 0);
+  // A point is not a rim.
+  rb->LKID2 = a->pBegin.ID;
+  EXPECT_FALSE(rb->InitPos());
+}
+
+TEST_F(DerivedSurfaceTest, CrossingSquaresMeetInTheSegmentComputedByHand) {
+  // The square [-1, 1]^2 in z = 0, and a square in the plane x = 0.5 that
+  // reaches from y = -2 to 0 and from z = -1 to 1: they share the segment
+  // x = 0.5, z = 0, y from -1 to 0.
+  const Face a = {Position(-1, -1, 0), Position(1, -1, 0), Position(1, 1, 0), Position(-1, 1, 0)};
+  const Face b = {Position(0.5f, -2, -1), Position(0.5f, 0, -1), Position(0.5f, 0, 1), Position(0.5f, -2, 1)};
+  std::vector<Segment3> out;
+  ASSERT_TRUE(FaceFaceSegment(a, b, out));
+  ASSERT_EQ(out.size(), 1u);
+  Position lo, hi;
+  Ordered(out[0], lo, hi);
+  ExpectAt(lo, 0.5f, -1, 0);
+  ExpectAt(hi, 0.5f, 0, 0);
+  // The same the other way round.
+  out.clear();
+  ASSERT_TRUE(FaceFaceSegment(b, a, out));
+  Ordered(out[0], lo, hi);
+  ExpectAt(lo, 0.5f, -1, 0);
+  ExpectAt(hi, 0.5f, 0, 0);
+
+  // A tilted square through the first: the plane z = x - 0.5 cuts z = 0 at
+  // x = 0.5 again; its corners reach y from -0.25 to 3.
+  const Face t = {Position(0, -0.25f, -0.5f), Position(1, -0.25f, 0.5f), Position(1, 3, 0.5f), Position(0, 3, -0.5f)};
+  out.clear();
+  ASSERT_TRUE(FaceFaceSegment(a, t, out));
+  ASSERT_EQ(out.size(), 1u);
+  Ordered(out[0], lo, hi);
+  ExpectAt(lo, 0.5f, -0.25f, 0);
+  ExpectAt(hi, 0.5f, 1, 0);
+}
+
+TEST_F(DerivedSurfaceTest, FacesThatDoNotCrossGiveNothing) {
+  const Face a = {Position(-1, -1, 0), Position(1, -1, 0), Position(1, 1, 0), Position(-1, 1, 0)};
+  const Face parallel = {Position(-1, -1, 1), Position(1, -1, 1), Position(1, 1, 1), Position(-1, 1, 1)};
+  const Face beside = {Position(3, -1, -1), Position(3, 1, -1), Position(3, 1, 1), Position(3, -1, 1)};
+  const Face line = {Position(0, 0, -1), Position(0, 0, 1), Position(0, 0, 2)};
+  std::vector<Segment3> out;
+  EXPECT_FALSE(FaceFaceSegment(a, parallel, out));
+  EXPECT_FALSE(FaceFaceSegment(a, a, out));
+  EXPECT_FALSE(FaceFaceSegment(a, beside, out));
+  EXPECT_FALSE(FaceFaceSegment(a, line, out));
+  EXPECT_TRUE(out.empty());
+}
+
+TEST_F(DerivedSurfaceTest, ConcavePolygonGivesOneSegmentPerArm) {
+  // A U in the plane z = 0: arms x in [0, 1] and [2, 3], joined below y = 1.
+  const Face u = {Position(0, 0, 0), Position(3, 0, 0), Position(3, 3, 0), Position(2, 3, 0),
+                  Position(2, 1, 0), Position(1, 1, 0), Position(1, 3, 0), Position(0, 3, 0)};
+  // A wall at y = 2 crossing both arms.
+  const Face wall = {Position(-1, 2, -1), Position(4, 2, -1), Position(4, 2, 1), Position(-1, 2, 1)};
+  std::vector<Segment3> out;
+  ASSERT_TRUE(FaceFaceSegment(u, wall, out));
+  ASSERT_EQ(out.size(), 2u);
+  std::sort(out.begin(), out.end(), [](const Segment3& p, const Segment3& q) {
+    return std::min(p.a.x, p.b.x) < std::min(q.a.x, q.b.x);
+  });
+  Position lo, hi;
+  Ordered(out[0], lo, hi);
+  ExpectAt(lo, 0, 2, 0);
+  ExpectAt(hi, 1, 2, 0);
+  Ordered(out[1], lo, hi);
+  ExpectAt(lo, 2, 2, 0);
+  ExpectAt(hi, 3, 2, 0);
+}
+
+TEST_F(DerivedSurfaceTest, InterLineOfTwoRegionsFollowsTheRefreshPass) {
+  CRegion* a = Region({{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}});
+  CRegion* b = Region({{0.5f, -2, -1}, {0.5f, 0, -1}, {0.5f, 0, 1}, {0.5f, -2, 1}});
+  CInterLine* il = InterLine(a->ID, b->ID);
+  il->InitLines();
+  ASSERT_EQ(il->Lines.size(), 1u);
+  Position lo, hi;
+  Ordered(il->Lines[0], lo, hi);
+  ExpectAt(lo, 0.5f, -1, 0);
+  ExpectAt(hi, 0.5f, 0, 0);
+  // The wall moves to x = -0.5: the next refresh pass rebuilds the line.
+  for (const Position& corner : b->Points) {
+    Position* real = FindPoint(corner.ID);
+    ASSERT_TRUE(real);
+    MovePointTo(*real, -0.5f, real->y, real->z);
+  }
+  RefreshPass();
+  ASSERT_EQ(il->Lines.size(), 1u);
+  Ordered(il->Lines[0], lo, hi);
+  ExpectAt(lo, -0.5f, -1, 0);
+  ExpectAt(hi, -0.5f, 0, 0);
+  CBox box{3e38f, -3e38f, 3e38f, -3e38f, 3e38f, -3e38f};
+  il->GetBox(box);
+  EXPECT_FLOAT_EQ(box.MinY, -1);
+  EXPECT_FLOAT_EQ(box.MaxY, 0);
+  // Picking along the line.
+  EXPECT_TRUE(il->Pick(Position(), Position(-0.5f, -0.5f, 10), Position(-0.5f, -0.5f, -10)));
+  EXPECT_FALSE(il->Pick(Position(), Position(0.5f, -0.5f, 10), Position(0.5f, -0.5f, -10)));
+  // A source that is gone leaves no segments.
+  il->LKID2 = "RG9999";
+  il->InitLines();
+  EXPECT_TRUE(il->Lines.empty());
+}
+
+TEST_F(DerivedSurfaceTest, InterLineOfARegionAndASurface) {
+  // The plane z = x (user axes) sampled as a surface; rendering coordinates
+  // hold user x in z, user y in x, user z in y.
+  auto s = std::make_unique<CSurface>();
+  s->Init(NewObjectId("SF"), "", 2, 2, 3, "", "", "x", 5, 4, "-2", "2", "-2", "2");
+  CSurface* sf = Doc.Surfaces.Add(std::move(s));
+  ASSERT_TRUE(sf->GetPoints());
+  // A region in the rendering plane y = 1 (user z = 1), covering the surface.
+  CRegion* g = Region({{-3, 1, -3}, {3, 1, -3}, {3, 1, 3}, {-3, 1, 3}});
+  CInterLine* il = InterLine(g->ID, sf->ID);
+  il->InitLines();
+  ASSERT_FALSE(il->Lines.empty());
+  // Every piece lies where user x = 1: rendering z = 1, y = 1.
+  double length = 0;
+  for (const Segment3& seg : il->Lines) {
+    for (const Position* p : {&seg.a, &seg.b}) {
+      EXPECT_NEAR(p->y, 1, 1e-5);
+      EXPECT_NEAR(p->z, 1, 1e-5);
+    }
+    length += std::fabs(seg.b.x - seg.a.x);
+  }
+  EXPECT_NEAR(length, 4.0, 1e-4);  // user y from -2 to 2
+}
+
+TEST_F(DerivedSurfaceTest, RecordsRoundTrip) {
+  Position* c = AddPoint(0, 0, 0);
+  Position* on = AddPoint(0, 0, 2);
+  CSphere* s = Sphere(c, on);
+  s->Alpha = 0.4f;
+  s->AngleATo = 3.1416f;
+  ASSERT_TRUE(s->InitPos());
+  const std::string text = s->Save();
+  EXPECT_EQ(text, s->ID + " 0.4 " + std::to_string(s->ForeColor) + " 255 4 @Rainbow@ 1 2 0 3.1416 0 3.1416 0 0 @" +
+                      c->ID + "@ @" + on->ID + "@;;");
+  RecordReader r(text.substr(0, text.size() - 2));
+  std::unique_ptr<CSphere> back = CSphere::Load(r);
+  EXPECT_EQ(back->Save(), text);
+
+  // A pyramid from the square at z = 1 down to the apex at z = -1 crosses
+  // the square at z = 0.
+  CRegion* a = Region({{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}});
+  CRegion* top = Region({{-1, -1, 1}, {1, -1, 1}, {1, 1, 1}, {-1, 1, 1}});
+  Position* apex = AddPoint(0, 0, -1);
+  auto f = std::make_unique<CFan>();
+  f->ID = NewObjectId("FA");
+  f->LKID = apex->ID;
+  f->LKID2 = top->ID;
+  CFan* fan = Doc.Fans.Add(std::move(f));
+  const std::string fanText = fan->Save();
+  EXPECT_EQ(fanText, fan->ID + " 0.3 " + std::to_string(fan->ForeColor) + " 255 4 @Rainbow@ 1 0 0 @" + apex->ID +
+                         "@ @" + top->ID + "@;;");
+  CInterLine* il = InterLine(a->ID, fan->ID);
+  EXPECT_EQ(il->Save(), il->ID + " 16711680 1 0 0 @" + a->ID + "@ @" + fan->ID + "@;;");
+
+  // The document keeps spheres and sectors; intersection lines are not
+  // written, but read.
+  SceneMode = 3;
+  const std::string doc = GetUndoVar();
+  EXPECT_EQ(doc.find(il->ID), std::string::npos);
+  const std::string ilText = il->Save();  // il goes with the first reading
+  OpenUnRe(doc + ilText);
+  OpenUnRe(doc + ilText);
+  ASSERT_EQ(Doc.Spheres.count(), 1);
+  ASSERT_EQ(Doc.Fans.count(), 1);
+  ASSERT_EQ(Doc.InterLines.count(), 1);
+  EXPECT_EQ(Doc.Spheres.Item(1)->Save(), text);
+  Doc.Spheres.Item(1)->EnsureBuilt();
+  EXPECT_EQ(Doc.Spheres.Item(1)->GetRGNum(), 625);
+  Doc.InterLines.Item(1)->InitLines();
+  // The four sides of the square of half side 0.5 where the pyramid passes.
+  double length = 0;
+  for (const Segment3& seg : Doc.InterLines.Item(1)->Lines) {
+    EXPECT_NEAR(seg.a.z, 0, 1e-5);
+    EXPECT_NEAR(std::max(std::fabs(seg.a.x), std::fabs(seg.a.y)), 0.5, 1e-5);
+    length += std::hypot(seg.b.x - seg.a.x, seg.b.y - seg.a.y);
+  }
+  EXPECT_NEAR(length, 4.0, 1e-4);
+
+  // A damaged record stops its reader.
+  RecordReader cut(text.substr(0, 20));
+  EXPECT_THROW(CSphere::Load(cut), RecordError);
+}
+
+}  // namespace
+}  // namespace vt

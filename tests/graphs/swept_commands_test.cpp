@@ -1,0 +1,280 @@
+// The commands that make swept and derived surfaces: with a wrong selection
+// (their messages, nothing changed) and a right one (the object, its links,
+// one snapshot), and the confirmations of frmRot, frmStretch and frmSphere.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+
+#include "document/command_table.h"
+#include "document/document.h"
+#include "document/undo.h"
+#include "graphs/swept_commands.h"
+#include "persist/docio.h"
+#include "support/fixtures.h"
+#include "tools/constructions.h"
+
+namespace vt {
+namespace {
+
+class SweptCommandsTest : public test::DocumentTest {
+ protected:
+  void SetUp() override {
+    DocumentTest::SetUp();
+    RegisterAllCommands();
+  }
+  void TearDown() override {
+    ClearHandlers();
+    DocumentTest::TearDown();
+  }
+  CLine* Segment(float x1, float y1, float z1, float x2, float y2, float z2, int lt = 1) {
+    Position* a = AddPoint(x1, y1, z1);
+    Position* b = AddPoint(x2, y2, z2);
+    auto l = std::make_unique<CLine>();
+    l->ID = NewObjectId("LN");
+    l->lt = lt;
+    l->Line1(a->ID, b->ID);
+    a->AddLink(CLinkObj{l->ID, 2, 1, 0, 0});
+    b->AddLink(CLinkObj{l->ID, 2, 2, 0, 0});
+    return Doc.Lines.Add(std::move(l));
+  }
+  CRegion* Square(float z) {
+    auto g = std::make_unique<CRegion>();
+    g->ID = NewObjectId("RG");
+    const float c[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
+    for (const auto& xy : c) g->Points.emplace_back(xy[0], xy[1], z);
+    return Doc.Regions.Add(std::move(g));
+  }
+  CCircle* Circle(Position* centre, Position* rim) {
+    auto c = std::make_unique<CCircle>();
+    c->ID = NewObjectId("CR");
+    c->Circle1(centre->ID, rim->ID);
+    centre->AddLink(CLinkObj{c->ID, 3, 1, c->CType, 0});
+    rim->AddLink(CLinkObj{c->ID, 3, 2, c->CType, 0});
+    return Doc.Circles.Add(std::move(c));
+  }
+  std::string LastMessage() const { return host_.messages.empty() ? std::string() : host_.messages.back().text; }
+};
+
+TEST_F(SweptCommandsTest, RotationFromTheSelection) {
+  CLine* profile = Segment(1, 0, 0, 1, 0, 2);
+  CLine* axis = Segment(0, 0, 0, 0, 0, 1);
+  // Nothing selected: the dialog's message, nothing made.
+  const std::string before = GetUndoVar();
+  RunHandler("mnuDrawRot");
+  EXPECT_EQ(LastMessage(), kMsgRotAxis);
+  EXPECT_EQ(Doc.SurRots.count(), 0);
+  EXPECT_EQ(GetUndoVar(), before);
+
+  SelectObject(*profile);
+  SelectObject(*axis);
+  const SweptForm f = NewSweptForm(true);
+  EXPECT_EQ(f.objId, profile->ID);
+  EXPECT_EQ(f.centerId, axis->ID);
+  const int undo = UndoCount;
+  RunHandler("mnuDrawRot");
+  ASSERT_EQ(Doc.SurRots.count(), 1);
+  CSurRot* s = Doc.SurRots.Item(1);
+  EXPECT_EQ(s->ID.substr(0, 2), "SR");
+  EXPECT_EQ(s->NameS, "Untitled");
+  EXPECT_EQ(s->RotObjID, profile->ID);
+  EXPECT_EQ(s->RotCenterID, axis->ID);
+  EXPECT_EQ(s->StepV, 20);
+  EXPECT_EQ(s->Vert3D.size(), 42u);
+  EXPECT_EQ(UndoCount, undo + 1);
+}
+
+TEST_F(SweptCommandsTest, RotationFormChecksItsFields) {
+  CLine* profile = Segment(1, 0, 0, 1, 0, 2);
+  Position* centre = AddPoint(0, 0, 0);
+  SweptForm f;
+  f.objId = profile->ID;
+  f.centerId = centre->ID;
+  f.angle = "3.1416/2";
+  f.steps = "0";
+  EXPECT_EQ(ConfirmSweptForm(f, ""), SweptConfirm::Stay);
+  EXPECT_EQ(LastMessage(), "Steps must be larger than 1.");
+  f.steps = "8";
+  f.angle = "";
+  EXPECT_EQ(ConfirmSweptForm(f, ""), SweptConfirm::Stay);
+  EXPECT_EQ(LastMessage(), "Input all parameters please.");
+  f.angle = "3.1416/";
+  const size_t shown = host_.messages.size();
+  EXPECT_EQ(ConfirmSweptForm(f, ""), SweptConfirm::Stay);
+  EXPECT_GT(host_.messages.size(), shown);  // the compiler's message
+  f.centerId = "CR0099";
+  EXPECT_EQ(ConfirmSweptForm(f, ""), SweptConfirm::Stay);
+  EXPECT_EQ(LastMessage(), kMsgRotAxis);
+  f.centerId = "PT0999";
+  f.angle = "3.1416";
+  EXPECT_EQ(ConfirmSweptForm(f, ""), SweptConfirm::Stay);
+  EXPECT_EQ(LastMessage(), "The selected object is not exist.");
+  EXPECT_EQ(Doc.SurRots.count(), 0);
+
+  f.centerId = centre->ID;
+  std::string id;
+  ASSERT_EQ(ConfirmSweptForm(f, "", &id), SweptConfirm::Done);
+  CSurRot* s = Doc.SurRots.FindById(id);
+  ASSERT_TRUE(s);
+  EXPECT_EQ(s->StepV, 8);
+
+  // Editing keeps the id and samples again.
+  SweptForm e = LoadSweptForm(*s);
+  EXPECT_EQ(e.angle, "3.1416");
+  EXPECT_EQ(e.steps, "8");
+  e.steps = "4";
+  e.rampIndex = 2;
+  ASSERT_EQ(ConfirmSweptForm(e, id), SweptConfirm::Done);
+  ASSERT_EQ(Doc.SurRots.count(), 1);
+  EXPECT_EQ(s->StepV, 4);
+  EXPECT_EQ(s->Vert3D.size(), 10u);
+  EXPECT_EQ(s->Ramp.ColorName, "Fiery");
+  // An object that has gone.
+  Doc.SurRots.Remove(1);
+  EXPECT_EQ(ConfirmSweptForm(e, id), SweptConfirm::Gone);
+  EXPECT_EQ(LastMessage(), "The selected object is not exist.");
+}
+
+TEST_F(SweptCommandsTest, ExtrusionAlongASelectedVector) {
+  // Nothing to extrude.
+  RunHandler("mnuDraw2Stretch");
+  EXPECT_EQ(LastMessage(), "The selected object is not exist.");
+  EXPECT_EQ(Doc.Stretchs.count(), 0);
+  CRegion* g = Square(0);
+  CLine* v = Segment(0, 0, 0, 0, 0, 3, 4);
+  SelectObject(*g);
+  SelectObject(*v);
+  RunHandler("mnuDraw2Stretch");
+  ASSERT_EQ(Doc.Stretchs.count(), 1);
+  CStretch* s = Doc.Stretchs.Item(1);
+  EXPECT_EQ(s->ObjID, g->ID);
+  EXPECT_EQ(s->DZ, "3");
+  EXPECT_EQ(s->StepV, 10);
+  EXPECT_EQ(s->StepU, 4);
+  EXPECT_NEAR(s->MaxZ, 3, 1e-6);
+
+  SweptForm f = LoadSweptForm(*s);
+  f.dx = "";
+  EXPECT_EQ(ConfirmSweptForm(f, s->ID), SweptConfirm::Stay);
+  EXPECT_EQ(LastMessage(), "Input all parameters please.");
+  f.dx = "1";
+  f.objId = "RG0999";
+  EXPECT_EQ(ConfirmSweptForm(f, s->ID), SweptConfirm::Stay);
+  EXPECT_EQ(LastMessage(), "The selected object is not exist.");
+  EXPECT_EQ(s->DX, "0");
+}
+
+TEST_F(SweptCommandsTest, SectorsRibbonsAndIntersectionLines) {
+  // A sector needs its selection.
+  RunHandler("mnuDraw2Fan");
+  EXPECT_EQ(LastMessage(), kMsgSector);
+  EXPECT_EQ(Doc.Fans.count(), 0);
+  CRegion* top = Square(1);
+  Position* apex = AddPoint(0, 0, -1);
+  SelectObject(*apex);
+  SelectObject(*top);
+  // A point and a polygon is not a selection the sector takes.
+  host_.messages.clear();
+  RunHandler("mnuDraw2Fan");
+  EXPECT_EQ(LastMessage(), kMsgSector);
+  EXPECT_EQ(Doc.Fans.count(), 0);
+  DeselectObject(*apex);
+  RunHandler("mnuDraw2Fan");
+  ASSERT_EQ(Doc.Fans.count(), 1);
+  CFan* flat = Doc.Fans.Item(1);
+  EXPECT_FLOAT_EQ(flat->Alpha, 0.3f);
+  EXPECT_EQ(flat->LKID2, top->ID);
+  EXPECT_EQ(flat->GetRGNum(), 4);
+  DeselectObject(*top);
+
+  // A cone: the point and a circle at z = 1 of radius 1.
+  Position* centre = AddPoint(0, 0, 1);
+  Position* rim = AddPoint(1, 0, 1);
+  CCircle* circle = Circle(centre, rim);
+  SelectObject(*apex);
+  SelectObject(*circle);
+  RunHandler("mnuDraw2Fan");
+  ASSERT_EQ(Doc.Fans.count(), 2);
+  CFan* cone = Doc.Fans.Item(2);
+  EXPECT_EQ(cone->LKID, apex->ID);
+  EXPECT_EQ(cone->LKID2, circle->ID);
+  EXPECT_EQ(cone->GetRGNum(), 50);
+  DeselectObject(*apex);
+  DeselectObject(*circle);
+
+  // Two segments make no ribbon; two circles do.
+  CLine* a = Segment(0, 0, 0, 2, 0, 0);
+  CLine* b = Segment(0, 1, 0, 2, 1, 1);
+  SelectObject(*a);
+  SelectObject(*b);
+  RunHandler("mnuDraw2Ribbon");
+  EXPECT_EQ(LastMessage(), kMsgRibbon);
+  EXPECT_EQ(Doc.Ribbons.count(), 0);
+  DeselectObject(*a);
+  DeselectObject(*b);
+  CCircle* lower = Circle(AddPoint(0, 0, 2), AddPoint(1, 0, 2));
+  CCircle* upper = Circle(AddPoint(0, 0, 3), AddPoint(2, 0, 3));
+  SelectObject(*lower);
+  SelectObject(*upper);
+  RunHandler("mnuDraw2Ribbon");
+  ASSERT_EQ(Doc.Ribbons.count(), 1);
+  CRibbon* rb = Doc.Ribbons.Item(1);
+  EXPECT_EQ(rb->LKID, lower->ID);
+  EXPECT_EQ(rb->LKID2, upper->ID);
+  EXPECT_FLOAT_EQ(rb->Alpha, 0.3f);
+  ASSERT_EQ(rb->GetRGNum(), 50);
+  const Face first = rb->GetRegions()[0];
+  EXPECT_NEAR(first[0].x, 1, 1e-5);
+  EXPECT_NEAR(first[3].x, 2, 1e-5);
+  EXPECT_NEAR(first[3].z, 3, 1e-5);
+  DeselectObject(*lower);
+  DeselectObject(*upper);
+
+  // The line where the square at z = 0 meets the cone: the circle of radius
+  // 1/2, as 50 chords.
+  CRegion* bottom = Square(0);
+  SelectObject(*bottom);
+  RunHandler("mnuDraw2IntLine");
+  EXPECT_EQ(LastMessage(), kMsgInterLine);
+  SelectObject(*cone);
+  const int undo = UndoCount;
+  RunHandler("mnuDraw2IntLine");
+  ASSERT_EQ(Doc.InterLines.count(), 1);
+  CInterLine* il = Doc.InterLines.Item(1);
+  EXPECT_EQ(il->ForeColor, 0xff0000u);
+  EXPECT_EQ(il->LKID, bottom->ID);
+  EXPECT_EQ(il->LKID2, cone->ID);
+  ASSERT_EQ(il->Lines.size(), 50u);
+  for (const Segment3& s : il->Lines) {
+    EXPECT_NEAR(s.a.z, 0, 1e-5);
+    EXPECT_NEAR(std::hypot(s.a.x, s.a.y), 0.5, 1e-4);
+  }
+  EXPECT_EQ(UndoCount, undo + 1);
+}
+
+TEST_F(SweptCommandsTest, SphereThroughTwoPoints) {
+  RunHandler("mnuDraw2Sphere");
+  EXPECT_EQ(LastMessage(), kMsgTwoPointsSphere);
+  Position* c = AddPoint(0, 0, 0);
+  Position* p = AddPoint(3, 4, 0);
+  SelectObject(*c);
+  SelectObject(*p);
+  SphereForm f = NewSphereForm();
+  f.alpha = "2";
+  EXPECT_EQ(ConfirmSphereForm(f), SweptConfirm::Stay);
+  EXPECT_EQ(LastMessage(), "Illegal data exist.");
+  f.alpha = "0.5";
+  f.bTo = "3.1416/";
+  EXPECT_EQ(ConfirmSphereForm(f), SweptConfirm::Stay);
+  EXPECT_EQ(Doc.Spheres.count(), 0);
+  RunHandler("mnuDraw2Sphere");
+  ASSERT_EQ(Doc.Spheres.count(), 1);
+  CSphere* s = Doc.Spheres.Item(1);
+  EXPECT_FLOAT_EQ(s->R, 5);
+  EXPECT_EQ(s->LKID, c->ID);
+  EXPECT_FLOAT_EQ(s->AngleBTo, 3.1416f);
+  EXPECT_EQ(s->GetRGNum(), 625);
+}
+
+}  // namespace
+}  // namespace vt

@@ -1,0 +1,762 @@
+// The construction, measurement and transformation dialogs in the running
+// program: each opens from its menu command, a bad field gets its message and
+// changes nothing, a translated image made through frmTMove follows its
+// source when the source is dragged on the canvas, and a first session as a
+// new user would try it (a triangle, its circumcircle and a measured angle
+// from the menus, a drag, undo, save and open again).
+// Before the Qt headers: its names would meet Qt's keyword macros.
+#include "document/undo.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+#include <cmath>
+#include <memory>
+#include <type_traits>
+
+#include "app/canvas.h"
+#include "app/frmF1.h"
+#include "document/command_table.h"
+#include "document/document.h"
+#include "document/frame_commands.h"
+#include "document/globals.h"
+#include "geometry/geom.h"
+#include "gui_fixture.h"
+#include "persist/docio.h"
+#include "render/canvas_input.h"
+#include "tools/construction_prompts.h"
+#include "tools/constructions.h"
+#include "tools/dialogs/construction_forms.h"
+#include "tools/notes.h"
+
+using namespace vt;
+using vt::app::Canvas;
+using vt::app::frmF1;
+
+class GuiConstructionsTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase();
+  void init();
+  void cleanup();
+
+  void computeDialogKeepsItsNameRulesAndMakesAComputedNote();
+  void transformDialogsRefuseBadFieldsAndChangeNothing();
+  void promptDialogsOpenFromTheirCommandsAndRefuseBadNumbers();
+  void aTranslatedImageFollowsItsSourceDraggedOnTheCanvas();
+  void aVectorTranslationFollowsItsPointsAndSelectAddsToTheList();
+  void rotationBy180AndMirrorInThePointLandTogether();
+  void triedAsANewUserWould();
+
+ private:
+  // Answers every message box with OK (or the escape button) and keeps its
+  // text; answers a file dialog with `file_` when that is set.
+  void StartWatching();
+  void StopWatching();
+  QStringList TakeMessages() {
+    QStringList m = messages_;
+    messages_.clear();
+    return m;
+  }
+  Position* Free(float x, float y);
+  void Select(std::initializer_list<DocObject*> objs);
+  QPoint PixelOf(float x, float y, float z = 0);
+  // The mouse on the canvas as a user moves it.
+  void Click(const QPoint& at);
+  void DragOnCanvas(const QPoint& from, const QPoint& to);
+  QPoint EmptySpot() const;
+  template <class T>
+  T* Shown() {
+    T* d = nullptr;
+    if (!QTest::qWaitFor([&] { return (d = window_->findChild<T*>()) && d->isVisible(); }, 3000)) return nullptr;
+    return d;
+  }
+  template <class T>
+  T* Field(QWidget* dialog, const char* name) {
+    return dialog->findChild<T*>(name);
+  }
+  static void ClickOk(QWidget* dialog) {
+    auto* ok = dialog->findChild<QPushButton*>("cmdOK");
+    QVERIFY(ok);
+    ok->click();
+  }
+
+  std::unique_ptr<QTemporaryDir> xdg_;
+  std::unique_ptr<QTemporaryDir> temp_;
+  frmF1* window_ = nullptr;
+  QTimer* watcher_ = nullptr;
+  QStringList messages_;
+  QString file_;
+};
+
+void GuiConstructionsTest::initTestCase() {
+  xdg_ = guitest::IsolateDesktopFolders();
+  QVERIFY(xdg_->isValid());
+  temp_ = std::make_unique<QTemporaryDir>();
+  QVERIFY(temp_->isValid());
+}
+
+void GuiConstructionsTest::init() {
+  QVERIFY(guitest::OpenEmptyWindow(window_));
+  QCOMPARE(DocumentObjectCount(), 0);
+  StartWatching();
+}
+
+void GuiConstructionsTest::cleanup() {
+  StopWatching();
+  delete window_;
+  window_ = nullptr;
+  ClearHandlers();
+}
+
+void GuiConstructionsTest::StartWatching() {
+  messages_.clear();
+  file_.clear();
+  watcher_ = new QTimer(this);
+  watcher_->setInterval(10);
+  connect(watcher_, &QTimer::timeout, this, [this] {
+    QWidget* w = QApplication::activeModalWidget();
+    if (!w || !w->isVisible()) return;
+    if (auto* box = qobject_cast<QMessageBox*>(w)) {
+      messages_ << box->windowTitle() + ": " + box->text();
+      QAbstractButton* b = box->button(QMessageBox::Ok);
+      if (!b) b = box->button(QMessageBox::No);
+      if (b) b->click();
+      else box->reject();
+    } else if (auto* dlg = qobject_cast<QFileDialog*>(w)) {
+      if (file_.isEmpty()) return;
+      dlg->selectFile(file_);
+      static_cast<QDialog*>(dlg)->accept();
+    }
+  });
+  watcher_->start();
+}
+
+void GuiConstructionsTest::StopWatching() {
+  if (watcher_) {
+    watcher_->stop();
+    watcher_->deleteLater();
+  }
+  watcher_ = nullptr;
+}
+
+Position* GuiConstructionsTest::Free(float x, float y) {
+  const std::string id = NewObjectId("PT");
+  Position* p = Doc.Points.Add(id, x, y, 0, 1, "", "", 0, id);
+  AssignNextPointLabel(*p);
+  return p;
+}
+
+void GuiConstructionsTest::Select(std::initializer_list<DocObject*> objs) {
+  for (DocObject* o : objs) {
+    o->SetDrawMode(2);
+    SelectObject(*o);
+  }
+  window_->picDraw()->MakeCurrent();
+  RedrawScene();
+}
+
+QPoint GuiConstructionsTest::PixelOf(float x, float y, float z) {
+  Canvas* canvas = window_->picDraw();
+  canvas->MakeCurrent();
+  RedrawScene();
+  float X = 0, Y = 0;
+  if (!SceneToScreen(x, y, z, X, Y)) return QPoint(-1, -1);
+  const qreal scale = canvas->devicePixelRatioF();
+  return QPoint(qRound(X / scale), qRound(Y / scale));
+}
+
+void GuiConstructionsTest::Click(const QPoint& at) {
+  Canvas* canvas = window_->picDraw();
+  QTest::mouseMove(canvas, at);
+  QTest::mouseClick(canvas, Qt::LeftButton, Qt::NoModifier, at);
+}
+
+void GuiConstructionsTest::DragOnCanvas(const QPoint& from, const QPoint& to) {
+  Canvas* canvas = window_->picDraw();
+  QTest::mouseMove(canvas, from);
+  QTest::mousePress(canvas, Qt::LeftButton, Qt::NoModifier, from);
+  for (int i = 1; i <= 6; ++i) {
+    const QPoint at = from + (to - from) * i / 6;
+    QMouseEvent move(QEvent::MouseMove, QPointF(at), QPointF(canvas->mapToGlobal(at)), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(canvas, &move);
+  }
+  QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, to);
+}
+
+QPoint GuiConstructionsTest::EmptySpot() const {
+  const Canvas* canvas = window_->picDraw();
+  return QPoint(canvas->width() * 9 / 10, canvas->height() * 9 / 10);
+}
+
+// ---- 1. each dialog from its command; bad fields ------------------------------------------
+
+void GuiConstructionsTest::computeDialogKeepsItsNameRulesAndMakesAComputedNote() {
+  window_->menuAction("mnuMCompute")->trigger();
+  auto* d = Shown<vt::app::frmComp>();
+  QVERIFY(d);
+  QCOMPARE(d->windowTitle(), QString("Compute"));
+  QVERIFY(!d->isModal());
+  auto* name = Field<QLineEdit>(d, "txtName");
+  auto* expr = Field<QLineEdit>(d, "txtExpression");
+  auto* describe = Field<QLineEdit>(d, "txtDescribe");
+  QVERIFY(name && expr && describe);
+  expr->setText("2+3*4");
+  describe->setText("fourteen");
+  const int undo = UndoCount;
+  const std::string before = GetUndoVar();
+  const struct {
+    const char* name;
+    const char* message;
+  } refused[] = {
+      {"  ", "Please input the name. "},
+      {"a1", "The name is invalid, the first letter must be written in capitals. "},
+      {"A-1",
+       "The name is invalid, invalid character exists. The name must be composed of characters and numbers, the "
+       "first letter must be written in capitals. "},
+  };
+  for (const auto& r : refused) {
+    name->setText(r.name);
+    ClickOk(d);
+    QTRY_COMPARE(messages_.size(), 1);
+    QVERIFY2(TakeMessages().first().endsWith(r.message), r.name);
+    QVERIFY(d->isVisible());
+    QCOMPARE(Doc.Notes.count(), 0);
+    QCOMPARE(UndoCount, undo);
+    QCOMPARE(GetUndoVar(), before);
+  }
+  name->setText(" A1_b ");
+  ClickOk(d);
+  QTRY_VERIFY(!window_->findChild<vt::app::frmComp*>());
+  QCOMPARE(Doc.Notes.count(), 1);
+  CNote* n = Doc.Notes.Item(1);
+  QCOMPARE(n->NoteType, 0);
+  QCOMPARE(QString::fromStdString(n->VarName), QString("A1_b"));
+  QCOMPARE(QString::fromStdString(n->Para1), QString("2+3*4"));
+  QCOMPARE(QString::fromStdString(n->Para3), QString("fourteen"));
+  QCOMPARE(n->Value, 14.0f);  // evaluated by the draw that ended the command
+  QCOMPARE(UndoCount, undo + 1);
+
+  // Reopened (as a double click does): it edits the note and adds none; the
+  // list offers the names an expression can read, without the note's own.
+  Free(0, 0);
+  Select({Doc.Points.Item(1)});
+  window_->menuAction("mnuMX")->trigger();
+  QCOMPARE(Doc.Notes.count(), 2);
+  EditMode = true;
+  EditObjectId = n->ID;
+  ComputeDialog(n);
+  d = Shown<vt::app::frmComp>();
+  QVERIFY(d);
+  QCOMPARE(Field<QLineEdit>(d, "txtName")->text(), QString("A1_b"));
+  auto* vars = Field<QListWidget>(d, "lstVariables");
+  QCOMPARE(vars->count(), 1);
+  const QString varName = vars->item(0)->text();
+  QCOMPARE(varName, QString::fromStdString(Doc.Notes.Item(2)->VarName));
+  // A double click on the list puts the name into the expression.
+  auto* exprField = Field<QLineEdit>(d, "txtExpression");
+  exprField->clear();
+  const QRect item = vars->visualItemRect(vars->item(0));
+  QTest::mouseClick(vars->viewport(), Qt::LeftButton, Qt::NoModifier, item.center());
+  QTest::mouseDClick(vars->viewport(), Qt::LeftButton, Qt::NoModifier, item.center());
+  exprField->insert("+1");
+  QCOMPARE(exprField->text(), vars->item(0)->text() + "+1");
+  ClickOk(d);
+  QTRY_VERIFY(!window_->findChild<vt::app::frmComp*>());
+  QCOMPARE(Doc.Notes.count(), 2);
+  QCOMPARE(QString::fromStdString(n->Para1), varName + "+1");
+  QVERIFY(!EditMode);
+  // The x of the point at 0, plus 1: the note reads the measurement.
+  window_->picDraw()->MakeCurrent();
+  RedrawScene();
+  QCOMPARE(n->Value, 1.0f);
+  QVERIFY(messages_.isEmpty());
+}
+
+void GuiConstructionsTest::transformDialogsRefuseBadFieldsAndChangeNothing() {
+  Position* a = Free(1, 1);
+  Select({a});
+  const int undo = UndoCount;
+  const std::string before = GetUndoVar();
+  auto unchanged = [&] { return UndoCount == undo && GetUndoVar() == before; };
+
+  // Rotation: no centre.
+  window_->menuAction("mnuTRotate")->trigger();
+  auto* rot = Shown<vt::app::frmTRotate>();
+  QVERIFY(rot);
+  QCOMPARE(rot->windowTitle(), QString("Rotating Transformation"));
+  QVERIFY(rot->windowFlags().testFlag(Qt::Tool));
+  QVERIFY(!rot->isModal());
+  QCOMPARE(Field<QListWidget>(rot, "List1")->count(), 1);
+  QCOMPARE(Field<QListWidget>(rot, "List1")->item(0)->text(), QString::fromStdString(a->ID));
+  QCOMPARE(Field<QRadioButton>(rot, "Option1")->text(), QString("Transform Itself"));
+  QCOMPARE(Field<QRadioButton>(rot, "Option2")->text(), QString("Generate a new object"));
+  ClickOk(rot);
+  QTRY_VERIFY(!messages_.isEmpty());
+  QCOMPARE(TakeMessages(), QStringList{"Note: Please select a rotating axis or center point first."});
+  QVERIFY(rot->isVisible());
+  QVERIFY(unchanged());
+  rot->reject();
+
+  // Mirror: an id that names nothing.
+  window_->menuAction("mnuMirrorP")->trigger();
+  auto* mir = Shown<vt::app::frmTMirror>();
+  QVERIFY(mir);
+  QCOMPARE(mir->windowTitle(), QString("Symmetrical Transformation"));
+  Field<QLineEdit>(mir, "Text2")->setText("LN9999");
+  ClickOk(mir);
+  QTRY_VERIFY(!messages_.isEmpty());
+  QCOMPARE(TakeMessages(), QStringList{"Note: Please select objects first."});
+  QVERIFY(mir->isVisible() && unchanged());
+  mir->reject();
+
+  // Scale: a centre that is no point; a scale that is no number counts as 0.
+  window_->menuAction("mnuTZoom")->trigger();
+  auto* zoom = Shown<vt::app::frmTZoom>();
+  QVERIFY(zoom);
+  QCOMPARE(zoom->windowTitle(), QString("Scaling Transformation"));
+  Field<QLineEdit>(zoom, "Text2")->setText("PT9999");
+  ClickOk(zoom);
+  QTRY_VERIFY(!messages_.isEmpty());
+  QCOMPARE(TakeMessages(), QStringList{"Note: Please select a point first from the canvas."});
+  QVERIFY(zoom->isVisible() && unchanged());
+  Field<QLineEdit>(zoom, "Text2")->clear();
+  Field<QLineEdit>(zoom, "Text1")->setText("abc");
+  Field<QRadioButton>(zoom, "Option1")->setChecked(true);
+  ClickOk(zoom);
+  QTRY_VERIFY(!window_->findChild<vt::app::frmTZoom*>());
+  QCOMPARE(a->x, 0.0f);
+  QCOMPARE(a->y, 0.0f);
+  QCOMPARE(UndoCount, undo + 1);
+
+  // Translation by a vector without its points; then with nothing listed.
+  window_->menuAction("mnuTMoving")->trigger();
+  auto* mv = Shown<vt::app::frmTMove>();
+  QVERIFY(mv);
+  QCOMPARE(mv->windowTitle(), QString("Translation Transformation"));
+  Field<QRadioButton>(mv, "Option5")->setChecked(true);
+  const std::string moved = GetUndoVar();
+  ClickOk(mv);
+  QTRY_VERIFY(!messages_.isEmpty());
+  QCOMPARE(TakeMessages(), QStringList{"Note: Please select a point first from the canvas."});
+  QVERIFY(mv->isVisible());
+  QCOMPARE(GetUndoVar(), moved);
+  // "Select a point from the canvas" with no point selected.
+  Click(EmptySpot());
+  QCOMPARE(Sel.Points.count(), 0);
+  Field<QPushButton>(mv, "cmdStart")->click();
+  QTRY_VERIFY(!messages_.isEmpty());
+  QCOMPARE(TakeMessages(), QStringList{"Note: Please select a point first from the canvas."});
+  QVERIFY(Field<QLineEdit>(mv, "txtStart")->text().isEmpty());
+  mv->reject();
+  window_->menuAction("mnuTMoving")->trigger();
+  mv = Shown<vt::app::frmTMove>();
+  QVERIFY(mv);
+  QCOMPARE(Field<QListWidget>(mv, "List1")->count(), 0);
+  const std::string deselected = GetUndoVar();  // the click took A out of the selection
+  const int undoNow = UndoCount;
+  ClickOk(mv);
+  QTRY_VERIFY(!messages_.isEmpty());
+  QCOMPARE(TakeMessages(), QStringList{"Note: Please select at lease 1 object first."});
+  QVERIFY(mv->isVisible());
+  QCOMPARE(GetUndoVar(), deselected);
+  QCOMPARE(UndoCount, undoNow);
+  mv->reject();
+}
+
+void GuiConstructionsTest::promptDialogsOpenFromTheirCommandsAndRefuseBadNumbers() {
+  // Nothing selected: the commands say what they need and open nothing.
+  const struct {
+    const char* command;
+    const char* message;
+  } wrong[] = {{"mnuEP", kMsgMiddle},
+               {"mnuDraw2LineSt", kMsgTwoPointsOrSegment},
+               {"mnuDraw2SSD2D", kMsgTwoPointsOrSegment},
+               {"mnuDraw23DCir", kMsgAxisSegment},
+               {"mnuDraw2DJC", kMsgOnePointFirst}};
+  for (const auto& w : wrong) {
+    window_->menuAction(w.command)->trigger();
+    QTRY_VERIFY(!messages_.isEmpty());
+    QCOMPARE(TakeMessages(), QStringList{QString("Note: ") + w.message});
+    QVERIFY(!window_->findChild<vt::app::PromptDialog*>());
+  }
+  QCOMPARE(DocumentObjectCount(), 0);
+
+  Position* a = Free(-2, 0);
+  Position* b = Free(2, 0);
+  Select({a, b});
+  // frmDFD: "3" to "10"; five parts make four points.
+  window_->menuAction("mnuEP")->trigger();
+  auto* dfd = Shown<vt::app::frmDFD>();
+  QVERIFY(dfd);
+  auto* parts = Field<QComboBox>(dfd, "cboParts");
+  QCOMPARE(parts->count(), 8);
+  QCOMPARE(parts->itemText(0), QString("3"));
+  QCOMPARE(parts->itemText(7), QString("10"));
+  parts->setCurrentText("5");
+  ClickOk(dfd);
+  QTRY_VERIFY(!window_->findChild<vt::app::frmDFD*>());
+  QCOMPARE(Doc.Points.count(), 6);
+  QCOMPARE(Doc.Points.Item(3)->x, -1.2f);
+
+  // A bad number: the message, the dialog stays, nothing changes.
+  auto refuses = [&](const char* command, const char* field, const char* bad) -> QWidget* {
+    window_->menuAction(command)->trigger();
+    auto* d = Shown<vt::app::PromptDialog>();
+    if (!d) return nullptr;
+    const std::string before = GetUndoVar();
+    const int undo = UndoCount;
+    Field<QLineEdit>(d, field)->setText(bad);
+    ClickOk(d);
+    if (!QTest::qWaitFor([&] { return !messages_.isEmpty(); }, 3000)) return nullptr;
+    const bool ok = TakeMessages() == QStringList{"Error: Illegal data exist."} && d->isVisible() &&
+                    GetUndoVar() == before && UndoCount == undo;
+    return ok ? d : nullptr;
+  };
+  QWidget* ext = refuses("mnuDraw2LineSt", "txtDistance", "1..2");
+  QVERIFY(ext);
+  QCOMPARE(ext->objectName(), QString("frmLineExtP"));
+  QCOMPARE(ext->windowTitle(), QString("Epitaxial/Interpolated Point"));
+  Field<QLineEdit>(ext, "txtDistance")->setText("1");
+  ClickOk(ext);
+  QTRY_VERIFY(!window_->findChild<vt::app::frmLineExtP*>());
+  Position* e = Doc.Points.Item(Doc.Points.count());
+  QCOMPARE(e->ptype, 6);
+  QCOMPARE(e->x, 3.0f);
+
+  QWidget* flex = refuses("mnuDraw2SSD2D", "txtAngle", "ninety");
+  QVERIFY(flex);
+  QCOMPARE(flex->objectName(), QString("frmFlexP2D"));
+  Field<QLineEdit>(flex, "txtAngle")->setText("90");
+  Field<QLineEdit>(flex, "txtDistance")->setText("2");
+  ClickOk(flex);
+  QTRY_VERIFY(!window_->findChild<vt::app::frmFlexP2D*>());
+  Position* f = nullptr;
+  for (Position* p : Doc.Points)
+    if (p->ptype == 11) f = p;
+  QVERIFY(f);
+  QVERIFY(std::fabs(f->x - 2) < 1e-3f && std::fabs(f->y - 2) < 1e-3f);
+
+  // The spatial circle about a segment; a radius of 0 is refused.
+  Click(EmptySpot());
+  CLine* axis = nullptr;
+  {
+    Select({a, b});
+    window_->menuAction("mnuLinkLine")->trigger();
+    QCOMPARE(Doc.Lines.count(), 1);
+    axis = Doc.Lines.Item(1);
+    Click(EmptySpot());
+    Select({axis});
+  }
+  QWidget* c3 = refuses("mnuDraw23DCir", "txtRadius", "0");
+  QVERIFY(c3);
+  QCOMPARE(c3->windowTitle(), QString("Normal Direction Spatial Circle"));
+  Field<QLineEdit>(c3, "txtRadius")->setText("1.5");
+  ClickOk(c3);
+  QTRY_COMPARE(Doc.Circles.count(), 1);
+  QCOMPARE(Doc.Circles.Item(1)->CType, 5);
+  QCOMPARE(Doc.Circles.Item(1)->Radius(), 1.5f);
+
+  // frmCircle for a circle of a given radius about the selected point.
+  Click(EmptySpot());
+  Select({a});
+  QWidget* cr = refuses("mnuDraw2DJC", "txtRadius", "");
+  QVERIFY(cr);
+  QCOMPARE(cr->objectName(), QString("frmCircle"));
+  Field<QLineEdit>(cr, "txtRadius")->setText("2.5");
+  ClickOk(cr);
+  QTRY_COMPARE(Doc.Circles.count(), 2);
+  CCircle* circle = Doc.Circles.Item(2);
+  QCOMPARE(circle->CType, 3);
+  QCOMPARE(circle->Radius(), 2.5f);
+  QCOMPARE(circle->PCenter.ID, a->ID);
+}
+
+// ---- 2. images that follow their source ----------------------------------------------------
+
+void GuiConstructionsTest::aTranslatedImageFollowsItsSourceDraggedOnTheCanvas() {
+  Position* a = Free(-3, -1);
+  Position* b = Free(1, -1);
+  Select({a, b});
+  window_->menuAction("mnuLinkLine")->trigger();
+  QCOMPARE(Doc.Lines.count(), 1);
+  CLine* ab = Doc.Lines.Item(1);
+  Click(EmptySpot());
+  Select({ab});
+
+  window_->menuAction("mnuTMoving")->trigger();
+  auto* mv = Shown<vt::app::frmTMove>();
+  QVERIFY(mv);
+  QCOMPARE(Field<QListWidget>(mv, "List1")->count(), 1);
+  QCOMPARE(Field<QListWidget>(mv, "List1")->item(0)->text(), QString::fromStdString(ab->ID));
+  QVERIFY(Field<QRadioButton>(mv, "Option3")->isChecked());
+  QCOMPARE(Field<QLineEdit>(mv, "txtAngle")->text(), QString("90"));
+  Field<QLineEdit>(mv, "txtDx")->setText("2");
+  Field<QLineEdit>(mv, "txtDy")->setText("3");
+  Field<QRadioButton>(mv, "Option2")->setChecked(true);
+  const int undo = UndoCount;
+  ClickOk(mv);
+  QTRY_VERIFY(!window_->findChild<vt::app::frmTMove*>());
+  QCOMPARE(UndoCount, undo + 1);
+  QCOMPARE(Doc.Lines.count(), 2);
+  CLine* img = Doc.Lines.Item(2);
+  QCOMPARE(img->LType, 10);
+  QCOMPARE(QString::fromStdString(img->LKID), QString::fromStdString(ab->ID));
+  Position* ib = FindPoint(img->pBegin.ID);
+  Position* ie = FindPoint(img->pEnd.ID);
+  QVERIFY(ib && ie);
+  QCOMPARE(ib->ptype, 10);
+  QCOMPARE(ib->TransType, 1);
+  QCOMPARE(ib->MoveType, 2);  // by components
+  QCOMPARE(ib->x, -1.0f);
+  QCOMPARE(ib->y, 2.0f);
+  QCOMPARE(ie->x, 3.0f);
+
+  // The user drags A on the canvas: the image's begin goes with it.
+  Click(EmptySpot());
+  const QPoint from = PixelOf(a->x, a->y);
+  const QPoint to = from + QPoint(-80, 60);
+  DragOnCanvas(from, to);
+  QVERIFY(a->x < -3.5f && a->y < -1.5f);
+  QVERIFY(std::fabs(ib->x - (a->x + 2)) < 1e-4f && std::fabs(ib->y - (a->y + 3)) < 1e-4f);
+  QCOMPARE(img->pBegin.x, ib->x);
+  QCOMPARE(ie->x, 3.0f);  // B stayed
+  QCOMPARE(ab->pBegin.x, a->x);
+}
+
+void GuiConstructionsTest::aVectorTranslationFollowsItsPointsAndSelectAddsToTheList() {
+  Position* p = Free(-4, 2);
+  Position* q = Free(-2, 2);
+  Position* v1 = Free(2, -2);
+  Position* v2 = Free(3, -1);
+  // Opened with nothing selected; the dialog stays above the window while the
+  // user clicks on the canvas.
+  window_->menuAction("mnuTMoving")->trigger();
+  auto* mv = Shown<vt::app::frmTMove>();
+  QVERIFY(mv);
+  auto* list = Field<QListWidget>(mv, "List1");
+  QCOMPARE(list->count(), 0);
+  Click(PixelOf(p->x, p->y));
+  QVERIFY(IsSelected(p->ID));
+  Field<QPushButton>(mv, "Command5")->click();
+  QCOMPARE(list->count(), 1);
+  Click(PixelOf(q->x, q->y));
+  Field<QPushButton>(mv, "Command5")->click();
+  QCOMPARE(list->count(), 2);  // p is not listed twice
+  QCOMPARE(list->item(1)->text(), QString::fromStdString(q->ID));
+  QVERIFY(mv->isVisible());
+
+  Field<QRadioButton>(mv, "Option5")->setChecked(true);
+  QVERIFY(Field<QLineEdit>(mv, "txtStart")->isVisible());
+  QVERIFY(!Field<QLineEdit>(mv, "txtDx")->isVisible());
+  Click(EmptySpot());
+  Click(PixelOf(v1->x, v1->y));
+  Field<QPushButton>(mv, "cmdStart")->click();
+  Click(EmptySpot());
+  Click(PixelOf(v2->x, v2->y));
+  Field<QPushButton>(mv, "cmdEnd")->click();
+  QCOMPARE(Field<QLineEdit>(mv, "txtStart")->text(), QString::fromStdString(v1->ID));
+  QCOMPARE(Field<QLineEdit>(mv, "txtEnd")->text(), QString::fromStdString(v2->ID));
+  ClickOk(mv);
+  QTRY_VERIFY(!window_->findChild<vt::app::frmTMove*>());
+  QVERIFY(messages_.isEmpty());
+  Position* pi = nullptr;
+  for (Position* o : Doc.Points)
+    if (o->ptype == 10 && o->LKID == p->ID) pi = o;
+  QVERIFY(pi);
+  QCOMPARE(pi->MoveType, 3);  // by two points
+  QCOMPARE(QString::fromStdString(pi->LKID3), QString::fromStdString(v1->ID));
+  QCOMPARE(QString::fromStdString(pi->LKID4), QString::fromStdString(v2->ID));
+  QCOMPARE(pi->x, -3.0f);
+  QCOMPARE(pi->y, 3.0f);
+
+  Click(EmptySpot());
+  DragOnCanvas(PixelOf(v2->x, v2->y), PixelOf(v2->x, v2->y) + QPoint(30, -20));
+  QVERIFY(v2->x > 3.2f);
+  QVERIFY(std::fabs(pi->x - (p->x + v2->x - v1->x)) < 1e-4f);
+  QVERIFY(std::fabs(pi->y - (p->y + v2->y - v1->y)) < 1e-4f);
+}
+
+void GuiConstructionsTest::rotationBy180AndMirrorInThePointLandTogether() {
+  Position* p = Free(2, 1);
+  Position* o = Free(-1, 0.5f);
+  // The object from the selection, the centre by its own "Select".
+  auto imageBy = [&](const char* command, auto* dummy, const char* angle) -> Position* {
+    using Dialog = std::remove_pointer_t<decltype(dummy)>;
+    Click(EmptySpot());
+    Click(PixelOf(p->x, p->y));
+    window_->menuAction(command)->trigger();
+    auto* d = Shown<Dialog>();
+    if (!d || Field<QListWidget>(d, "List1")->count() != 1) return nullptr;
+    Click(EmptySpot());
+    Click(PixelOf(o->x, o->y));
+    Field<QPushButton>(d, "cmdCenter")->click();
+    if (Field<QLineEdit>(d, "Text2")->text() != QString::fromStdString(o->ID)) return nullptr;
+    if (angle) Field<QLineEdit>(d, "Text1")->setText(angle);
+    ClickOk(d);
+    if (!QTest::qWaitFor([&] { return !window_->findChild<Dialog*>(); }, 3000)) return nullptr;
+    return Doc.Points.Item(Doc.Points.count());
+  };
+  Position* rotated = imageBy("mnuTRotate", static_cast<vt::app::frmTRotate*>(nullptr), "180");
+  QVERIFY(rotated);
+  QCOMPARE(rotated->ptype, 10);
+  QCOMPARE(rotated->TransType, 2);
+  Position* mirrored = imageBy("mnuMirrorP", static_cast<vt::app::frmTMirror*>(nullptr), nullptr);
+  QVERIFY(mirrored);
+  QCOMPARE(mirrored->TransType, 4);
+  QVERIFY(rotated != mirrored);
+  QVERIFY(std::fabs(mirrored->x + 4) < 1e-5f && std::fabs(mirrored->y) < 1e-5f);
+  QVERIFY(std::fabs(rotated->x - mirrored->x) < 1e-3f && std::fabs(rotated->y - mirrored->y) < 1e-3f);
+  QVERIFY(messages_.isEmpty());
+}
+
+// ---- 3. a first session ---------------------------------------------------------------------
+
+void GuiConstructionsTest::triedAsANewUserWould() {
+  // Open the program: the start document is there.
+  StopWatching();
+  delete window_;
+  window_ = new frmF1();
+  window_->show();
+  QVERIFY(QTest::qWaitForWindowExposed(window_));
+  QTRY_VERIFY(window_->started());
+  StartWatching();
+  qInfo("opened: %d objects in the start document", DocumentObjectCount());
+  QVERIFY(DocumentObjectCount() > 0);
+  // New asks about the start document; the watcher answers No.
+  window_->menuAction("mnuFileNew")->trigger();
+  QTRY_COMPARE(DocumentObjectCount(), 0);
+  QCOMPARE(TakeMessages(), QStringList{"Note: Save changes to file?"});
+  qInfo("File-New: \"Save changes to file?\" answered No; the canvas is empty");
+
+  // A triangle with the segment tool, three clicks per corner pair.
+  Canvas* canvas = window_->picDraw();
+  const int w = canvas->width(), h = canvas->height();
+  const QPoint pa(w * 3 / 10, h * 7 / 10), pb(w * 7 / 10, h * 7 / 10), pc(w * 4 / 10, h * 3 / 10);
+  window_->menuAction("mnuDrawSeg")->trigger();
+  for (const auto& [from, to] : {std::pair{pa, pb}, std::pair{pb, pc}, std::pair{pc, pa}}) {
+    Click(from);
+    QTest::mouseMove(canvas, (from + to) / 2);
+    Click(to);
+  }
+  QTRY_COMPARE(Doc.Lines.count(), 3);
+  QCOMPARE(Doc.Points.count(), 3);
+  Position* a = Doc.Points.Item(1);
+  Position* b = Doc.Points.Item(2);
+  Position* c = Doc.Points.Item(3);
+  QCOMPARE(QString::fromStdString(a->PLabel + b->PLabel + c->PLabel), QString("ABC"));
+  qInfo("triangle: A(%g, %g) B(%g, %g) C(%g, %g)", a->x, a->y, b->x, b->y, c->x, c->y);
+
+  // Its circumcircle: select the corners with the select tool, Draw menu.
+  window_->menuAction("mnuSelect")->trigger();
+  for (const QPoint& at : {pa, pb, pc}) Click(at);
+  QCOMPARE(Sel.Points.count(), 3);
+  window_->menuAction("mnuDraw3PC")->trigger();
+  QCOMPARE(Doc.Circles.count(), 1);
+  CCircle* circle = Doc.Circles.Item(1);
+  auto onCircle = [&] {
+    const Position o = circle->Centre();
+    const float r = circle->Radius();
+    for (const Position* p : {a, b, c})
+      if (std::fabs(DistanceBetween(o, *p) - r) > 1e-3f * std::max(1.0f, r)) return false;
+    return true;
+  };
+  QVERIFY(onCircle());
+  qInfo("circumcircle: centre (%g, %g), r %g", circle->Centre().x, circle->Centre().y, circle->Radius());
+
+  // The angle at A: B, A, C in that order, Measurement menu.
+  Click(EmptySpot());
+  QCOMPARE(Sel.Points.count(), 0);
+  for (const QPoint& at : {pb, pa, pc}) Click(at);
+  window_->menuAction("mnuAngle")->trigger();
+  QCOMPARE(Doc.Notes.count(), 1);
+  CNote* note = Doc.Notes.Item(1);
+  QCOMPARE(note->NoteType, 4);
+  auto expectedAngle = [&] {
+    const double ux = b->x - a->x, uy = b->y - a->y, vx = c->x - a->x, vy = c->y - a->y;
+    return std::acos((ux * vx + uy * vy) / std::hypot(ux, uy) / std::hypot(vx, vy)) * 180 / 3.1416;
+  };
+  const float angle0 = note->Value;
+  QVERIFY2(std::fabs(angle0 - expectedAngle()) < 0.01, qPrintable(QString::number(angle0)));
+  qInfo("angle note: \"%s\"", note->Note.c_str());
+  QVERIFY(QString::fromStdString(note->Note).startsWith("angle BAC = "));
+  QVERIFY2(messages_.isEmpty(), qPrintable(messages_.join(" | ")));
+
+  // Drag A away: the circle still runs through the corners, the angle reads
+  // the new angle.
+  Click(EmptySpot());
+  const Position a0(a->x, a->y, a->z);
+  const QPoint target = pa + QPoint(-w / 10, h / 10);
+  DragOnCanvas(pa, target);
+  QVERIFY(a->x < a0.x - 0.1f && a->y < a0.y - 0.1f);
+  QCOMPARE(Doc.Lines.Item(1)->pBegin.x, a->x);
+  QVERIFY(onCircle());
+  QVERIFY(std::fabs(note->Value - expectedAngle()) < 0.01);
+  QVERIFY(std::fabs(note->Value - angle0) > 0.5);
+  qInfo("dragged A to (%g, %g): angle note \"%s\", circle r %g", a->x, a->y, note->Note.c_str(), circle->Radius());
+
+  // Undo: A is back, and so are the circle and the angle.
+  window_->menuAction("mnuFUndo")->trigger();
+  QTRY_VERIFY(Doc.Points.count() == 3 && std::fabs(Doc.Points.Item(1)->x - a0.x) < 1e-5f);
+  a = Doc.Points.Item(1);
+  b = Doc.Points.Item(2);
+  c = Doc.Points.Item(3);
+  QCOMPARE(a->y, a0.y);
+  QCOMPARE(Doc.Circles.count(), 1);
+  circle = Doc.Circles.Item(1);
+  note = Doc.Notes.Item(1);
+  QVERIFY(onCircle());
+  QVERIFY(std::fabs(note->Value - angle0) < 0.01);
+  qInfo("after undo: A(%g, %g), angle note \"%s\"", a->x, a->y, note->Note.c_str());
+
+  // Save through the save dialog, then New, then Open.
+  const QString path = temp_->filePath("triangle.vtd");
+  file_ = path;
+  window_->menuAction("mnuFileSave")->trigger();
+  QTRY_VERIFY(QFile::exists(path));
+  QVERIFY2(messages_.isEmpty(), qPrintable(messages_.join(" | ")));
+  QVERIFY(window_->windowTitle().contains("triangle.vtd"));
+  const std::string saved = GetUndoVar();
+  window_->menuAction("mnuFileNew")->trigger();
+  QTRY_COMPARE(DocumentObjectCount(), 0);
+  QCOMPARE(TakeMessages(), QStringList{"Note: Save changes to file?"});
+  window_->menuAction("mnuFileOpen")->trigger();
+  QTRY_COMPARE(Doc.Points.count(), 3);
+  QCOMPARE(Doc.Lines.count(), 3);
+  QCOMPARE(Doc.Circles.count(), 1);
+  QCOMPARE(Doc.Notes.count(), 1);
+  a = Doc.Points.Item(1);
+  b = Doc.Points.Item(2);
+  c = Doc.Points.Item(3);
+  circle = Doc.Circles.Item(1);
+  note = Doc.Notes.Item(1);
+  QCOMPARE(a->x, a0.x);
+  QVERIFY(onCircle());
+  QVERIFY(std::fabs(note->Value - angle0) < 0.01);
+  QCOMPARE(QString::fromStdString(GetUndoVar()), QString::fromStdString(saved));
+  QVERIFY2(messages_.isEmpty(), qPrintable(messages_.join(" | ")));
+  qInfo("reopened %s: %d points, %d lines, %d circle, note \"%s\"", qPrintable(path), Doc.Points.count(),
+        Doc.Lines.count(), Doc.Circles.count(), note->Note.c_str());
+
+  // And the reopened figure is alive: dragging B moves the circle.
+  Click(EmptySpot());
+  const float r0 = circle->Radius();
+  const QPoint pbNow = PixelOf(b->x, b->y);
+  DragOnCanvas(pbNow, pbNow + QPoint(w / 12, 0));
+  QVERIFY(onCircle());
+  QVERIFY(std::fabs(circle->Radius() - r0) > 1e-3f);
+}
+
+QTEST_MAIN(GuiConstructionsTest)
+#include "gui_constructions_test.moc"
