@@ -315,8 +315,9 @@ void ReadNote(RecordReader& r, int pass) {
   if (!r.AtEnd()) n->Selected = r.Bool();
   // The counter goes on from the highest "VAR" number read.
   if (n->VarName.size() > 3 && n->VarName.compare(0, 3, "VAR") == 0) {
-    const long k = static_cast<long>(Val(n->VarName.substr(3)));
-    if (k > NoteCounter) NoteCounter = static_cast<int>(k);
+    // A damaged name may hold any number; only one a counter can reach counts.
+    const double k = Val(n->VarName.substr(3));
+    if (k > NoteCounter && k < 1e6) NoteCounter = static_cast<int>(k);
   }
   const std::string key = n->ID;
   Doc.Notes.Add(std::move(n), key);

@@ -144,6 +144,17 @@ TEST_F(ConstructionTest, NoteRecordSurvivesSaveAndRead) {
   ASSERT_EQ(Doc.Notes.count(), 1);
   EXPECT_EQ(Doc.Notes.Item(1)->Note, "Coord A: x= 1.00  y= 2.00  z= 0.00");
   EXPECT_EQ(GetUndoVar(), text);
+
+  // The "VAR" counter goes on from the names read; a damaged name with a
+  // number past any counter (it once overflowed the conversion) is passed by.
+  std::string big = text;
+  const size_t at = big.find(" VAR");
+  ASSERT_NE(at, std::string::npos);
+  big.replace(at + 4, 2, "1.5E+380");
+  const int before = NoteCounter;
+  OpenUnRe(big);
+  ASSERT_EQ(Doc.Notes.count(), 1);
+  EXPECT_LE(NoteCounter, before);
 }
 
 TEST_F(ConstructionTest, TranslatedImageFollowsItsSource) {
