@@ -426,14 +426,13 @@ std::vector<Position> CSurface::Points() const {
 
 int CSurface::GetRGNum() const { return IsCurve() || IsImplicit() ? 0 : StepU * StepV; }
 
-std::vector<std::vector<Position>> CSurface::GetRegions() const {
+std::vector<std::vector<Position>> GridQuads(const std::vector<Position>& grid, int su, int sv) {
   std::vector<std::vector<Position>> out;
-  if (IsCurve() || IsImplicit()) return out;
-  if (Vert3D.size() < GridIndex(StepU, StepV, StepV) + 1) return out;
-  for (int i = 0; i < StepU; ++i) {
-    for (int j = 0; j < StepV; ++j) {
-      const Position* c[4] = {&Vert3D[GridIndex(i, j, StepV)], &Vert3D[GridIndex(i + 1, j, StepV)],
-                              &Vert3D[GridIndex(i + 1, j + 1, StepV)], &Vert3D[GridIndex(i, j + 1, StepV)]};
+  if (su < 1 || sv < 1 || grid.size() < GridIndex(su, sv, sv) + 1) return out;
+  for (int i = 0; i < su; ++i) {
+    for (int j = 0; j < sv; ++j) {
+      const Position* c[4] = {&grid[GridIndex(i, j, sv)], &grid[GridIndex(i + 1, j, sv)],
+                              &grid[GridIndex(i + 1, j + 1, sv)], &grid[GridIndex(i, j + 1, sv)]};
       bool hole = false;
       for (const Position* p : c) hole = hole || IsHolePosition(*p);
       if (hole) continue;
@@ -443,6 +442,11 @@ std::vector<std::vector<Position>> CSurface::GetRegions() const {
     }
   }
   return out;
+}
+
+std::vector<std::vector<Position>> CSurface::GetRegions() const {
+  if (IsCurve() || IsImplicit()) return {};
+  return GridQuads(Vert3D, StepU, StepV);
 }
 
 // ---- tangent planes and normals --------------------------------------------------------

@@ -59,6 +59,10 @@ void FaceNormals(const std::vector<Position>& grid, int su, int sv, std::vector<
 void VertexNormals(const std::vector<Position>& grid, int su, int sv, const std::vector<Vec3>& face,
                    const CBox& box, std::vector<Vec3>& vertex);
 
+// The quads of a grid as corner lists (holes passed by): the faces a
+// surface offers to intersection lines.
+std::vector<std::vector<Position>> GridQuads(const std::vector<Position>& grid, int su, int sv);
+
 // How the quads of a surface look.
 struct QuadLook {
   int Show = 3;        // 1 points, 2 wire, 3 filled

@@ -204,21 +204,7 @@ void CSweptSurface::GetBox(CBox& box) const {
 }
 
 std::vector<std::vector<Position>> CSweptSurface::GetRegions() const {
-  std::vector<std::vector<Position>> out;
-  if (StepU < 1 || StepV < 1 || Vert3D.size() < GridIndex(StepU, StepV, StepV) + 1) return out;
-  for (int i = 0; i < StepU; ++i) {
-    for (int j = 0; j < StepV; ++j) {
-      const Position* c[4] = {&Vert3D[GridIndex(i, j, StepV)], &Vert3D[GridIndex(i + 1, j, StepV)],
-                              &Vert3D[GridIndex(i + 1, j + 1, StepV)], &Vert3D[GridIndex(i, j + 1, StepV)]};
-      bool hole = false;
-      for (const Position* p : c) hole = hole || IsHolePosition(*p);
-      if (hole) continue;
-      std::vector<Position> quad;
-      for (const Position* p : c) quad.emplace_back(p->x, p->y, p->z);
-      out.push_back(std::move(quad));
-    }
-  }
-  return out;
+  return GridQuads(Vert3D, StepU, StepV);
 }
 
 std::vector<Position> CSweptSurface::MeshPoints() const {

@@ -26,15 +26,6 @@ PromptDialogFn DivisionDialog = nullptr, LineExtDialog = nullptr, FlexP2DDialog 
 
 namespace {
 
-template <class T, class C>
-std::vector<T*> RealOf(C& selSet, C& docSet) {
-  std::vector<T*> out;
-  for (T* s : selSet)
-    if (T* real = docSet.FindById(s->ID)) out.push_back(real);
-  return out;
-}
-
-std::vector<Position*> SelPts() { return RealOf<Position>(Sel.Points, Doc.Points); }
 
 // Which selections the commands here take.
 bool TwoPointsOrOneSegment() {

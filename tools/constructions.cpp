@@ -50,22 +50,14 @@ const char* const kMsgRibbon =
 
 void ShowNote(const std::string& text) { host().MsgBox(text, "Note", MsgButtons::OK, MsgIcon::Exclamation); }
 
+std::vector<Position*> SelPts() { return SelectedObjects<Position>(Sel.Points, Doc.Points); }
+
 namespace {
 
-// The real objects behind a selection set, in selection order.
-template <class T, class C>
-std::vector<T*> Selected(C& selSet, C& docSet) {
-  std::vector<T*> out;
-  for (T* s : selSet)
-    if (T* real = docSet.FindById(s->ID)) out.push_back(real);
-  return out;
-}
-
-std::vector<Position*> SelPts() { return Selected<Position>(Sel.Points, Doc.Points); }
-std::vector<CLine*> SelLines() { return Selected<CLine>(Sel.Lines, Doc.Lines); }
-std::vector<CCircle*> SelCircles() { return Selected<CCircle>(Sel.Circles, Doc.Circles); }
-std::vector<CArc*> SelArcs() { return Selected<CArc>(Sel.Arcs, Doc.Arcs); }
-std::vector<CRegion*> SelRegions() { return Selected<CRegion>(Sel.Regions, Doc.Regions); }
+std::vector<CLine*> SelLines() { return SelectedObjects<CLine>(Sel.Lines, Doc.Lines); }
+std::vector<CCircle*> SelCircles() { return SelectedObjects<CCircle>(Sel.Circles, Doc.Circles); }
+std::vector<CArc*> SelArcs() { return SelectedObjects<CArc>(Sel.Arcs, Doc.Arcs); }
+std::vector<CRegion*> SelRegions() { return SelectedObjects<CRegion>(Sel.Regions, Doc.Regions); }
 
 // Counts of the selection sets that commands test.
 struct Counts {
@@ -215,8 +207,8 @@ void mnuInterP_Click() {
   for (CCircle* c : SelCircles()) ids.push_back(c->ID);
   for (CArc* a : SelArcs()) ids.push_back(a->ID);
   for (CRegion* g : SelRegions()) ids.push_back(g->ID);
-  for (CFunCurve* c : Selected<CFunCurve>(Sel.FunCurves, Doc.FunCurves)) ids.push_back(c->ID);
-  for (CSurface* s : Selected<CSurface>(Sel.Surfaces, Doc.Surfaces)) ids.push_back(s->ID);
+  for (CFunCurve* c : SelectedObjects<CFunCurve>(Sel.FunCurves, Doc.FunCurves)) ids.push_back(c->ID);
+  for (CSurface* s : SelectedObjects<CSurface>(Sel.Surfaces, Doc.Surfaces)) ids.push_back(s->ID);
   if (ids.size() != 2) return;
   int roots = 0;
   if (n.ln == 2 || (n.ln == 1 && n.rg == 1)) roots = 1;

@@ -6,8 +6,22 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "document/document.h"
 
 namespace vt {
+
+// The real objects behind a selection set, in selection order (a selection
+// set holds copies; what has gone from the document is passed by).
+template <class T, class C>
+std::vector<T*> SelectedObjects(C& selSet, C& docSet) {
+  std::vector<T*> out;
+  for (T* s : selSet)
+    if (T* real = docSet.FindById(s->ID)) out.push_back(real);
+  return out;
+}
+std::vector<Position*> SelPts();
 
 // The messages, as the commands show them.
 extern const char* const kMsgMiddle;
