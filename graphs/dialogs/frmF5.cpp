@@ -20,32 +20,18 @@
 #include "geometry/dialogs/property_forms.h"
 #include "geometry/properties.h"
 #include "graphs/dialogs/curve_forms.h"
+#include "graphs/dialogs/look_tabs.h"
 
 namespace vt::app {
 
 namespace {
 
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-std::string S(const QLineEdit* e) { return e->text().toStdString(); }
-
-QLineEdit* Field(QWidget* parent, const QString& name, int width = 120) {
-  auto* e = new QLineEdit(parent);
-  e->setObjectName(name);
-  e->setMinimumWidth(width);
-  return e;
-}
+QLineEdit* Field(QWidget* parent, const QString& name, int width = 120) { return FormField(parent, name, width); }
 
 QLabel* Label(QWidget* parent, const QString& name, const QString& text = QString()) {
   auto* l = new QLabel(text, parent);
   l->setObjectName(name);
   return l;
-}
-
-ColorButton* Color(QWidget* parent, const QString& name) {
-  auto* b = new ColorButton(parent);
-  b->setObjectName(name);
-  b->setAutoDefault(false);
-  return b;
 }
 
 QComboBox* Choice(QWidget* parent, const QString& name, const std::vector<std::string>& items) {
@@ -137,7 +123,7 @@ void frmF5::BuildFields() {
   grid->addWidget(lblSteps_, 4, 0);
   grid->addWidget(txtSteps_, 4, 1);
   // The look of the curve.
-  cmdLineColor_ = Color(this, "cmdLineColor");
+  cmdLineColor_ = FormColor(this, "cmdLineColor");
   txtLineWidth_ = Field(this, "txtLineWidth", 40);
   cboLineStyle_ = Choice(this, "cboLineStyle", LineStyleNames());
   grid->addWidget(new QLabel(tr("Colour"), this), 5, 0);
@@ -175,7 +161,7 @@ frmF5::LineRow frmF5::AddLineRow(QGridLayout* grid, int row, const QString& key,
   QWidget* page = grid->parentWidget();
   r.show = new QCheckBox(caption, page);
   r.show->setObjectName("chk" + key);
-  r.color = Color(page, "cmd" + key + "Color");
+  r.color = FormColor(page, "cmd" + key + "Color");
   r.width = Field(page, "txt" + key + "Width", 40);
   grid->addWidget(r.show, row, 0);
   grid->addWidget(r.color, row, 1);
@@ -189,7 +175,7 @@ frmF5::MarkRow frmF5::AddMarkRow(QGridLayout* grid, int row, const QString& key,
   QWidget* page = grid->parentWidget();
   r.show = new QCheckBox(caption, page);
   r.show->setObjectName("chk" + key);
-  r.color = Color(page, "cmd" + key + "Color");
+  r.color = FormColor(page, "cmd" + key + "Color");
   r.size = Field(page, "txt" + key + "Size", 40);
   r.symbol = Choice(page, "cbo" + key + "Symbol", SymbolNames());
   grid->addWidget(r.show, row, 0);
@@ -205,7 +191,7 @@ frmF5::PlaceRow frmF5::AddPlaceRow(QGridLayout* grid, int row, const QString& ke
   QWidget* page = grid->parentWidget();
   r.show = new QCheckBox(caption, page);
   r.show->setObjectName("chk" + key);
-  r.color = Color(page, "cmd" + key + "Color");
+  r.color = FormColor(page, "cmd" + key + "Color");
   r.width = Field(page, "txt" + key + "Width", 40);
   r.posType = Choice(page, "cbo" + key + "PosType", {"At the values", "At the formula"});
   r.positions = Field(page, "txt" + key + "Positions", 100);
@@ -237,7 +223,7 @@ QWidget* frmF5::BuildIntegralTab() {
   auto* grid = new QGridLayout(page);
   chkIntegral_ = new QCheckBox(tr("Integral"), page);
   chkIntegral_->setObjectName("chkIntegral");
-  cmdIntColor_ = Color(page, "cmdIntegralColor");
+  cmdIntColor_ = FormColor(page, "cmdIntegralColor");
   txtIntFrom_ = Field(page, "txtIntFrom", 50);
   txtIntTo_ = Field(page, "txtIntTo", 50);
   grid->addWidget(chkIntegral_, 0, 0);

@@ -27,40 +27,17 @@
 #include "document/globals.h"
 #include "geometry/dialogs/property_forms.h"
 #include "graphs/dialogs/form_opener.h"
+#include "graphs/dialogs/look_tabs.h"
 #include "render/material.h"
 
 namespace vt::app {
 
 namespace {
 
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-std::string S(const QLineEdit* e) { return e->text().toStdString(); }
-
-QLineEdit* Field(QWidget* parent, const QString& name, int width = 90) {
-  auto* e = new QLineEdit(parent);
-  e->setObjectName(name);
-  e->setMinimumWidth(width);
-  return e;
-}
-
 QLabel* Label(QWidget* parent, const QString& name) {
   auto* l = new QLabel(parent);
   l->setObjectName(name);
   return l;
-}
-
-QComboBox* Choice(QWidget* parent, const QString& name, const QStringList& items) {
-  auto* c = new QComboBox(parent);
-  c->setObjectName(name);
-  c->addItems(items);
-  return c;
-}
-
-ColorButton* Color(QWidget* parent, const QString& name) {
-  auto* b = new ColorButton(parent);
-  b->setObjectName(name);
-  b->setAutoDefault(false);
-  return b;
 }
 
 }  // namespace
@@ -116,9 +93,9 @@ void frmF6::BuildFields() {
   lblFormula1_ = Label(this, "lblFormula1");
   lblFormula2_ = Label(this, "lblFormula2");
   lblFormula3_ = Label(this, "lblFormula3");
-  txtFormula1_ = Field(this, "txtFormula1", 260);
-  txtFormula2_ = Field(this, "txtFormula2", 260);
-  txtFormula3_ = Field(this, "txtFormula3", 260);
+  txtFormula1_ = FormField(this, "txtFormula1", 260);
+  txtFormula2_ = FormField(this, "txtFormula2", 260);
+  txtFormula3_ = FormField(this, "txtFormula3", 260);
   grid->addWidget(lblFormula1_, 0, 0);
   grid->addWidget(txtFormula1_, 0, 1, 1, 5);
   grid->addWidget(lblFormula2_, 1, 0);
@@ -130,17 +107,14 @@ void frmF6::BuildFields() {
   const char* const names[9] = {"MinU", "MaxU", "StepsU", "MinV", "MaxV", "StepsV", "MinW", "MaxW", "StepsW"};
   for (int k = 0; k < 9; ++k) {
     *labels[k] = Label(this, QString("lbl") + names[k]);
-    *fields[k] = Field(this, QString("txt") + names[k]);
+    *fields[k] = FormField(this, QString("txt") + names[k]);
     grid->addWidget(*labels[k], 3 + k / 3, (k % 3) * 2);
     grid->addWidget(*fields[k], 3 + k / 3, (k % 3) * 2 + 1);
   }
 
   tabs_ = new QTabWidget(this);
   tabs_->setObjectName("tabLook");
-  tabs_->addTab(BuildColorTab(), tr("Color"));
-  tabs_->addTab(BuildMaterialTab(), tr("Material"));
-  tabs_->addTab(BuildTransparencyTab(), tr("Transparency"));
-  tabs_->addTab(BuildTextureTab(), tr("Texture"));
+  look_.AddTo(tabs_);
   tabs_->addTab(BuildFieldTab(), tr("Field"));
   outer->addWidget(tabs_);
 
@@ -159,86 +133,6 @@ void frmF6::BuildFields() {
   });
 }
 
-QWidget* frmF6::BuildColorTab() {
-  auto* page = new QWidget(this);
-  auto* grid = new QGridLayout(page);
-  cboFillStyle_ = Choice(page, "cboFillStyle",
-                         {tr("Two colors along y"), tr("Two colors along z"), tr("Two colors along x"),
-                          tr("One color"), tr("Color ramp")});
-  cmdFirstColor_ = Color(page, "cmdFirstColor");
-  cmdSecondColor_ = Color(page, "cmdSecondColor");
-  QStringList ramps;
-  for (const char* n : kRampNames) ramps << QString(n);
-  cboRamp_ = Choice(page, "cboRamp", ramps);
-  cboShow_ = Choice(page, "cboShow", {tr("Points"), tr("Wire"), tr("Filled")});
-  cboSmoothness_ = Choice(page, "cboSmoothness", {tr("Flat"), tr("Flat (fine)"), tr("Smooth")});
-  grid->addWidget(new QLabel(tr("Coloring"), page), 0, 0);
-  grid->addWidget(cboFillStyle_, 0, 1);
-  grid->addWidget(new QLabel(tr("First color"), page), 1, 0);
-  grid->addWidget(cmdFirstColor_, 1, 1);
-  grid->addWidget(new QLabel(tr("Second color"), page), 2, 0);
-  grid->addWidget(cmdSecondColor_, 2, 1);
-  grid->addWidget(new QLabel(tr("Ramp"), page), 3, 0);
-  grid->addWidget(cboRamp_, 3, 1);
-  grid->addWidget(new QLabel(tr("Show"), page), 4, 0);
-  grid->addWidget(cboShow_, 4, 1);
-  grid->addWidget(new QLabel(tr("Smoothness"), page), 5, 0);
-  grid->addWidget(cboSmoothness_, 5, 1);
-  return page;
-}
-
-QWidget* frmF6::BuildMaterialTab() {
-  auto* page = new QWidget(this);
-  auto* box = new QVBoxLayout(page);
-  QStringList names;
-  names << tr("None");
-  for (const char* n : kMaterialSchemeNames) names << QString(n);
-  cboMaterial_ = Choice(page, "cboMaterial", names);
-  box->addWidget(cboMaterial_);
-  box->addStretch(1);
-  return page;
-}
-
-QWidget* frmF6::BuildTransparencyTab() {
-  auto* page = new QWidget(this);
-  auto* grid = new QGridLayout(page);
-  chkTrans_ = new QCheckBox(tr("Transparent"), page);
-  chkTrans_->setObjectName("chkTrans");
-  txtAlpha_ = Field(page, "txtAlpha");
-  grid->addWidget(chkTrans_, 0, 0, 1, 2);
-  grid->addWidget(new QLabel(tr("Alpha"), page), 1, 0);
-  grid->addWidget(txtAlpha_, 1, 1);
-  return page;
-}
-
-QWidget* frmF6::BuildTextureTab() {
-  auto* page = new QWidget(this);
-  auto* grid = new QGridLayout(page);
-  chkTexture_ = new QCheckBox(tr("Texture"), page);
-  chkTexture_->setObjectName("chkTexture");
-  txtTexName_ = Field(page, "txtTexName", 220);
-  auto* browse = new QPushButton(tr("..."), page);
-  browse->setObjectName("cmdTexFile");
-  browse->setAutoDefault(false);
-  optTexAlone_ = new QRadioButton(tr("Texture only"), page);
-  optTexAlone_->setObjectName("optTexAlone");
-  optTexColor_ = new QRadioButton(tr("Texture with color"), page);
-  optTexColor_->setObjectName("optTexColor");
-  grid->addWidget(chkTexture_, 0, 0, 1, 2);
-  grid->addWidget(txtTexName_, 1, 0);
-  grid->addWidget(browse, 1, 1);
-  grid->addWidget(optTexAlone_, 2, 0);
-  grid->addWidget(optTexColor_, 3, 0);
-  connect(browse, &QPushButton::clicked, this, [this] {
-    const std::string path = PickTextureFile();
-    if (!path.empty()) {
-      txtTexName_->setText(Q(path));
-      chkTexture_->setChecked(true);
-    }
-  });
-  return page;
-}
-
 QWidget* frmF6::BuildFieldTab() {
   auto* page = new QWidget(this);
   auto* grid = new QGridLayout(page);
@@ -248,7 +142,7 @@ QWidget* frmF6::BuildFieldTab() {
   chkVector_->setObjectName("chkVector");
   chkColormap_ = new QCheckBox(tr("Color map"), page);
   chkColormap_->setObjectName("chkColormap");
-  txtContourLevel_ = Field(page, "txtContourLevel");
+  txtContourLevel_ = FormField(page, "txtContourLevel");
   grid->addWidget(chkColormap_, 0, 0);
   grid->addWidget(chkVector_, 1, 0);
   grid->addWidget(chkContour_, 2, 0);
@@ -317,18 +211,7 @@ SurfaceForm frmF6::Form() const {
   f.maxW = S(txtMaxW_);
   f.stepsW = S(txtStepsW_);
   // The blends run along rendering x, y, z: the user's y, z, x.
-  f.fillStyle = std::clamp(cboFillStyle_->currentIndex(), 0, 4) + 1;
-  f.firstColor = cmdFirstColor_->color();
-  f.secondColor = cmdSecondColor_->color();
-  f.rampIndex = std::max(cboRamp_->currentIndex(), 0);
-  f.material = std::max(cboMaterial_->currentIndex(), 0);
-  f.show = cboShow_->currentIndex() + 1;
-  f.smoothness = cboSmoothness_->currentIndex() + 1;
-  f.showTrans = chkTrans_->isChecked();
-  f.transAlpha = S(txtAlpha_);
-  f.showTex = chkTexture_->isChecked();
-  f.texName = S(txtTexName_);
-  f.texMode = optTexColor_->isChecked() ? 2 : 1;
+  look_.Read(f);
   f.showContour = chkContour_->isChecked();
   f.showVector = chkVector_->isChecked();
   f.showColormap = chkColormap_->isChecked();
@@ -356,18 +239,7 @@ void frmF6::ShowForm(const SurfaceForm& f) {
   txtMinW_->setText(Q(f.minW));
   txtMaxW_->setText(Q(f.maxW));
   txtStepsW_->setText(Q(f.stepsW));
-  cboFillStyle_->setCurrentIndex(std::clamp(f.fillStyle, 1, 5) - 1);
-  cmdFirstColor_->setColor(f.firstColor);
-  cmdSecondColor_->setColor(f.secondColor);
-  cboRamp_->setCurrentIndex(std::clamp(f.rampIndex, 0, kRampCount - 1));
-  cboMaterial_->setCurrentIndex(std::clamp(f.material, 0, kMaterialSchemeCount));
-  cboShow_->setCurrentIndex(std::clamp(f.show, 1, 3) - 1);
-  cboSmoothness_->setCurrentIndex(std::clamp(f.smoothness, 1, 3) - 1);
-  chkTrans_->setChecked(f.showTrans);
-  txtAlpha_->setText(Q(f.transAlpha));
-  chkTexture_->setChecked(f.showTex);
-  txtTexName_->setText(Q(f.texName));
-  (f.texMode == 2 ? optTexColor_ : optTexAlone_)->setChecked(true);
+  look_.Show(f);
   chkContour_->setChecked(f.showContour);
   chkVector_->setChecked(f.showVector);
   chkColormap_->setChecked(f.showColormap);

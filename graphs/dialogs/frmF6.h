@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <string>
 
+#include "graphs/dialogs/look_tabs.h"
 #include "graphs/surface_form.h"
 
 class QCheckBox;
@@ -19,8 +20,6 @@ class QRadioButton;
 class QTabWidget;
 
 namespace vt::app {
-
-class ColorButton;
 
 class frmF6 : public QDialog {
   Q_OBJECT
@@ -35,10 +34,6 @@ class frmF6 : public QDialog {
 
  private:
   void BuildFields();
-  QWidget* BuildColorTab();
-  QWidget* BuildMaterialTab();
-  QWidget* BuildTransparencyTab();
-  QWidget* BuildTextureTab();
   QWidget* BuildFieldTab();
   void UpdateFormList();
   void UpdateLabels();
@@ -54,13 +49,7 @@ class frmF6 : public QDialog {
   QLabel *lblMinU_, *lblMaxU_, *lblStepsU_, *lblMinV_, *lblMaxV_, *lblStepsV_, *lblMinW_, *lblMaxW_, *lblStepsW_;
   QLineEdit *txtMinU_, *txtMaxU_, *txtStepsU_, *txtMinV_, *txtMaxV_, *txtStepsV_, *txtMinW_, *txtMaxW_, *txtStepsW_;
   QTabWidget* tabs_;
-  QComboBox *cboFillStyle_, *cboRamp_, *cboShow_, *cboSmoothness_, *cboMaterial_;
-  ColorButton *cmdFirstColor_, *cmdSecondColor_;
-  QCheckBox* chkTrans_;
-  QLineEdit* txtAlpha_;
-  QCheckBox* chkTexture_;
-  QLineEdit* txtTexName_;
-  QRadioButton *optTexAlone_, *optTexColor_;
+  SurfaceLookTabs look_;
   QCheckBox *chkContour_, *chkVector_, *chkColormap_;
   QLineEdit* txtContourLevel_;
 };

@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <string>
 
+#include "graphs/dialogs/look_tabs.h"
 #include "graphs/swept_commands.h"
 
 class QCheckBox;
@@ -38,11 +39,7 @@ class SweptDialog : public QDialog {
   QLineEdit *txtObject_, *txtCenter_ = nullptr, *txtAngle_ = nullptr;
   QLineEdit *txtDX_ = nullptr, *txtDY_ = nullptr, *txtDZ_ = nullptr;
   QLineEdit* txtSteps_;
-  QComboBox *cboFillStyle_, *cboRamp_, *cboMaterial_, *cboShow_, *cboSmoothness_;
-  ColorButton *cmdFirstColor_, *cmdSecondColor_;
-  QCheckBox *chkTrans_, *chkTexture_;
-  QLineEdit *txtAlpha_, *txtTexName_;
-  QRadioButton *optTexAlone_, *optTexColor_;
+  SurfaceLookTabs look_;
 };
 
 class frmRot : public SweptDialog {
