@@ -26,7 +26,6 @@ PromptDialogFn DivisionDialog = nullptr, LineExtDialog = nullptr, FlexP2DDialog 
 
 namespace {
 
-
 // Which selections the commands here take.
 bool TwoPointsOrOneSegment() {
   const int others = Sel.Circles.count() + Sel.Arcs.count() + Sel.Regions.count();
@@ -60,19 +59,6 @@ bool BasePoints(Position*& begin, Position*& end, std::string& lineId) {
   end = FindPoint(l->pEnd.ID);
   lineId = l->ID;
   return begin && end;
-}
-
-Position* NewPoint(const Position& at, int ptype, const std::string& lk1, const std::string& lk2, short pos) {
-  const std::string id = NewObjectId("PT");
-  Position* p = Doc.Points.Add(id, at.x, at.y, at.z, ptype, lk1, lk2, pos, id);
-  AssignNextPointLabel(*p);
-  p->SetDrawMode(5);
-  return p;
-}
-
-void ChildOf(Position& child, std::initializer_list<Position*> parents) {
-  for (Position* p : parents)
-    if (p && p->ChildNum() < Position::kMaxChildren) p->AddChild(child.ID);
 }
 
 void CheckRoom(const CCarrier& c, int more) {

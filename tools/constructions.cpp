@@ -52,6 +52,19 @@ void ShowNote(const std::string& text) { host().MsgBox(text, "Note", MsgButtons:
 
 std::vector<Position*> SelPts() { return SelectedObjects<Position>(Sel.Points, Doc.Points); }
 
+Position* NewPoint(const Position& at, int ptype, const std::string& lk1, const std::string& lk2, short pos) {
+  const std::string id = NewObjectId("PT");
+  Position* p = Doc.Points.Add(id, at.x, at.y, at.z, ptype, lk1, lk2, pos, id);
+  AssignNextPointLabel(*p);
+  p->SetDrawMode(5);
+  return p;
+}
+
+void ChildOf(Position& child, std::initializer_list<Position*> parents) {
+  for (Position* p : parents)
+    if (p && p->ChildNum() < Position::kMaxChildren) p->AddChild(child.ID);
+}
+
 namespace {
 
 std::vector<CLine*> SelLines() { return SelectedObjects<CLine>(Sel.Lines, Doc.Lines); }
@@ -62,28 +75,11 @@ std::vector<CRegion*> SelRegions() { return SelectedObjects<CRegion>(Sel.Regions
 // Counts of the selection sets that commands test.
 struct Counts {
   int pt, ln, cr, ar, rg, cv, sf, fa, rb;
-  int others() const { return 0; }
 };
 Counts Count() {
   return Counts{Sel.Points.count(), Sel.Lines.count(),     Sel.Circles.count(), Sel.Arcs.count(),
                 Sel.Regions.count(), Sel.FunCurves.count(), Sel.Surfaces.count(), Sel.Fans.count(),
                 Sel.Ribbons.count()};
-}
-
-// A constructed point: new id and label, its kind and parents.
-Position* NewPoint(const Position& at, int ptype, const std::string& lk1, const std::string& lk2, short pos) {
-  const std::string id = NewObjectId("PT");
-  Position* p = Doc.Points.Add(id, at.x, at.y, at.z, ptype, lk1, lk2, pos, id);
-  AssignNextPointLabel(*p);
-  p->SetDrawMode(5);
-  return p;
-}
-
-// Registers the point as a child of each parent point, so that deleting a
-// parent takes it along.
-void ChildOf(Position& child, std::initializer_list<Position*> parents) {
-  for (Position* p : parents)
-    if (p && p->ChildNum() < Position::kMaxChildren) p->AddChild(child.ID);
 }
 
 CLine* NewLine(int lt, int ltype, Position& begin, Position& end) {

@@ -5,6 +5,7 @@
 // nothing.
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,13 @@ std::vector<T*> SelectedObjects(C& selSet, C& docSet) {
   return out;
 }
 std::vector<Position*> SelPts();
+
+// A constructed point: a new id and label, its kind, parents and place, not
+// draggable.
+Position* NewPoint(const Position& at, int ptype, const std::string& lk1, const std::string& lk2, short pos);
+// Registers the point as a child of each parent point, so that deleting a
+// parent takes it along.
+void ChildOf(Position& child, std::initializer_list<Position*> parents);
 
 // The messages, as the commands show them.
 extern const char* const kMsgMiddle;

@@ -23,6 +23,7 @@
 #include "render/canvas_input.h"
 #include "app/canvas.h"
 #include "app/frmF1.h"
+#include "gui_fixture.h"
 #include "app/surface_format.h"
 #include "document/command_table.h"
 #include "document/document.h"
@@ -55,8 +56,7 @@ class CurveFormsTest : public QObject {
 
  private:
   // Collects every message box shown while it runs, answering OK.
-  void WatchMessages();
-  void StopWatching();
+  void WatchMessages() { watcher_.Start(this); }
   QPoint PixelOf(float x, float y);
   frmF5* OpenCurveDialog();
   static void Type(QWidget* dialog, const char* field, const QString& text);
@@ -65,8 +65,8 @@ class CurveFormsTest : public QObject {
   }
 
   frmF1* window_ = nullptr;
-  QTimer* watcher_ = nullptr;
-  QStringList messages_;
+  guitest::MessageWatcher watcher_;
+  QStringList& messages_ = watcher_.messages;
 };
 
 void CurveFormsTest::init() {
@@ -79,31 +79,10 @@ void CurveFormsTest::init() {
 }
 
 void CurveFormsTest::cleanup() {
-  StopWatching();
+  watcher_.Stop();
   delete window_;
   window_ = nullptr;
   ClearHandlers();
-}
-
-void CurveFormsTest::WatchMessages() {
-  StopWatching();
-  watcher_ = new QTimer(this);
-  watcher_->setInterval(10);
-  connect(watcher_, &QTimer::timeout, this, [this] {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (!box || !box->isVisible()) return;
-    messages_ << box->windowTitle() + ": " + box->text();
-    box->button(QMessageBox::Ok)->click();
-  });
-  watcher_->start();
-}
-
-void CurveFormsTest::StopWatching() {
-  if (watcher_) {
-    watcher_->stop();
-    watcher_->deleteLater();
-  }
-  watcher_ = nullptr;
 }
 
 QPoint CurveFormsTest::PixelOf(float x, float y) {

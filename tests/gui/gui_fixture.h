@@ -2,7 +2,12 @@
 // the test, and a window brought up on an empty document.
 #pragma once
 
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStringList>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 #include <memory>
 
@@ -30,5 +35,35 @@ inline bool OpenEmptyWindow(vt::app::frmF1*& window) {
   window->RunCommand("mnuEditDelAll");
   return true;
 }
+
+// While started, answers each message box that comes up with OK and keeps
+// its "title: text".
+class MessageWatcher {
+ public:
+  ~MessageWatcher() { Stop(); }
+  void Start(QObject* owner) {
+    Stop();
+    timer_ = new QTimer(owner);
+    timer_->setInterval(10);
+    QObject::connect(timer_, &QTimer::timeout, owner, [this] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (!box || !box->isVisible()) return;
+      messages << box->windowTitle() + ": " + box->text();
+      box->button(QMessageBox::Ok)->click();
+    });
+    timer_->start();
+  }
+  void Stop() {
+    if (timer_) {
+      timer_->stop();
+      timer_->deleteLater();
+    }
+    timer_ = nullptr;
+  }
+  QStringList messages;
+
+ private:
+  QTimer* timer_ = nullptr;
+};
 
 }  // namespace vt::guitest

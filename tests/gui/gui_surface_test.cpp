@@ -19,6 +19,7 @@
 
 #include "app/canvas.h"
 #include "app/frmF1.h"
+#include "gui_fixture.h"
 #include "app/surface_format.h"
 #include "document/command_table.h"
 #include "document/document.h"
@@ -52,8 +53,7 @@ class SurfaceFormsTest : public QObject {
   void frmStretchAndFrmSphereMakeTheirObjects();
 
  private:
-  void WatchMessages();
-  void StopWatching();
+  void WatchMessages() { watcher_.Start(this); }
   frmF6* OpenSurfaceDialog();
   static void Type(QWidget* dialog, const char* field, const QString& text);
   static void ClickOk(QWidget* dialog) {
@@ -65,8 +65,8 @@ class SurfaceFormsTest : public QObject {
   QPoint PixelOf(const Position& p);
 
   frmF1* window_ = nullptr;
-  QTimer* watcher_ = nullptr;
-  QStringList messages_;
+  guitest::MessageWatcher watcher_;
+  QStringList& messages_ = watcher_.messages;
 };
 
 void SurfaceFormsTest::init() {
@@ -83,31 +83,10 @@ void SurfaceFormsTest::init() {
 }
 
 void SurfaceFormsTest::cleanup() {
-  StopWatching();
+  watcher_.Stop();
   delete window_;
   window_ = nullptr;
   ClearHandlers();
-}
-
-void SurfaceFormsTest::WatchMessages() {
-  StopWatching();
-  watcher_ = new QTimer(this);
-  watcher_->setInterval(10);
-  connect(watcher_, &QTimer::timeout, this, [this] {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (!box || !box->isVisible()) return;
-    messages_ << box->windowTitle() + ": " + box->text();
-    box->button(QMessageBox::Ok)->click();
-  });
-  watcher_->start();
-}
-
-void SurfaceFormsTest::StopWatching() {
-  if (watcher_) {
-    watcher_->stop();
-    watcher_->deleteLater();
-  }
-  watcher_ = nullptr;
 }
 
 frmF6* SurfaceFormsTest::OpenSurfaceDialog() {
