@@ -391,9 +391,11 @@ void DeleteSelection() {
 
 // ---- reset --------------------------------------------------------------------
 
+#include "animation/player_objects.h"
 #include "document/frame_commands.h"
 #include "document/undo.h"
 #include "render/view_state.h"
+#include "tools/notes.h"
 
 namespace vt {
 
@@ -403,6 +405,8 @@ void ResetGlobals() {
   LastPointLabel = "0";
   LinkPassMode = 2;
   ResetFrameGlobals();
+  NoteCounter = 0;
+  AniDialogKind = 0;
   ResetUndo();
   ResetViewState();
   CurrentFilePath.clear();

@@ -39,6 +39,14 @@ float Channel(std::uint32_t color, int shift) { return static_cast<float>((color
 
 }  // namespace
 
+int RampIndexOf(const std::string& name) {
+  std::string n = UpperText(name);
+  if (!n.empty() && n[0] == '@') n.erase(0, 1);
+  for (int i = 0; i < kRampCount; ++i)
+    if (n == UpperText(kRampNames[i])) return i;
+  return -1;
+}
+
 bool ColorRamp::SetByName() {
   std::string name = UpperText(ColorName);
   if (name.empty()) name = "RAINBOW";

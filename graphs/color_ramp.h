@@ -29,6 +29,10 @@ struct ColorRamp {
 // The names of the ramps, in the order of the dialog's list.
 constexpr int kRampCount = 5;
 extern const char* const kRampNames[kRampCount];
+// The index of a ramp name in kRampNames (upper case or not, with or without
+// the mark "@" that the swept surfaces' records put before it); -1 for a
+// name that is none of the five.
+int RampIndexOf(const std::string& name);
 
 // The colour of one corner by FillStyle: 1, 2, 3 blend FirstColor to
 // SecondColor along rendering x, y, z by the corner's place in the box; 4 is

@@ -135,20 +135,7 @@ SurfaceForm LoadSurfaceForm(const CSurface& s) {
   f.minW = Num(s.MinW);
   f.maxW = Num(s.MaxW);
   f.stepsW = Whole(s.StepW);
-  f.fillStyle = s.FillStyle >= 1 && s.FillStyle <= 5 ? s.FillStyle : 4;
-  f.firstColor = s.FirstColor;
-  f.secondColor = s.SecondColor;
-  f.rampIndex = 0;
-  for (int i = 0; i < kRampCount; ++i)
-    if (UpperText(s.Ramp.ColorName) == UpperText(kRampNames[i])) f.rampIndex = i;
-  f.material = s.Material >= 0 && s.Material <= 13 ? s.Material : 0;
-  f.show = s.Show >= 1 && s.Show <= 3 ? s.Show : 3;
-  f.smoothness = s.Smoothness >= 1 && s.Smoothness <= 3 ? s.Smoothness : 3;
-  f.showTrans = s.ShowTrans;
-  f.transAlpha = Num(s.TransAlpha);
-  f.showTex = s.ShowTex;
-  f.texName = s.TexName;
-  f.texMode = s.TexMode == 2 ? 2 : 1;
+  LoadLookFields(s, f);
   f.showContour = s.ShowContour;
   f.showVector = s.ShowVector;
   f.showColormap = s.ShowColormap;
@@ -221,61 +208,35 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
       return SurfaceConfirm::Gone;
     }
   }
-  // Step 3: the object is tried first; the document changes only when it
-  // samples.
-  auto made = std::make_unique<CSurface>();
-  made->Init(editId, "", f.graphType, form, f.coordType, param ? f.formula1 : std::string(),
+  // Step 3: the object is tried first, as a copy; the document changes only
+  // when it samples. An edit starts from the object as it stands, so what the
+  // dialog does not show (name, line colour and width, clip, a ramp of its
+  // own, a surface kind beyond 2) stays.
+  CSurface trial;
+  if (target) trial = *target;
+  const int graphType = target && !curve && target->GraphType >= 12 ? target->GraphType : f.graphType;
+  trial.Init(trial.ID, trial.NameS, graphType, form, f.coordType, param ? f.formula1 : std::string(),
              param ? f.formula2 : std::string(), param ? f.formula3 : f.formula1, WholeField(f.stepsU),
              hasV ? WholeField(f.stepsV) : WholeField(f.stepsU), f.minU, f.maxU, hasV ? f.minV : "-5",
              hasV ? f.maxV : "5");
   if (hasW) {
-    made->StepW = WholeField(f.stepsW);
-    made->MinW = Sng(Val(f.minW));
-    made->MaxW = Sng(Val(f.maxW));
+    trial.StepW = WholeField(f.stepsW);
+    trial.MinW = Sng(Val(f.minW));
+    trial.MaxW = Sng(Val(f.maxW));
   }
-  made->FillStyle = f.fillStyle;
-  made->FirstColor = f.firstColor;
-  made->SecondColor = f.secondColor;
-  made->ForeColor = f.firstColor;
-  made->Ramp.ColorName = kRampNames[f.rampIndex >= 0 && f.rampIndex < kRampCount ? f.rampIndex : 0];
-  made->Ramp.SetByName();
-  made->Material = f.material;
-  made->Show = f.show;
-  made->Smoothness = f.smoothness;
-  made->ShowTrans = f.showTrans;
-  made->TransAlpha = f.showTrans ? Sng(Val(f.transAlpha)) : 0.5f;
-  made->ShowTex = f.showTex;
-  made->TexName = f.texName;
-  made->TexMode = f.texMode;
-  made->ShowContour = f.showContour;
-  made->ShowVector = f.showVector;
-  made->ShowColormap = f.showColormap;
-  made->ContourLevel = f.showContour ? WholeField(f.contourLevel) : 10;
-  if (!made->GetPoints()) return SurfaceConfirm::Stay;
+  StoreLookFields(f, trial);
+  trial.ForeColor = f.firstColor;
+  trial.ShowContour = f.showContour;
+  trial.ShowVector = f.showVector;
+  trial.ShowColormap = f.showColormap;
+  if (f.showContour) trial.ContourLevel = WholeField(f.contourLevel);
+  if (!trial.GetPoints()) return SurfaceConfirm::Stay;
 
   if (target) {
-    // What the dialog does not show stays as it was.
-    const std::string keepId = target->ID;
-    const bool keepSelected = target->Selected, keepHide = target->Hide;
-    const int keepMode = target->DrawMode;
-    const auto keepTanX = target->TangentX, keepTanY = target->TangentY, keepNmlX = target->NormalX,
-               keepNmlY = target->NormalY;
-    const bool keepTan = target->ShowTangent, keepNml = target->ShowNormal;
-    *target = *made;
-    target->ID = keepId;
-    target->Selected = keepSelected;
-    target->Hide = keepHide;
-    target->DrawMode = keepMode;
-    target->TangentX = keepTanX;
-    target->TangentY = keepTanY;
-    target->NormalX = keepNmlX;
-    target->NormalY = keepNmlY;
-    target->ShowTangent = keepTan;
-    target->ShowNormal = keepNml;
-    target->GetPoints();
+    *target = trial;
   } else {
-    made->ID = NewObjectId(curve ? "C3" : "SF");
-    target = Doc.Surfaces.Add(std::move(made));
+    trial.ID = NewObjectId(curve ? "C3" : "SF");
+    target = Doc.Surfaces.Add(std::make_unique<CSurface>(trial));
   }
   if (id) *id = target->ID;
   PushSnapshot();

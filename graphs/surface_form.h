@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "graphs/look_fields.h"
 #include "graphs/surface.h"
 
 namespace vt {
@@ -31,7 +32,7 @@ struct SurfaceFieldLabels {
 SurfaceFieldLabels SurfaceLabels(int graphType, int coordType, int funForm);
 
 // Everything frmF6 shows, as the user typed it.
-struct SurfaceForm {
+struct SurfaceForm : SurfaceLookFields {
   int graphType = 2;  // 1 curve, 2 surface
   int coordType = 3;  // 3 Cartesian, 4 cylindrical, 5 spherical
   int listIndex = 0;
@@ -39,18 +40,6 @@ struct SurfaceForm {
   std::string minU = "-5", maxU = "5", stepsU = "20";
   std::string minV = "-5", maxV = "5", stepsV = "20";
   std::string minW = "-5", maxW = "5", stepsW = "20";
-  // Colour tab.
-  int fillStyle = 5;  // 1..3 two colours along x, y, z; 4 one colour; 5 ramp
-  std::uint32_t firstColor = RGB(0, 128, 255), secondColor = RGB(255, 0, 0);
-  int rampIndex = 0;  // into kRampNames
-  int material = 0;   // 0 none, 1..13 the schemes
-  int show = 3;       // 1 points, 2 wire, 3 filled
-  int smoothness = 3;
-  bool showTrans = false;
-  std::string transAlpha = "0.5";
-  bool showTex = false;
-  std::string texName;
-  int texMode = 1;
   bool showContour = false, showVector = false, showColormap = false;
   std::string contourLevel = "10";
 

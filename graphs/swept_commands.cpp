@@ -52,45 +52,14 @@ bool ProfileKind(const std::string& id) {
   return false;
 }
 
-int RampIndexOf(const std::string& name) {
-  std::string n = UpperText(name);
-  if (!n.empty() && n[0] == '@') n.erase(0, 1);
-  for (int i = 0; i < kRampCount; ++i)
-    if (n == UpperText(kRampNames[i])) return i;
-  return 0;
-}
-
 void LoadLook(const CSweptSurface& s, SweptForm& f) {
   f.steps = IntToText(s.StepV);
-  f.fillStyle = s.FillStyle;
-  f.firstColor = s.FirstColor;
-  f.secondColor = s.SecondColor;
-  f.rampIndex = RampIndexOf(s.Ramp.ColorName);
-  f.material = s.Material;
-  f.show = s.Show;
-  f.smoothness = s.Smoothness;
-  f.showTrans = s.ShowTrans;
-  f.transAlpha = SingleToText(s.TransAlpha);
-  f.showTex = s.ShowTex;
-  f.texName = s.TexName;
-  f.texMode = s.TexMode == 2 ? 2 : 1;
+  LoadLookFields(s, f);
 }
 
 void StoreLook(const SweptForm& f, CSweptSurface& s) {
   s.StepV = WholeField(f.steps);
-  s.FillStyle = std::clamp(f.fillStyle, 1, 5);
-  s.FirstColor = f.firstColor;
-  s.SecondColor = f.secondColor;
-  s.Ramp.ColorName = kRampNames[std::clamp(f.rampIndex, 0, kRampCount - 1)];
-  s.Ramp.SetByName();
-  s.Material = f.material;
-  s.Show = std::clamp(f.show, 1, 3);
-  s.Smoothness = std::clamp(f.smoothness, 1, 3);
-  s.ShowTrans = f.showTrans;
-  if (f.showTrans) s.TransAlpha = static_cast<float>(Val(f.transAlpha));
-  s.ShowTex = f.showTex;
-  s.TexName = f.texName;
-  s.TexMode = f.texMode;
+  StoreLookFields(f, s);
 }
 
 // The first two ids of the sets, in the order given.

@@ -13,6 +13,7 @@
 #include <functional>
 #include <string>
 
+#include "graphs/look_fields.h"
 #include "graphs/swept.h"
 
 namespace vt {
@@ -28,24 +29,13 @@ void MakeRibbonFromSelection();
 void MakeInterLineFromSelection();
 
 // frmRot (rotation true) and frmStretch.
-struct SweptForm {
+struct SweptForm : SurfaceLookFields {
   bool rotation = true;
   std::string objId;     // the profile
   std::string centerId;  // the axis, a line or a point (rotation)
   std::string angle = "6.2832";
   std::string dx = "0", dy = "0", dz = "1";  // the vector (extrusion)
   std::string steps = "20";
-  int fillStyle = 5;
-  std::uint32_t firstColor = RGB(0, 128, 255), secondColor = RGB(255, 0, 0);
-  int rampIndex = 0;  // into kRampNames
-  int material = 0;
-  int show = 3;
-  int smoothness = 3;
-  bool showTrans = false;
-  std::string transAlpha = "0.5";
-  bool showTex = false;
-  std::string texName;
-  int texMode = 1;
 };
 
 // The form of a new object: the profile and the axis (or, for an extrusion,

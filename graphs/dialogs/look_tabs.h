@@ -1,8 +1,7 @@
 // What the formula dialogs share: small makers of named fields, choices and
 // colour buttons, and the look of a sampled surface as four tabs (colour,
 // material, transparency, texture) used by frmF6, frmRot and frmStretch.
-// The forms of the core (SurfaceForm, SweptForm) carry the same look fields,
-// so one template reads and shows them for either.
+// The forms of the core (SurfaceForm, SweptForm) share their look fields.
 #pragma once
 
 #include <QCheckBox>
@@ -17,6 +16,7 @@
 
 #include "geometry/dialogs/property_forms.h"
 #include "graphs/color_ramp.h"
+#include "graphs/look_fields.h"
 #include "render/material.h"
 
 class QTabWidget;
@@ -36,12 +36,12 @@ class SurfaceLookTabs {
   // Adds the pages "Color", "Material", "Transparency" and "Texture" to tabs.
   void AddTo(QTabWidget* tabs);
 
-  template <class Form>
-  void Read(Form& f) const {
+  void Read(SurfaceLookFields& f) const {
     f.fillStyle = std::clamp(cboFillStyle_->currentIndex(), 0, 4) + 1;
     f.firstColor = cmdFirstColor_->color();
     f.secondColor = cmdSecondColor_->color();
     f.rampIndex = std::max(cboRamp_->currentIndex(), 0);
+    f.customRamp = f.rampIndex >= kRampCount ? cboRamp_->currentText().toStdString() : std::string();
     f.material = std::max(cboMaterial_->currentIndex(), 0);
     f.show = cboShow_->currentIndex() + 1;
     f.smoothness = cboSmoothness_->currentIndex() + 1;
@@ -52,12 +52,14 @@ class SurfaceLookTabs {
     f.texMode = optTexColor_->isChecked() ? 2 : 1;
   }
 
-  template <class Form>
-  void Show(const Form& f) {
+  void Show(const SurfaceLookFields& f) {
     cboFillStyle_->setCurrentIndex(std::clamp(f.fillStyle, 1, 5) - 1);
     cmdFirstColor_->setColor(f.firstColor);
     cmdSecondColor_->setColor(f.secondColor);
-    cboRamp_->setCurrentIndex(std::clamp(f.rampIndex, 0, kRampCount - 1));
+    // A ramp of the object's own is offered after the five, under its name.
+    while (cboRamp_->count() > kRampCount) cboRamp_->removeItem(kRampCount);
+    if (!f.customRamp.empty()) cboRamp_->addItem(Q(f.customRamp));
+    cboRamp_->setCurrentIndex(std::clamp(f.rampIndex, 0, cboRamp_->count() - 1));
     cboMaterial_->setCurrentIndex(std::clamp(f.material, 0, kMaterialSchemeCount));
     cboShow_->setCurrentIndex(std::clamp(f.show, 1, 3) - 1);
     cboSmoothness_->setCurrentIndex(std::clamp(f.smoothness, 1, 3) - 1);
