@@ -148,7 +148,8 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
   const bool curve = f.graphType == 1;
   const bool param = form == 3, implicit = !curve && form == 1;
   const bool hasV = !curve, hasW = implicit;
-  // Step 2: the checks.
+  // Step 2 before step 1: the filters turn an empty field into "0", which
+  // would hide it from the check for empty fields.
   const bool empty = f.formula1.empty() || (param && (f.formula2.empty() || f.formula3.empty())) ||
                      f.minU.empty() || f.maxU.empty() || f.stepsU.empty() ||
                      (hasV && (f.minV.empty() || f.maxV.empty() || f.stepsV.empty())) ||
@@ -161,7 +162,7 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
   const bool filtered = FilterField(f.formula1, true) && (!param || (FilterField(f.formula2, true) && FilterField(f.formula3, true))) &&
                         FilterField(f.minU, true) && FilterField(f.maxU, true) && FilterField(f.stepsU, false) &&
                         (!hasV || (FilterField(f.minV, true) && FilterField(f.maxV, true) && FilterField(f.stepsV, false))) &&
-                        (!hasW || (FilterField(f.minW, false) && FilterField(f.maxW, false) && FilterField(f.stepsW, false))) &&
+                        (!hasW || (FilterField(f.minW, true) && FilterField(f.maxW, true) && FilterField(f.stepsW, false))) &&
                         (!f.showTrans || FilterField(f.transAlpha, false)) &&
                         (!f.showContour || FilterField(f.contourLevel, false));
   if (!filtered) {
@@ -194,9 +195,10 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
     if (!ordered(labels.varV, lo, hi) || !enough(labels.varV, WholeField(f.stepsV), limit))
       return SurfaceConfirm::Stay;
   }
+  float minW = 0, maxW = 0;
   if (hasW) {
-    if (!ordered(labels.varW, Sng(Val(f.minW)), Sng(Val(f.maxW))) ||
-        !enough(labels.varW, WholeField(f.stepsW), limit))
+    if (!RangeValue(f.minW, minW) || !RangeValue(f.maxW, maxW)) return SurfaceConfirm::Stay;
+    if (!ordered(labels.varW, minW, maxW) || !enough(labels.varW, WholeField(f.stepsW), limit))
       return SurfaceConfirm::Stay;
   }
 
@@ -221,8 +223,8 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
              hasV ? f.maxV : "5");
   if (hasW) {
     trial.StepW = WholeField(f.stepsW);
-    trial.MinW = Sng(Val(f.minW));
-    trial.MaxW = Sng(Val(f.maxW));
+    trial.MinW = minW;
+    trial.MaxW = maxW;
   }
   StoreLookFields(f, trial);
   trial.ForeColor = f.firstColor;

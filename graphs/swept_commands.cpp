@@ -233,15 +233,18 @@ SweptConfirm ConfirmSweptForm(SweptForm& f, const std::string& editId, std::stri
     return SweptConfirm::Stay;
   }
 
+  // The object is tried as a copy; an edit starts from the object as it
+  // stands, so what the dialog does not show (name, line colour and width,
+  // a ramp of its own) stays.
   std::unique_ptr<CSweptSurface> made;
   if (f.rotation) {
-    auto r = std::make_unique<CSurRot>();
+    auto r = target ? std::make_unique<CSurRot>(*static_cast<CSurRot*>(target)) : std::make_unique<CSurRot>();
     r->RotObjID = f.objId;
     r->RotCenterID = f.centerId;
     r->RotAngle = f.angle;
     made = std::move(r);
   } else {
-    auto s = std::make_unique<CStretch>();
+    auto s = target ? std::make_unique<CStretch>(*static_cast<CStretch*>(target)) : std::make_unique<CStretch>();
     s->ObjID = f.objId;
     s->DX = f.dx;
     s->DY = f.dy;
@@ -254,15 +257,8 @@ SweptConfirm ConfirmSweptForm(SweptForm& f, const std::string& editId, std::stri
     return SweptConfirm::Stay;
   }
   if (target) {
-    // What the dialog does not show stays as it was.
-    made->ID = target->ID;
-    made->NameS = target->NameS;
-    made->Selected = target->Selected;
-    made->Hide = target->Hide;
-    made->DrawMode = target->DrawMode;
     if (f.rotation) *static_cast<CSurRot*>(target) = *static_cast<CSurRot*>(made.get());
     else *static_cast<CStretch*>(target) = *static_cast<CStretch*>(made.get());
-    target->GetPoints();
   } else {
     made->NameS = "Untitled";
     if (f.rotation) {

@@ -73,6 +73,19 @@ TEST_F(SurfaceFormTest, RefusedFieldsKeepTheDialogOpen) {
   EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
   EXPECT_EQ(TakeMessage(), "Note: Min u must be less than Max u.");
   EXPECT_EQ(Doc.Surfaces.count(), 0);
+  f.minU = "0";
+  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Done);
+  ASSERT_EQ(Doc.Surfaces.count(), 1);
+  EXPECT_EQ(Doc.Surfaces.Item(1)->StepU, 1);
+  // The range of the implicit form may be a formula.
+  SurfaceForm g = NewSurfaceForm();
+  g.listIndex = 2;
+  g.formula1 = "x^2+y^2+z^2-4";
+  g.minW = "-pi";
+  g.maxW = "pi";
+  g.stepsW = "6";
+  ASSERT_EQ(ConfirmSurfaceForm(g, ""), SurfaceConfirm::Done) << TakeMessage();
+  EXPECT_NEAR(Doc.Surfaces.Item(2)->MinW, -3.1416f, 1e-3f);
 }
 
 TEST_F(SurfaceFormTest, NewSurfaceAndCurveAndTheirEdit) {
@@ -123,9 +136,53 @@ TEST_F(SurfaceFormTest, NewSurfaceAndCurveAndTheirEdit) {
   EXPECT_EQ(id.substr(0, 2), "C3");
   EXPECT_EQ(Doc.Surfaces.FindById(id)->CurveVert.size(), 21u);
 
+  // The object goes while its dialog is open.
+  const std::string gone = s->ID;
   Doc.Surfaces.Remove(1);
-  EXPECT_EQ(ConfirmSurfaceForm(e, s == nullptr ? "" : "SF9999"), SurfaceConfirm::Gone);
+  EXPECT_EQ(ConfirmSurfaceForm(e, gone), SurfaceConfirm::Gone);
   EXPECT_EQ(TakeMessage(), "Error: The selected object is not exist.");
+}
+
+TEST_F(SurfaceFormTest, AnEditKeepsWhatTheDialogDoesNotShow) {
+  SurfaceForm f = NewSurfaceForm();
+  f.formula1 = "x*y/5";
+  std::string id;
+  ASSERT_EQ(ConfirmSurfaceForm(f, "", &id), SurfaceConfirm::Done);
+  CSurface* s = Doc.Surfaces.FindById(id);
+  ASSERT_NE(s, nullptr);
+  // What only a file (or another dialog) sets.
+  s->NameS = "saddle";
+  s->LineColor = RGB(10, 20, 30);
+  s->LineWidth = 3;
+  s->Clip = true;
+  s->ClipMaxZ = 2;
+  s->TransAlpha = 0.7f;
+  s->Ramp.ColorName = "Mine";
+  s->Ramp.ColorNum = 2;
+  s->Ramp.ColorPos[0] = 0;
+  s->Ramp.ColorPos[1] = 100;
+  s->Ramp.ColorR[1] = 77;
+
+  SurfaceForm e = LoadSurfaceForm(*s);
+  EXPECT_EQ(e.rampIndex, kRampCount);
+  EXPECT_EQ(e.customRamp, "Mine");
+  e.formula1 = "x*y/4";
+  ASSERT_EQ(ConfirmSurfaceForm(e, id), SurfaceConfirm::Done);
+  EXPECT_EQ(s->ExpressZ, "x*y/4");
+  EXPECT_EQ(s->NameS, "saddle");
+  EXPECT_EQ(s->LineColor, RGB(10, 20, 30));
+  EXPECT_EQ(s->LineWidth, 3);
+  EXPECT_TRUE(s->Clip);
+  EXPECT_FLOAT_EQ(s->ClipMaxZ, 2);
+  EXPECT_FLOAT_EQ(s->TransAlpha, 0.7f);  // transparency off: its field is not read
+  EXPECT_EQ(s->Ramp.ColorName, "Mine");
+  EXPECT_EQ(s->Ramp.ColorNum, 2);
+  EXPECT_EQ(s->Ramp.ColorR[1], 77);
+  // Choosing one of the five replaces the own ramp.
+  e.rampIndex = 2;
+  ASSERT_EQ(ConfirmSurfaceForm(e, id), SurfaceConfirm::Done);
+  EXPECT_EQ(s->Ramp.ColorName, "Fiery");
+  EXPECT_NE(s->Ramp.ColorR[1], 77);
 }
 
 TEST_F(SurfaceFormTest, TextureFileAndTheCommand) {

@@ -118,16 +118,26 @@ TEST_F(SweptCommandsTest, RotationFormChecksItsFields) {
   ASSERT_TRUE(s);
   EXPECT_EQ(s->StepV, 8);
 
-  // Editing keeps the id and samples again.
+  // Editing keeps the id, what the dialog does not show, and samples again.
+  s->LineColor = RGB(1, 2, 3);
+  s->NameS = "bowl";
+  s->Ramp.ColorName = "@MINE";
+  s->Ramp.ColorNum = 2;
+  s->Ramp.ColorR[1] = 77;
   SweptForm e = LoadSweptForm(*s);
   EXPECT_EQ(e.angle, "3.1416");
   EXPECT_EQ(e.steps, "8");
+  EXPECT_EQ(e.customRamp, "@MINE");
   e.steps = "4";
-  e.rampIndex = 2;
   ASSERT_EQ(ConfirmSweptForm(e, id), SweptConfirm::Done);
   ASSERT_EQ(Doc.SurRots.count(), 1);
   EXPECT_EQ(s->StepV, 4);
   EXPECT_EQ(s->Vert3D.size(), 10u);
+  EXPECT_EQ(s->LineColor, RGB(1, 2, 3));
+  EXPECT_EQ(s->NameS, "bowl");
+  EXPECT_EQ(s->Ramp.ColorR[1], 77);
+  e.rampIndex = 2;
+  ASSERT_EQ(ConfirmSweptForm(e, id), SweptConfirm::Done);
   EXPECT_EQ(s->Ramp.ColorName, "Fiery");
   // An object that has gone.
   Doc.SurRots.Remove(1);
