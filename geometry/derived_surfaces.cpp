@@ -247,9 +247,15 @@ bool CFan::InitPos() {
   } else if (const CCircle* c = rimId.substr(0, 2) == "CR" ? Doc.Circles.FindById(rimId) : nullptr) {
     Apex.Set(c->PCenter.x, c->PCenter.y, c->PCenter.z);
   } else {
+    // The middle of the rim samples; a closed rim repeats its first sample
+    // at the end, which would count twice.
+    size_t count = Rim.size();
+    if (count > 1 && Rim.front().x == Rim.back().x && Rim.front().y == Rim.back().y && Rim.front().z == Rim.back().z)
+      --count;
     double sx = 0, sy = 0, sz = 0;
     int n = 0;
-    for (const Position& p : Rim) {
+    for (size_t k = 0; k < count; ++k) {
+      const Position& p = Rim[k];
       if (IsHolePosition(p)) continue;
       sx += p.x, sy += p.y, sz += p.z;
       ++n;

@@ -339,8 +339,11 @@ void mnuCX2_Click() { Perpendicular(true); }
 
 void mnuDraw2IntLine_Click() {
   const Counts n = Count();
+  // Space curves share the surfaces' set; they have no faces to cut.
+  int spaceCurves = 0;
+  for (CSurface* s : Sel.Surfaces) spaceCurves += s->ID.compare(0, 2, "C3") == 0;
   const int total = n.rg + n.fa + n.rb + n.sf;
-  const bool fits = total == 2 && n.pt + n.ln + n.cr + n.ar + n.cv == 0 &&
+  const bool fits = total == 2 && n.pt + n.ln + n.cr + n.ar + n.cv + spaceCurves == 0 &&
                     ((n.rg == 2) || (n.rg == 1 && (n.fa == 1 || n.rb == 1 || n.sf == 1)) || n.fa == 2 ||
                      (n.fa == 1 && n.rb == 1) || (n.rb == 1 && n.sf == 1));
   if (!fits) {
@@ -483,8 +486,9 @@ void mnuRegion_Click() {
 
 void mnuDraw2Fan_Click() {
   const Counts n = Count();
-  const bool fits = (n.pt == 1 && n.cr == 1 && n.ar + n.cv + n.rg == 0) ||
-                    (n.pt == 0 && n.cr == 0 && n.ar + n.cv + n.rg == 1);
+  // The point is the apex; without one an arc, a curve or a polygon makes a
+  // flat sector about its own middle, a circle cannot.
+  const bool fits = n.cr + n.ar + n.cv + n.rg == 1 && (n.pt == 1 || (n.pt == 0 && n.cr == 0));
   if (!fits) {
     ShowNote(kMsgSector);
     return;

@@ -146,7 +146,7 @@ TEST_F(DerivedSurfaceTest, FanClosesTheRimToItsApex) {
   // Without a point the apex is the middle of the rim samples.
   fan->LKID = "";
   ASSERT_TRUE(fan->InitPos());
-  ExpectAt(fan->Apex, 0.8f, 0.8f, 0);  // the first corner counts twice
+  ExpectAt(fan->Apex, 1, 1, 0);  // the closing sample does not count twice
   // A point as the rim is refused.
   fan->LKID2 = apex->ID;
   EXPECT_FALSE(fan->InitPos());

@@ -183,11 +183,22 @@ TEST_F(SweptCommandsTest, SectorsRibbonsAndIntersectionLines) {
   Position* apex = AddPoint(0, 0, -1);
   SelectObject(*apex);
   SelectObject(*top);
-  // A point and a polygon is not a selection the sector takes.
+  // A pyramid: the point and a polygon; every face reaches the apex.
   host_.messages.clear();
   RunHandler("mnuDraw2Fan");
-  EXPECT_EQ(LastMessage(), kMsgSector);
-  EXPECT_EQ(Doc.Fans.count(), 0);
+  EXPECT_TRUE(host_.messages.empty());
+  ASSERT_EQ(Doc.Fans.count(), 1);
+  CFan* pyramid = Doc.Fans.Item(1);
+  EXPECT_EQ(pyramid->LKID, apex->ID);
+  EXPECT_EQ(pyramid->LKID2, top->ID);
+  ASSERT_EQ(pyramid->GetRGNum(), 4);
+  for (const Face& face : pyramid->GetRegions()) {
+    bool atApex = false;
+    for (const Position& p : face) atApex = atApex || (p.x == 0 && p.y == 0 && p.z == -1);
+    EXPECT_TRUE(atApex);
+  }
+  Doc.Fans.Remove(1);
+  // The polygon alone: a flat sector.
   DeselectObject(*apex);
   RunHandler("mnuDraw2Fan");
   ASSERT_EQ(Doc.Fans.count(), 1);
@@ -196,6 +207,13 @@ TEST_F(SweptCommandsTest, SectorsRibbonsAndIntersectionLines) {
   EXPECT_EQ(flat->LKID2, top->ID);
   EXPECT_EQ(flat->GetRGNum(), 4);
   DeselectObject(*top);
+  // A circle needs its point.
+  CCircle* lone = Circle(AddPoint(5, 5, 0), AddPoint(6, 5, 0));
+  SelectObject(*lone);
+  RunHandler("mnuDraw2Fan");
+  EXPECT_EQ(LastMessage(), kMsgSector);
+  EXPECT_EQ(Doc.Fans.count(), 1);
+  DeselectObject(*lone);
 
   // A cone: the point and a circle at z = 1 of radius 1.
   Position* centre = AddPoint(0, 0, 1);
@@ -260,6 +278,20 @@ TEST_F(SweptCommandsTest, SectorsRibbonsAndIntersectionLines) {
     EXPECT_NEAR(std::hypot(s.a.x, s.a.y), 0.5, 1e-4);
   }
   EXPECT_EQ(UndoCount, undo + 1);
+}
+
+TEST_F(SweptCommandsTest, ASpaceCurveHasNoFacesToCut) {
+  CRegion* g = Square(0);
+  auto c = std::make_unique<CSurface>();
+  c->Init("C30001", "", 1, 3, 3, "cos(u)", "sin(u)", "u", 20, 1, "-1", "1", "0", "0");
+  CSurface* curve = Doc.Surfaces.Add(std::move(c));
+  SelectObject(*g);
+  SelectObject(*curve);
+  const std::string before = GetUndoVar();
+  RunHandler("mnuDraw2IntLine");
+  EXPECT_EQ(LastMessage(), kMsgInterLine);
+  EXPECT_EQ(Doc.InterLines.count(), 0);
+  EXPECT_EQ(GetUndoVar(), before);
 }
 
 TEST_F(SweptCommandsTest, SphereThroughTwoPoints) {
