@@ -424,6 +424,17 @@ std::vector<Position> CSurface::Points() const {
   return out;
 }
 
+std::vector<Position> CSurface::GetRotPoints() const {
+  if (!IsCurve()) return Points();
+  CSurface probe = *this;
+  probe.StepU = 50;
+  if (!probe.GetPoints()) return {};
+  std::vector<Position> out;
+  out.reserve(probe.CurveVert.size());
+  for (const Position& p : probe.CurveVert) out.emplace_back(p.x, p.y, p.z);
+  return out;
+}
+
 int CSurface::GetRGNum() const { return IsCurve() || IsImplicit() ? 0 : StepU * StepV; }
 
 std::vector<std::vector<Position>> GridQuads(const std::vector<Position>& grid, int su, int sv) {

@@ -202,7 +202,10 @@ class CSurface : public DocObject {
   // Vertices for dependent objects: the samples of a curve, the mesh of a
   // surface (holes left out).
   std::vector<Position> Points() const;
-  std::vector<Position> GetRotPoints() const { return Points(); }
+  // The profile a swept surface or a sector takes: a space curve sampled at 50
+  // intervals whatever its own steps (51 vertices, holes kept as holes so
+  // that a clipped curve leaves a gap), a surface's Points.
+  std::vector<Position> GetRotPoints() const;
   // The mesh as StepU x StepV quads, four corners each (quads with a hole
   // left out), for area and intersection queries.
   int GetRGNum() const;

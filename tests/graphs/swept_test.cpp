@@ -208,6 +208,30 @@ TEST_F(SweptTest, ExtrusionByAZeroVectorIsFlatWithoutNaN) {
   EXPECT_NEAR(std::fabs(s->FaceNormalsOf()[0].y), 1.0, 1e-5);
 }
 
+TEST_F(SweptTest, ASpaceCurveProfileHasFiftyOneVerticesAndKeepsItsGaps) {
+  auto c = std::make_unique<CSurface>();
+  // x = u, y = 0, z = u over -2..2 in 8 steps of its own.
+  c->Init("C30001", "", 1, 3, 3, "u", "0", "u", 8, 1, "-2", "2", "0", "0");
+  CSurface* curve = Doc.Surfaces.Add(std::move(c));
+  ASSERT_TRUE(curve->GetPoints());
+  ASSERT_EQ(curve->CurveVert.size(), 9u);
+  CStretch* s = Extrusion(curve->ID, "0", "0", "1", 2);
+  ASSERT_TRUE(s->GetPoints());
+  EXPECT_EQ(s->StepU, 50);
+  int holes = 0;
+  for (const Position& p : s->Vert3D) holes += IsHolePosition(p);
+  EXPECT_EQ(holes, 0);
+  // A clip box that cuts the curve's upper half: the profile keeps the gap
+  // instead of bridging it.
+  BoxMaxZ = 1;
+  ASSERT_TRUE(s->GetPoints());
+  EXPECT_EQ(s->StepU, 50);
+  holes = 0;
+  for (int i = 0; i <= s->StepU; ++i) holes += IsHolePosition(s->Vert3D[GridIndex(i, 0, s->StepV)]);
+  EXPECT_GT(holes, 10);
+  EXPECT_LT(holes, 40);
+}
+
 TEST_F(SweptTest, DraggingAProfilePointRebuildsTheSurfaces) {
   CLine* profile = Segment(1, 0, 0, 1, 0, 2);
   CLine* axis = Segment(0, 0, 0, 0, 0, 1);
