@@ -12,6 +12,7 @@
 #include "expr/parameters.h"
 #include "expr/text_prep.h"
 #include "geometry/geom.h"
+#include "geometry/derived_surfaces.h"
 #include "graphs/curve_analysis.h"
 #include "graphs/mesh_pick.h"
 #include "persist/record.h"
@@ -618,8 +619,19 @@ std::unique_ptr<CSurface> CSurface::Load(RecordReader& r) {
 
 void RefreshSurfaces() {
   for (CSurface* s : Doc.Surfaces) s->GetPoints();
-  // The swept surfaces follow the parameters in their formulas too.
+  // What rests on them follows, in this order: sectors and ribbons over
+  // sampled rims, the swept surfaces (their formulas may name parameters,
+  // and a profile may be such a sector or ribbon), the intersection lines.
+  auto sampled = [](const std::string& id) {
+    const std::string head = id.substr(0, 2);
+    return head == "C2" || head == "C3" || head == "SF";
+  };
+  for (CFan* f : Doc.Fans)
+    if (sampled(f->LKID) || sampled(f->LKID2)) f->InitPos();
+  for (CRibbon* b : Doc.Ribbons)
+    if (sampled(b->LKID) || sampled(b->LKID2)) b->InitPos();
   RefreshSweptSurfaces();
+  for (CInterLine* l : Doc.InterLines) l->InitLines();
 }
 
 }  // namespace vt

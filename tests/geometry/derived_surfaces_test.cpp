@@ -12,6 +12,8 @@
 #include "document/document.h"
 #include "geometry/derived_surfaces.h"
 #include "geometry/propagation.h"
+#include "graphs/surface.h"
+#include "tools/notes.h"
 #include "persist/docio.h"
 #include "persist/record.h"
 #include "document/globals.h"
@@ -281,8 +283,13 @@ TEST_F(DerivedSurfaceTest, InterLineOfTwoRegionsFollowsTheRefreshPass) {
 TEST_F(DerivedSurfaceTest, InterLineOfARegionAndASurface) {
   // The plane z = x (user axes) sampled as a surface; rendering coordinates
   // hold user x in z, user y in x, user z in y.
+  auto n = std::make_unique<CNote>();
+  n->ID = NewObjectId("NT");
+  n->VarName = "k";
+  n->Value = 1;
+  CNote* k = Doc.Notes.Add(std::move(n));
   auto s = std::make_unique<CSurface>();
-  s->Init(NewObjectId("SF"), "", 2, 2, 3, "", "", "x", 5, 4, "-2", "2", "-2", "2");
+  s->Init(NewObjectId("SF"), "", 2, 2, 3, "", "", "x*k", 5, 4, "-2", "2", "-2", "2");
   CSurface* sf = Doc.Surfaces.Add(std::move(s));
   ASSERT_TRUE(sf->GetPoints());
   // A region in the rendering plane y = 1 (user z = 1), covering the surface.
@@ -300,6 +307,13 @@ TEST_F(DerivedSurfaceTest, InterLineOfARegionAndASurface) {
     length += std::fabs(seg.b.x - seg.a.x);
   }
   EXPECT_NEAR(length, 4.0, 1e-4);  // user y from -2 to 2
+
+  // The parameter changes (z = 2x): the surfaces are sampled again, and the
+  // line follows at once, at user x = 1/2.
+  k->Value = 2;
+  RefreshSurfaces();
+  ASSERT_FALSE(il->Lines.empty());
+  for (const Segment3& seg : il->Lines) EXPECT_NEAR(seg.a.z, 0.5, 1e-5);
 }
 
 TEST_F(DerivedSurfaceTest, RecordsRoundTrip) {
