@@ -210,9 +210,7 @@ bool DirectedExtensionOK(float angleDegrees, float distance) {
   if (!DirectedExtension(*start, *end, angle, distance, at, far)) return false;
   bool made = false;
   RunGuarded([&] {
-    Position* aux = NewPoint(far, 2, "", "", 0);
-    aux->Hide = true;
-    aux->PLabel.clear();
+    Position* aux = NewHiddenPoint(far, 2, "", "", 0);
     Position* p = NewPoint(at, 11, start->ID, end->ID, 0);
     p->Para1 = angle;
     p->Para2 = distance;

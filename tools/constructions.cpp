@@ -53,10 +53,17 @@ void ShowNote(const std::string& text) { host().MsgBox(text, "Note", MsgButtons:
 std::vector<Position*> SelPts() { return SelectedObjects<Position>(Sel.Points, Doc.Points); }
 
 Position* NewPoint(const Position& at, int ptype, const std::string& lk1, const std::string& lk2, short pos) {
+  Position* p = NewHiddenPoint(at, ptype, lk1, lk2, pos);
+  p->Hide = false;
+  AssignNextPointLabel(*p);
+  return p;
+}
+
+Position* NewHiddenPoint(const Position& at, int ptype, const std::string& lk1, const std::string& lk2, short pos) {
   const std::string id = NewObjectId("PT");
   Position* p = Doc.Points.Add(id, at.x, at.y, at.z, ptype, lk1, lk2, pos, id);
-  AssignNextPointLabel(*p);
   p->SetDrawMode(5);
+  p->Hide = true;
   return p;
 }
 
@@ -177,9 +184,7 @@ void mnuDraw2RegSSD_Click() {
   Position at, far;
   const float height = 3;
   if (!VerticalExtension(*g, *base, height, at, far)) return;
-  Position* aux = NewPoint(far, 2, "", "", 0);
-  aux->Hide = true;
-  aux->PLabel.clear();
+  Position* aux = NewHiddenPoint(far, 2, "", "", 0);
   Position* p = NewPoint(at, 12, base->ID, g->ID, 0);
   p->Para1 = height;
   p->LKID3 = aux->ID;
@@ -274,8 +279,7 @@ void mnuAngleEL_Click() {
   else a = (a1 + a2) / 2;
   Position end(static_cast<float>(vertex->x + 100 * std::cos(a)), static_cast<float>(vertex->y + 100 * std::sin(a)),
                vertex->z);
-  Position* e = NewPoint(end, 3, p[0]->ID, p[2]->ID, 0);
-  e->Hide = true;
+  Position* e = NewHiddenPoint(end, 3, p[0]->ID, p[2]->ID, 0);
   CLine* l = NewLine(3, 4, *vertex, *e);
   l->LKID = p[0]->ID;
   l->LKID2 = p[2]->ID;

@@ -27,6 +27,9 @@ std::vector<Position*> SelPts();
 // A constructed point: a new id and label, its kind, parents and place, not
 // draggable.
 Position* NewPoint(const Position& at, int ptype, const std::string& lk1, const std::string& lk2, short pos);
+// The same, hidden and without a label: the helper points of constructions
+// (far ends of rays and extensions) take no letter from the visible ones.
+Position* NewHiddenPoint(const Position& at, int ptype, const std::string& lk1, const std::string& lk2, short pos);
 // Registers the point as a child of each parent point, so that deleting a
 // parent takes it along.
 void ChildOf(Position& child, std::initializer_list<Position*> parents);
