@@ -136,7 +136,8 @@ QLineEdit* TransformDialog::AddIdField(const QString& name, const QString& capti
   // Empty at first: what is selected when the dialog opens goes to the list.
   auto* field = new QLineEdit(this);
   field->setObjectName(name);
-  auto* pick = new QPushButton(tr("Select"), this);
+  // A field that takes a point says so on its button.
+  auto* pick = new QPushButton(take == FirstSelectedPoint ? tr("Select a point from the canvas") : tr("Select"), this);
   pick->setObjectName(buttonName);
   pick->setAutoDefault(false);
   row->addWidget(field, 1);
