@@ -127,9 +127,8 @@ void LegendTicks(float minimum, float maximum, float& first, float& step, int& c
   first = lo;
   step = 1;
   if (!(span > 0) || !std::isfinite(span)) return;
-  const int e = static_cast<int>(std::log10(span));
-  step = static_cast<float>(std::pow(10.0, e));
-  if (span / step < 2) step /= 5;
+  // The power of ten of the integer part (the floor) of log10(span).
+  step = static_cast<float>(std::pow(10.0, std::floor(std::log10(span))));
   const float top = lo + span;
   first = std::ceil(lo / step) * step;
   for (float v = first; v <= top + step * 1e-4f && count < 50; v += step) ++count;

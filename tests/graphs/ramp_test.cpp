@@ -95,10 +95,15 @@ TEST(Legend, TicksAtRoundValues) {
   float first, step;
   int count;
   LegendTicks(-3.7f, 12.2f, first, step, count);
-  // Span 15.9: a power of ten of 10, too coarse for two ticks, so 2.
-  EXPECT_FLOAT_EQ(step, 2);
-  EXPECT_FLOAT_EQ(first, -2);
-  EXPECT_EQ(count, 8);  // -2, 0, ..., 12
+  // Span 15.9: the power of ten of 1.2.
+  EXPECT_FLOAT_EQ(step, 10);
+  EXPECT_FLOAT_EQ(first, 0);
+  EXPECT_EQ(count, 2);  // 0 and 10
+  // Below 1 the exponent goes down, not towards 0: span 0.5 ticks by 0.1.
+  LegendTicks(0.1f, 0.6f, first, step, count);
+  EXPECT_NEAR(step, 0.1f, 1e-7f);
+  EXPECT_NEAR(first, 0.1f, 1e-6f);
+  EXPECT_EQ(count, 6);
   LegendTicks(120, 980, first, step, count);
   EXPECT_FLOAT_EQ(step, 100);
   EXPECT_FLOAT_EQ(first, 200);
