@@ -11,6 +11,7 @@
 #include "document/document.h"
 #include "geometry/geom.h"
 #include "geometry/propagation.h"
+#include "graphs/mesh_pick.h"
 #include "graphs/swept.h"
 #include "persist/docio.h"
 #include "persist/record.h"
@@ -189,6 +190,9 @@ bool CMeshSurface::Pick(const Position& scenePoint, const Position& farPoint, co
     CBox box{3e38f, -3e38f, 3e38f, -3e38f, 3e38f, -3e38f};
     GetBox(box);
     if (box.MinX > box.MaxX || !RayMeetsBox(nearPoint, farPoint, box, 0.12)) return false;
+    // The chords of the mesh (so that a sector seen edge-on is still hit),
+    // then its faces.
+    if (RayNearMeshChords(Mesh, Cols, Rows, nearPoint, farPoint, 0.12)) return true;
     for (const Face& f : GetRegions())
       if (RayHitsPolygon(nearPoint, farPoint, f)) return true;
   } catch (...) {

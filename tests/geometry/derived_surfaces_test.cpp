@@ -176,6 +176,18 @@ TEST_F(DerivedSurfaceTest, RibbonJoinsTwoRimsSampleBySample) {
   ExpectAt(outline[50], 4, 0, 0);
   ExpectAt(outline[51], 4, 1, 1);
   ExpectAt(outline.back(), 0, 0, 0);
+  // A ribbon standing upright, seen from straight above: no face meets the
+  // ray, its edge is still picked.
+  CLine* low = Segment(0, 5, 0, 2, 5, 0);
+  CLine* high = Segment(0, 5, 1, 2, 5, 1);
+  auto w = std::make_unique<CRibbon>();
+  w->ID = NewObjectId("RB");
+  w->LKID = low->ID;
+  w->LKID2 = high->ID;
+  CRibbon* wall = Doc.Ribbons.Add(std::move(w));
+  ASSERT_TRUE(wall->InitPos());
+  EXPECT_TRUE(wall->Pick(Position(), Position(1, 5.05f, -10), Position(1, 5.05f, 10)));
+  EXPECT_FALSE(wall->Pick(Position(), Position(1, 5.5f, -10), Position(1, 5.5f, 10)));
   // A point is not a rim.
   rb->LKID2 = a->pBegin.ID;
   EXPECT_FALSE(rb->InitPos());
