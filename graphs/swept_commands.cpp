@@ -350,6 +350,14 @@ void OpenOrConfirm(SweptFormOpener& opener, bool rotation) {
   EditMode = false;
   EditObjectId.clear();
   if (opener) {
+    // A surface of rotation starts from a picked profile and axis.
+    if (rotation) {
+      const SweptForm f = NewSweptForm(true);
+      if (f.objId.empty() || f.centerId.empty()) {
+        Message(kMsgRotAxis, "Note");
+        return;
+      }
+    }
     SweptFormOpener copy = opener;
     copy(std::string());
     return;

@@ -82,6 +82,18 @@ TEST_F(SweptCommandsTest, RotationFromTheSelection) {
   EXPECT_EQ(s->StepV, 20);
   EXPECT_EQ(s->Vert3D.size(), 42u);
   EXPECT_EQ(UndoCount, undo + 1);
+
+  // With the dialog there: it opens only on a picked profile and axis.
+  int opened = 0;
+  SetRotFormOpener([&opened](const std::string&) { ++opened; });
+  RunHandler("mnuDrawRot");
+  EXPECT_EQ(opened, 1);
+  DeselectObject(*axis);
+  host_.messages.clear();
+  RunHandler("mnuDrawRot");
+  EXPECT_EQ(opened, 1);
+  EXPECT_EQ(LastMessage(), kMsgRotAxis);
+  SetRotFormOpener({});
 }
 
 TEST_F(SweptCommandsTest, RotationFormChecksItsFields) {
