@@ -156,13 +156,16 @@ TEST_F(DerivedSurfaceTest, FanClosesTheRimToItsApex) {
 }
 
 TEST_F(DerivedSurfaceTest, RibbonJoinsTwoRimsSampleBySample) {
+  auto ribbon = [](const std::string& rim1, const std::string& rim2) {
+    auto r = std::make_unique<CRibbon>();
+    r->ID = NewObjectId("RB");
+    r->LKID = rim1;
+    r->LKID2 = rim2;
+    return Doc.Ribbons.Add(std::move(r));
+  };
   CLine* a = Segment(0, 0, 0, 4, 0, 0);
   CLine* b = Segment(0, 1, 1, 4, 1, 1);
-  auto r = std::make_unique<CRibbon>();
-  r->ID = NewObjectId("RB");
-  r->LKID = a->ID;
-  r->LKID2 = b->ID;
-  CRibbon* rb = Doc.Ribbons.Add(std::move(r));
+  CRibbon* rb = ribbon(a->ID, b->ID);
   ASSERT_TRUE(rb->InitPos());
   EXPECT_EQ(rb->GetRGNum(), 50);
   const std::vector<Face> faces = rb->GetRegions();
@@ -178,13 +181,7 @@ TEST_F(DerivedSurfaceTest, RibbonJoinsTwoRimsSampleBySample) {
   ExpectAt(outline.back(), 0, 0, 0);
   // A ribbon standing upright, seen from straight above: no face meets the
   // ray, its edge is still picked.
-  CLine* low = Segment(0, 5, 0, 2, 5, 0);
-  CLine* high = Segment(0, 5, 1, 2, 5, 1);
-  auto w = std::make_unique<CRibbon>();
-  w->ID = NewObjectId("RB");
-  w->LKID = low->ID;
-  w->LKID2 = high->ID;
-  CRibbon* wall = Doc.Ribbons.Add(std::move(w));
+  CRibbon* wall = ribbon(Segment(0, 5, 0, 2, 5, 0)->ID, Segment(0, 5, 1, 2, 5, 1)->ID);
   ASSERT_TRUE(wall->InitPos());
   EXPECT_TRUE(wall->Pick(Position(), Position(1, 5.05f, -10), Position(1, 5.05f, 10)));
   EXPECT_FALSE(wall->Pick(Position(), Position(1, 5.5f, -10), Position(1, 5.5f, 10)));

@@ -15,9 +15,6 @@ namespace {
 
 class ConstructionKindsTest : public ToolTest {
  protected:
-  void Select(std::initializer_list<DocObject*> objs) {
-    for (DocObject* o : objs) SelectObject(*o);
-  }
   static double Dist(const Position& a, const Position& b) {
     return std::sqrt(double(a.x - b.x) * (a.x - b.x) + double(a.y - b.y) * (a.y - b.y) +
                      double(a.z - b.z) * (a.z - b.z));

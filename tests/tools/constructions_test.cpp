@@ -17,9 +17,6 @@ namespace {
 
 class ConstructionTest : public ToolTest {
  protected:
-  void Select(std::initializer_list<DocObject*> objs) {
-    for (DocObject* o : objs) SelectObject(*o);
-  }
   int Total() const { return DocumentObjectCount(); }
 };
 

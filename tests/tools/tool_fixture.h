@@ -43,6 +43,10 @@ class ToolTest : public DocumentTest {
   // Deselects every point, line, circle, arc and region (a drag moves all
   // that is selected along with what it picks).
   static void DeselectAll();
+  // Selects the objects in the order given (commands read selection order).
+  static void Select(std::initializer_list<DocObject*> objs) {
+    for (DocObject* o : objs) SelectObject(*o);
+  }
 
   // Constructions.
   Position* Free(float x, float y, const std::string& label = std::string());
