@@ -58,7 +58,7 @@ class SurfaceLookTabs {
     cmdSecondColor_->setColor(f.secondColor);
     // A ramp of the object's own is offered after the five, under its name.
     while (cboRamp_->count() > kRampCount) cboRamp_->removeItem(kRampCount);
-    if (!f.customRamp.empty()) cboRamp_->addItem(Q(f.customRamp));
+    if (!f.customRamp.empty()) cboRamp_->addItem(Q(f.customRamp[0] == '@' ? f.customRamp.substr(1) : f.customRamp));
     cboRamp_->setCurrentIndex(std::clamp(f.rampIndex, 0, cboRamp_->count() - 1));
     cboMaterial_->setCurrentIndex(std::clamp(f.material, 0, kMaterialSchemeCount));
     cboShow_->setCurrentIndex(std::clamp(f.show, 1, 3) - 1);
