@@ -13,6 +13,7 @@ PKGS=(
   libgtest-dev libgmock-dev libbenchmark-dev libmuparser-dev
   xvfb xauth xdotool imagemagick
   clang libclang-rt-14-dev
+  ccache
 )
 # scripts/install-deps.sh --bench adds what the benchmark comparisons run.
 if [ "${1:-}" = "--bench" ]; then PKGS+=(python3-skimage python3-numpy); fi

@@ -12,11 +12,15 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 BUILD="${ASAN_BUILD_DIR:-build-asan}"
 ROOT="$(pwd)"
+LAUNCHER=()
+if command -v ccache >/dev/null; then
+  LAUNCHER=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+fi
 
 CC=clang CXX=clang++ cmake -S . -B "$BUILD" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
   -DVANTREL_SANITIZE=ON -DVANTREL_FUZZ=ON -DVANTREL_BUILD_APP=ON \
-  -DVANTREL_BUILD_BENCH=OFF >/dev/null
+  -DVANTREL_BUILD_BENCH=OFF "${LAUNCHER[@]}" >/dev/null
 cmake --build "$BUILD" -j"$(nproc)"
 
 export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1:suppressions=$ROOT/tests/sanitizers/ubsan.supp"
