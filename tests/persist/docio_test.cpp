@@ -96,8 +96,8 @@ TEST_F(DocumentTest, SceneRecordFollowsTheMode) {
   EXPECT_EQ(GetUndoVar(), "GL Ver3.00 1 1 0 1 0;;");
   SceneMode = 3;
   EXPECT_EQ(GetUndoVar(), "GL Ver3.00 2 1 0 1 0;;");
-  SceneMode = 0;  // no scene yet: the field is left out
-  EXPECT_EQ(GetUndoVar(), "GL Ver3.00 1 0 1 0;;");
+  SceneMode = 0;  // no scene yet: written as the plane scene it opens as
+  EXPECT_EQ(GetUndoVar(), "GL Ver3.00 1 1 0 1 0;;");
 }
 
 TEST_F(DocumentTest, OpeningSetsSceneAndToggles) {
@@ -112,6 +112,12 @@ TEST_F(DocumentTest, OpeningSetsSceneAndToggles) {
   EXPECT_EQ(SceneMode, 1);
   EXPECT_FLOAT_EQ(ViewGraph.RotRoll, 0);
   EXPECT_TRUE(ShowGrid);
+  // Older builds left the scene field out for a document with no scene.
+  SceneMode = 3;
+  EXPECT_TRUE(OpenDocumentText("GL Ver3.00 0 0 1 1;;"));
+  EXPECT_EQ(SceneMode, 1);
+  EXPECT_TRUE(SnapToGrid);
+  EXPECT_TRUE(ShowCoordLines);
 }
 
 // ---- reading -------------------------------------------------------------------------
@@ -119,21 +125,67 @@ TEST_F(DocumentTest, OpeningSetsSceneAndToggles) {
 TEST_F(DocumentTest, NextNumberFollowsTheHighestRecord) {
   std::string text = "GL Ver3.00 1 0 0 0 0;;" + PointRecord("PT0003", 1, 1, "A") + "XX0042 future;;" +
                      PointRecord("PT0007", 2, 2, "B");
-  EXPECT_TRUE(OpenDocumentText(text));
+  EXPECT_FALSE(OpenDocumentText(text));  // the unknown record is left out
   EXPECT_EQ(Doc.Points.count(), 2);
-  EXPECT_EQ(NextObjectNumber, 42);  // an unknown record counts, and is ignored
+  EXPECT_EQ(NextObjectNumber, 42);  // but its number counts
   EXPECT_EQ(NewObjectId("PT"), "PT0043");
   EXPECT_EQ(LastPointLabel, "B");
 }
 
-TEST_F(DocumentTest, ADamagedPointStopsTheReadButKeepsTheNumber) {
-  std::string text = "GL Ver3.00 1 0 0 0 0;;" + PointRecord("PT0003", 1, 1, "A") +
-                     "PT0042 1 oops;;" + PointRecord("PT0005", 2, 2, "B");
-  EXPECT_FALSE(OpenDocumentText(text));
-  EXPECT_EQ(Doc.Points.count(), 1);  // read up to the damage
-  EXPECT_EQ(Doc.Points.Item(1)->ID, "PT0003");
-  EXPECT_EQ(NewObjectId("LN"), "LN0043");
-  EXPECT_EQ(LastPointLabel, "A");
+// A damaged record in the middle costs only itself: what stands after it is
+// read, a reference to it stays empty, and the user is told once (undo stays
+// quiet).
+TEST_F(DocumentTest, ADamagedRecordCostsOnlyItself) {
+  const std::string head = "GL Ver3.00 2 1 0 0 0;;" + PointRecord("PT0001", 1, 1, "A");
+  const std::string tail = PointRecord("PT0003", 2, 2, "B") +
+                           "TT0004 10 20 0 1 @after it@ 0 @Arial@ 12 0;;NT0005 0 5 5 2 VAR01 @k@ @1@ @@ 0 0;;";
+  const struct {
+    const char* what;
+    std::string record;
+    int lost;
+  } cases[] = {
+      {"blank record", " ;;", 0},
+      {"bad id", "ZZ12AB 1 2 3;;", 1},
+      {"unknown tag", "XX0002 from a later version;;", 1},
+      {"short point", "PT0002 1 2;;", 1},
+      {"short line", "LN0002 PT0001;;", 1},
+      {"non-number field", PointRecord("PT0002", 1, 1, "C").replace(7, 1, "zz"), 1},
+      {"label never closes", "PT0002 1 2 3 1 2 255 0 1 1 @A 0 0 0 99;;", 1},
+      {"scene", "GL Ver3.00 x;;", 1},
+  };
+  for (const auto& c : cases) {
+    for (bool undo : {false, true}) {
+      ResetGlobals();
+      host_.messages.clear();
+      const std::string text = head + c.record + tail;
+      if (undo) OpenUnRe(text);
+      else EXPECT_EQ(OpenDocumentText(text), c.lost == 0) << c.what;
+      EXPECT_EQ(LastReadDamage().records, c.lost) << c.what;
+      EXPECT_EQ(Doc.Points.count(), 2) << c.what;
+      ASSERT_EQ(Doc.Texts.count(), 1) << c.what;
+      EXPECT_EQ(Doc.Texts.Item(1)->Content, "after it");
+      EXPECT_EQ(Doc.Notes.count(), 1) << c.what;
+      EXPECT_EQ(SceneMode, 3) << c.what;
+      EXPECT_EQ(host_.messages.size(), !undo && c.lost ? 1u : 0u) << c.what;
+      if (!undo && c.lost)
+        EXPECT_EQ(host_.LastMessage(), "1 record of the document could not be read and was left out.");
+    }
+  }
+  ResetGlobals();
+  OpenDocumentText(head + "PT0002 1;;ZZ;;" + tail);
+  ASSERT_EQ(host_.messages.size(), 1u);
+  EXPECT_EQ(host_.messages[0].text, "2 records of the document could not be read and were left out.");
+  ASSERT_EQ(LastReadDamage().lines.size(), 2u);
+  EXPECT_EQ(LastReadDamage().lines[0], "record 3 (PT0002): the record is cut short");
+
+  // Paste: the damaged point is left out, the rest pasted, the user told.
+  ResetGlobals();
+  host_.messages.clear();
+  PasteRecords(PointRecord("PT0001", 1, 1, "A") + "PT0002 x;;" + PointRecord("PT0003", 2, 2, "B") +
+               "LN0004 PT0001;;");
+  EXPECT_EQ(Doc.Points.count(), 2);
+  ASSERT_EQ(host_.messages.size(), 1u);
+  EXPECT_EQ(host_.messages[0].text, "2 records of the clipboard text could not be read and were left out.");
 }
 
 TEST_F(DocumentTest, DamagedTextsNeverCrashAndKeepWhatWasRead) {
@@ -165,6 +217,11 @@ TEST_F(DocumentTest, DamagedTextsNeverCrashAndKeepWhatWasRead) {
     ResetGlobals();
     OpenDocumentText(text);
     EXPECT_GE(Doc.Points.count(), 1);
+    // Whatever was kept is written so that it all reads back.
+    const std::string kept = GetUndoVar();
+    OpenUnRe(kept);
+    EXPECT_EQ(LastReadDamage().records, 0) << kept;
+    EXPECT_EQ(GetUndoVar(), kept);
   }
 }
 
