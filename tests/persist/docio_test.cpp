@@ -138,7 +138,7 @@ TEST_F(DocumentTest, NextNumberFollowsTheHighestRecord) {
 TEST_F(DocumentTest, ADamagedRecordCostsOnlyItself) {
   const std::string head = "GL Ver3.00 2 1 0 0 0;;" + PointRecord("PT0001", 1, 1, "A");
   const std::string tail = PointRecord("PT0003", 2, 2, "B") +
-                           "TT0004 10 20 0 1 @after it@ 0 @Arial@ 12 0;;NT0005 0 5 5 2 VAR01 @k@ @1@ @@ 0 0;;";
+                           "TT0004 10 20 0 1 @after it@ 0 @Arial@ 12 0;;NT0005 0 5 5 2 VAR01 @2@ @1@ @k@ 0 0;;";
   const struct {
     const char* what;
     std::string record;
@@ -167,8 +167,9 @@ TEST_F(DocumentTest, ADamagedRecordCostsOnlyItself) {
       EXPECT_EQ(Doc.Notes.count(), 1) << c.what;
       EXPECT_EQ(SceneMode, 3) << c.what;
       EXPECT_EQ(host_.messages.size(), !undo && c.lost ? 1u : 0u) << c.what;
-      if (!undo && c.lost)
+      if (!undo && c.lost) {
         EXPECT_EQ(host_.LastMessage(), "1 record of the document could not be read and was left out.");
+      }
     }
   }
   ResetGlobals();
