@@ -150,7 +150,9 @@ void LeaveOut(size_t index, std::string_view rec, const std::string& why) {
 
 std::string Why(const std::exception& e) {
   const std::string what = e.what();
-  return what == "missing field" ? std::string("the record is cut short") : what;
+  if (what == "missing field") return "the record is cut short";
+  if (what == "bad number") return "a field is not a number";
+  return what;
 }
 
 // Reads a document text into the document. A record that cannot be read is
