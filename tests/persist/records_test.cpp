@@ -68,11 +68,5 @@ TEST(RecordSplit, RecordsEndInDoubleSemicolons) {
   EXPECT_EQ(SplitRecords("PT0001 cut").size(), 1u);  // an unclosed last record is still given
 }
 
-TEST(RecordWriter, FieldsJoinedByOneBlank) {
-  RecordWriter w("PT0001");
-  w.Add(1.5f).Add(3).AddFramed("a b").Add(true).Add("");
-  EXPECT_EQ(w.Close(), "PT0001 1.5 3 @a b@ 1 ;;");
-}
-
 }  // namespace
 }  // namespace vt
