@@ -1,5 +1,6 @@
 #include "persist/docio.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -11,6 +12,7 @@
 #include "document/document.h"
 #include "document/frame_commands.h"
 #include "document/globals.h"
+#include "document/host.h"
 #include "document/numtext.h"
 #include "persist/record.h"
 #include "render/view_state.h"
@@ -101,12 +103,16 @@ void ReadPointRecord(RecordReader& r, int) {
 
 std::string TagOf(const RecordReader& r) { return r.Field(0).substr(0, 2); }
 
-// The GL record: the scene and the four toggles.
+// The GL record: the scene and the four toggles. A record one field short
+// (written for a document with no scene yet) has no scene field and reads as
+// a plane scene.
 void ReadSceneRecord(RecordReader& r, ReadMode mode) {
   r.Text();  // the version, kept and never tested
-  double scene;
-  if (!TextToDouble(r.Field(2), scene)) throw RecordError("bad number");
-  r.Seek(3);
+  double scene = 1;
+  if (r.FieldCount() != 6) {
+    if (!TextToDouble(r.Field(2), scene)) throw RecordError("bad number");
+    r.Seek(3);
+  }
   if (scene == 1) {
     if (mode == ReadMode::Undo) {
       // Undo keeps the view: only the angles and the mode.
@@ -127,9 +133,34 @@ void ReadSceneRecord(RecordReader& r, ReadMode mode) {
   SetViewToggles(flags[0], flags[1], flags[2], flags[3]);
 }
 
-// Reads a document text into the document. What is read stays when a record
-// turns out damaged; the counters are set from what was seen either way.
+ReadDamage g_damage;
+
+bool IsBlankRecord(std::string_view rec) {
+  return rec.find_first_not_of(" \r\n\t") == std::string_view::npos;
+}
+
+// Notes a record that is left out: its place (1 for the first record), its id
+// and why.
+void LeaveOut(size_t index, std::string_view rec, const std::string& why) {
+  ++g_damage.records;
+  if (g_damage.lines.size() >= ReadDamage::kMaxLines) return;
+  std::string id(rec.substr(0, std::min(rec.find(' '), size_t(16))));
+  g_damage.lines.push_back("record " + std::to_string(index + 1) + " (" + id + "): " + why);
+}
+
+std::string Why(const std::exception& e) {
+  const std::string what = e.what();
+  if (what == "missing field") return "the record is cut short";
+  if (what == "bad number") return "a field is not a number";
+  return what;
+}
+
+// Reads a document text into the document. A record that cannot be read is
+// left out and the read goes on with the next one; references to it stay
+// empty, as any failed lookup. Blank records are passed over. The result
+// tells whether every record was read; LastReadDamage() says which were not.
 bool ReadDocumentText(const std::string& raw, ReadMode mode) {
+  g_damage = {};
   std::string converted;
   const std::string& text = AsDocumentText(raw, converted);
   EnsureReaders();
@@ -138,60 +169,77 @@ bool ReadDocumentText(const std::string& raw, ReadMode mode) {
   if (mode != ReadMode::Model) ClearDocument();
 
   std::vector<std::string_view> records = SplitRecords(text);
+  std::vector<char> skip(records.size(), 0);  // blank, or left out
   long highest = 0;
-  bool stopped = false;
 
-  auto finishCounters = [&]() {
-    if (mode != ReadMode::Undo) RecomputeLastPointLabel();
-    NextObjectNumber = base + highest;
+  auto leaveOut = [&](size_t i, const std::string& why) {
+    skip[i] = 1;
+    LeaveOut(i, records[i], why);
   };
 
-  try {
-    // Pass 1: the highest number, and the points.
-    for (std::string_view rec : records) {
-      if (rec.empty()) continue;
-      RecordReader r(rec, base);
+  // Pass 1: the highest number, and the points.
+  for (size_t i = 0; i < records.size(); ++i) {
+    if (IsBlankRecord(records[i])) {
+      skip[i] = 1;
+      continue;
+    }
+    try {
+      RecordReader r(records[i], base);
       std::string tag = TagOf(r);
       if (tag == "GL") continue;
       long n = IdNumber(r.Field(0));
-      if (n < 0) throw RecordError("bad id");
+      if (n < 0) {
+        leaveOut(i, "the id is not a tag and a number");
+        continue;
+      }
       if (n > highest) highest = n;
       if (tag == "PT") ReadPointRecord(r, 1);
+      else if (!FindRecordReader(tag)) leaveOut(i, "no object of this kind is known");
+    } catch (const std::exception& e) {
+      leaveOut(i, Why(e));
     }
-  } catch (const std::exception&) {
-    stopped = true;
   }
-  finishCounters();
-  if (stopped) return false;
+  if (mode != ReadMode::Undo) RecomputeLastPointLabel();
+  NextObjectNumber = base + highest;
 
-  try {
-    // Pass 2: everything in file order; notes and players create here.
-    for (std::string_view rec : records) {
-      if (rec.empty()) continue;
-      RecordReader r(rec, base);
+  // Pass 2: everything in file order; notes and players create here.
+  for (size_t i = 0; i < records.size(); ++i) {
+    if (skip[i]) continue;
+    try {
+      RecordReader r(records[i], base);
       std::string tag = TagOf(r);
       if (tag == "GL") {
         if (mode != ReadMode::Model) ReadSceneRecord(r, mode);
-        continue;
+      } else if (tag != "PT") {
+        FindRecordReader(tag)(r, 1);
       }
-      if (tag == "PT") continue;
-      if (RecordReaderFn fn = FindRecordReader(tag)) fn(r, 1);
+    } catch (const std::exception& e) {
+      leaveOut(i, Why(e));
     }
-    // Passes 3 and 4: notes, then players, complete what names later objects.
-    for (const char* late : {"NT", "AC"}) {
-      RecordReaderFn fn = FindRecordReader(late);
-      if (!fn) continue;
-      for (std::string_view rec : records) {
-        if (rec.empty()) continue;
-        RecordReader r(rec, base);
-        if (TagOf(r) == late) fn(r, 2);
-      }
-    }
-  } catch (const std::exception&) {
-    // A damaged record ends the read; what was read stays.
-    return false;
   }
-  return true;
+  // Passes 3 and 4: notes, then players, complete what names later objects.
+  for (const char* late : {"NT", "AC"}) {
+    RecordReaderFn fn = FindRecordReader(late);
+    for (size_t i = 0; fn && i < records.size(); ++i) {
+      if (skip[i]) continue;
+      try {
+        RecordReader r(records[i], base);
+        if (TagOf(r) == late) fn(r, 2);
+      } catch (const std::exception& e) {
+        leaveOut(i, Why(e));
+      }
+    }
+  }
+  return g_damage.records == 0;
+}
+
+// Tells the user once how many records of a read were left out.
+void TellDamage(const char* what) {
+  if (g_damage.records == 0) return;
+  const int n = g_damage.records;
+  std::string text = std::to_string(n) + (n == 1 ? " record of the " : " records of the ") + what +
+                     (n == 1 ? " could not be read and was left out." : " could not be read and were left out.");
+  host().MsgBox(text, "Note", MsgButtons::OK, MsgIcon::Exclamation);
 }
 
 }  // namespace
@@ -206,16 +254,19 @@ RecordReaderFn FindRecordReader(const std::string& tag) {
 
 void RegisterPointReader() { RegisterRecordReader("PT", &ReadPointRecord); }
 
+const ReadDamage& LastReadDamage() { return g_damage; }
+
 // ---- writer ---------------------------------------------------------------------
 
 std::string GetUndoVar() {
   std::string s = "GL Ver3.00 ";
-  if (SceneMode == 1) s += "1 ";
-  else if (SceneMode == 3) s += "2 ";
+  // A document with no scene yet is written as the plane scene it opens as.
+  s += SceneMode == 3 ? "2 " : "1 ";
   s += BoolField(ShowAxis) + " " + BoolField(ShowGrid) + " " + BoolField(SnapToGrid) + " " +
        BoolField(ShowCoordLines) + ";;";
+  // Intersection lines and loci come last: they name surfaces, regions,
+  // points and players, which the reader then has made.
   for (Kind k : kAllKinds) {
-    if (k == Kind::IL || k == Kind::LO) continue;  // read, never written
     CollectionBase& c = Doc.Of(k);
     for (int i = 1; i <= c.count(); ++i) s += c.ItemBase(i)->Save();
   }
@@ -321,7 +372,9 @@ bool WriteDocumentFile(const std::string& path, const std::string& text, std::st
 
 bool OpenDocumentText(const std::string& text) {
   if (text.empty()) return false;  // a failed open keeps the old document
-  return ReadDocumentText(text, ReadMode::File);
+  bool whole = ReadDocumentText(text, ReadMode::File);
+  TellDamage("document");
+  return whole;
 }
 
 bool OpenFile(const std::string& path) {
@@ -330,7 +383,11 @@ bool OpenFile(const std::string& path) {
   return OpenDocumentText(text);
 }
 
-bool OpenModelText(const std::string& text) { return ReadDocumentText(text, ReadMode::Model); }
+bool OpenModelText(const std::string& text) {
+  bool whole = ReadDocumentText(text, ReadMode::Model);
+  TellDamage("model");
+  return whole;
+}
 
 bool OpenModel(const std::string& path) {
   std::string text;
@@ -349,6 +406,7 @@ void PasteRecords(const std::string& raw) {
   GraphList.FunList.clear();
   ViewGraph.FunList.clear();
 
+  g_damage = {};
   const long base = NextObjectNumber;
   long highest = base;
   constexpr int kMaxMapped = 2000;
@@ -364,46 +422,57 @@ void PasteRecords(const std::string& raw) {
     }
   }
 
+  // Only points, lines, circles, arcs and regions are pasted; a record of
+  // these kinds that cannot be read is left out and the paste goes on.
   std::vector<std::string_view> records = SplitRecords(text);
-  try {
-    for (std::string_view rec : records) {
-      if (rec.empty()) continue;
-      RecordReader r(rec, base);
-      if (TagOf(r) != "PT") continue;
-      std::unique_ptr<Position> p = Position::Load(r);
-      if (static_cast<int>(idMap.size()) >= kMaxMapped) throw RunTimeError("too many points");
-      idMap.emplace_back(r.Field(0), p->ID);
-      // A label the document already shows goes to the next free one.
-      if (!p->PLabel.empty()) {
-        for (Position* q : Doc.Points)
-          if (q->PLabel == p->PLabel) {
-            AssignNextPointLabel(*p);
-            break;
-          }
+  auto pastedKind = [](const std::string& tag) {
+    return tag == "PT" || tag == "LN" || tag == "CR" || tag == "AR" || tag == "RG";
+  };
+  std::vector<char> skip(records.size(), 0);
+  for (int pass = 1; pass <= 2; ++pass) {
+    for (size_t i = 0; i < records.size(); ++i) {
+      if (skip[i] || IsBlankRecord(records[i])) continue;
+      try {
+        RecordReader r(records[i], base);
+        const std::string tag = TagOf(r);
+        if (!pastedKind(tag) || (tag == "PT") != (pass == 1)) continue;
+        if (IdNumber(r.Field(0)) < 0) {
+          skip[i] = 1;
+          LeaveOut(i, records[i], "the id is not a tag and a number");
+          continue;
+        }
+        if (pass == 2) {
+          FindRecordReader(tag)(r, 1);
+          highest = std::max(highest, IdNumber(r.OwnId()));
+          pasted.push_back(r.OwnId());
+          continue;
+        }
+        std::unique_ptr<Position> p = Position::Load(r);
+        if (static_cast<int>(idMap.size()) >= kMaxMapped) throw RunTimeError("too many points");
+        idMap.emplace_back(r.Field(0), p->ID);
+        // A label the document already shows goes to the next free one.
+        if (!p->PLabel.empty()) {
+          for (Position* q : Doc.Points)
+            if (q->PLabel == p->PLabel) {
+              AssignNextPointLabel(*p);
+              break;
+            }
+        }
+        highest = std::max(highest, IdNumber(p->ID));
+        std::string key = p->ID;
+        pasted.push_back(key);
+        Doc.Points.Add(std::move(p), key);
+      } catch (const std::exception& e) {
+        skip[i] = 1;
+        LeaveOut(i, records[i], Why(e));
       }
-      highest = std::max(highest, IdNumber(p->ID));
-      std::string key = p->ID;
-      pasted.push_back(key);
-      Doc.Points.Add(std::move(p), key);
     }
-    for (std::string_view rec : records) {
-      if (rec.empty()) continue;
-      RecordReader r(rec, base);
-      std::string tag = TagOf(r);
-      if (tag != "LN" && tag != "CR" && tag != "AR" && tag != "RG") continue;
-      RecordReaderFn fn = FindRecordReader(tag);
-      if (!fn) continue;
-      fn(r, 1);
-      highest = std::max(highest, IdNumber(r.OwnId()));
-      pasted.push_back(r.OwnId());
-    }
-  } catch (const std::exception&) {
-    // A damaged clipboard text ends the paste; what was pasted stays.
   }
   NextObjectNumber = highest;
   for (const std::string& id : pasted)
     if (DocObject* o = GetObjectById(id))
       if (o->Selected) SelectObject(*o);
+  TellDamage("clipboard text");
 }
 
 }  // namespace vt

@@ -9,6 +9,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace vt {
 
@@ -38,10 +39,20 @@ bool WriteDocumentFile(const std::string& path, const std::string& text, std::st
 std::string EncodeDocumentFrame(const std::string& text);
 bool DecodeDocumentFrame(const std::string& bytes, std::string& text);
 
+// What the last read of a document text (file, model, undo or paste) left
+// out: the number of records that could not be read, and a line on each of
+// the first ones ("record 5 (ZZ12AB): the id is not a tag and a number").
+struct ReadDamage {
+  static constexpr size_t kMaxLines = 20;
+  int records = 0;
+  std::vector<std::string> lines;
+};
+const ReadDamage& LastReadDamage();
+
 // Reads a file and replaces the document; a file that cannot be read keeps the
-// old document. A damaged record ends the read quietly, keeping what was read.
-// The result tells whether the whole text was read (callers that only need
-// the quiet stop ignore it).
+// old document. A record that cannot be read is left out and the read goes on;
+// afterwards the user is told once how many records were left out (undo and
+// redo stay quiet). The result tells whether every record was read.
 bool OpenFile(const std::string& path);
 // Reads the same from a text already in memory (OpenFile after the frame).
 bool OpenDocumentText(const std::string& text);
@@ -49,7 +60,7 @@ bool OpenDocumentText(const std::string& text);
 bool OpenModel(const std::string& path);
 bool OpenModelText(const std::string& text);
 // Adds clipboard records (points, lines, circles, arcs, regions) under new
-// numbers.
+// numbers; records that cannot be read are left out, and the user is told.
 void PasteRecords(const std::string& text);
 
 }  // namespace vt

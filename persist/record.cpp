@@ -33,6 +33,7 @@ std::string RecordReader::Text() { return Next(); }
 
 std::string RecordReader::FramedText() {
   std::string f = Next();
+  if (!f.empty() && f[0] == '%') return UnescapeText(f);
   if (f.empty() || f[0] != '@') return f;
   if (f.size() >= 2 && f.back() == '@') return f.substr(1, f.size() - 2);
   // Opened but not closed: the text held blanks.
@@ -105,7 +106,81 @@ std::vector<std::string_view> SplitRecords(std::string_view text) {
   return out;
 }
 
-std::string Framed(const std::string& text) { return "@" + text + "@"; }
+namespace {
+constexpr int kMaxFramedBlanks = 30;
+
+bool IsControl(unsigned char c) { return c < 0x20 || c == 0x7F; }
+
+// Characters the escaped form writes as "%" and two hex digits.
+bool MustEscape(unsigned char c) { return c == '%' || c == ';' || c == ' ' || IsControl(c); }
+
+int HexValue(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+}  // namespace
+
+bool FrameCarries(const std::string& text) {
+  if (text.find(";;") != std::string::npos) return false;
+  for (unsigned char c : text)
+    if (IsControl(c)) return false;
+  // Read back as FramedText reads "@" + text + "@": every word but the last
+  // must leave the frame open, and at most 30 blanks may follow the first.
+  int blanks = 0;
+  size_t start = 0;
+  while (true) {
+    size_t blank = text.find(' ', start);
+    if (blank == std::string::npos) break;
+    if (++blanks > kMaxFramedBlanks) return false;
+    if (blank > start && text[blank - 1] == '@') return false;  // closes too early
+    start = blank + 1;
+  }
+  return true;
+}
+
+std::string EscapedText(const std::string& text) {
+  static const char kHex[] = "0123456789ABCDEF";
+  std::string out = "%";
+  for (unsigned char c : text) {
+    if (MustEscape(c)) {
+      out += '%';
+      out += kHex[c >> 4];
+      out += kHex[c & 0xF];
+    } else {
+      out += static_cast<char>(c);
+    }
+  }
+  return out;
+}
+
+std::string UnescapeText(std::string_view field) {
+  std::string out;
+  if (!field.empty() && field[0] == '%') field.remove_prefix(1);
+  for (size_t i = 0; i < field.size(); ++i) {
+    int hi, lo;
+    if (field[i] == '%' && i + 2 < field.size() &&
+        (hi = HexValue(field[i + 1])) >= 0 && (lo = HexValue(field[i + 2])) >= 0) {
+      out += static_cast<char>(hi * 16 + lo);
+      i += 2;
+    } else {
+      out += field[i];  // a stray "%" of a hand-made file stays as it is
+    }
+  }
+  return out;
+}
+
+std::string Framed(const std::string& text) {
+  return FrameCarries(text) ? "@" + text + "@" : EscapedText(text);
+}
+
+std::string TextField(const std::string& text) {
+  bool bare = !text.empty() && text[0] != '@' && text[0] != '%';
+  for (unsigned char c : text)
+    if (c == ' ' || c == ';' || IsControl(c)) bare = false;
+  return bare ? text : Framed(text);
+}
 std::string BoolField(bool b) { return b ? "1" : "0"; }
 std::string TrueFalseField(bool b) { return b ? "-1" : "0"; }
 

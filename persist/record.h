@@ -1,6 +1,14 @@
 // Fields of one record of the document text: reading them in order, and the
 // pieces writers use. A record is fields separated by single blanks; a text
 // field that may hold blanks is framed by "@".
+//
+// A text the frame cannot carry (one with ";;", a line break or another
+// control character, more than 30 blanks, or a word before its last that ends
+// in "@") is written escaped instead: "%" and then the text with every "%",
+// ";", blank and control character as "%" and two hex digits ("a@ b" gives
+// "%a@%20b"). A framed field always begins with "@" and a bare field never
+// begins with "%", so the escaped form is never confused with either; every
+// text the frame carries is written framed, byte for byte as before.
 #pragma once
 
 #include <stdexcept>
@@ -34,7 +42,8 @@ class RecordReader {
   std::string Text();
   // The next field as a text framed by "@": "@a b@" gives "a b". A field
   // that opens with "@" but does not close takes up to 30 following fields,
-  // joined by one blank, until one closes. A field without "@" is taken as is.
+  // joined by one blank, until one closes. An escaped field ("%...") is
+  // decoded; any other field is taken as is.
   std::string FramedText();
   float Single();
   double Double();
@@ -62,7 +71,17 @@ class RecordReader {
 std::vector<std::string_view> SplitRecords(std::string_view text);
 
 // Writer pieces.
-std::string Framed(const std::string& text);  // "@" + text + "@"
+// A text field: "@" + text + "@" when the frame carries the text back, else
+// the escaped form.
+std::string Framed(const std::string& text);
+// True when "@" + text + "@" reads back as the text.
+bool FrameCarries(const std::string& text);
+// The escaped form and its reading ("%" first).
+std::string EscapedText(const std::string& text);
+std::string UnescapeText(std::string_view field);
+// A text field written bare when it is one plain word, else as Framed(); read
+// with FramedText().
+std::string TextField(const std::string& text);
 std::string BoolField(bool b);                 // "1" or "0"
 std::string TrueFalseField(bool b);            // "-1" or "0", the plain form of a flag
 
@@ -80,6 +99,8 @@ class RecordWriter {
   RecordWriter& Add(unsigned v) { return Add(static_cast<long>(v)); }
   RecordWriter& Add(bool b) { return Add(BoolField(b)); }
   RecordWriter& AddFramed(const std::string& text) { return Add(Framed(text)); }
+  // A text that is usually one word (a name, a command): bare when it can be.
+  RecordWriter& AddText(const std::string& text) { return Add(TextField(text)); }
   // A flag in its plain form, -1 or 0 (fields not written as "1"/"0").
   RecordWriter& AddFlag(bool b) { return Add(TrueFalseField(b)); }
   // Appends raw text that already carries its own separators.

@@ -123,9 +123,7 @@ std::string CButton::Save() const {
   w.Add(BTType).AddFramed(Label).Add(PosX).Add(PosY).Add(ObjNum).Add(PathType).AddFramed(Para1);
   for (int i = 0; i < ObjNum && i < static_cast<int>(ObjIDs.size()); ++i) {
     // Command names hold blanks: those are framed.
-    const std::string& e = ObjIDs[static_cast<size_t>(i)];
-    if (e.empty() || e.find(' ') != std::string::npos) w.AddFramed(e);
-    else w.Add(e);
+    w.AddText(ObjIDs[static_cast<size_t>(i)]);
   }
   w.Add(BoolField(Status)).Add(BoolField(Selected)).Add(BoolField(Hide));
   return w.Close();

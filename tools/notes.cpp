@@ -278,9 +278,10 @@ void CNote::Draw() {
 
 std::string CNote::Save() const {
   RecordWriter w(ID);
-  w.Add(NoteType).Add(PosX).Add(PosY).Add(Decim).Add(VarName.empty() ? std::string("VAR") : VarName);
+  w.Add(NoteType).Add(PosX).Add(PosY).Add(Decim).AddText(VarName.empty() ? std::string("VAR") : VarName);
   w.AddFramed(Para1).AddFramed(Para2).AddFramed(Para3).Add(BoolField(Hide)).Add(BoolField(Selected));
-  return w.Close();
+  // Every field is followed by a blank, the last one too.
+  return w.Add("").Close();
 }
 
 namespace {
@@ -301,7 +302,7 @@ void ReadNote(RecordReader& r, int pass) {
   n->PosY = r.Single();
   n->Decim = r.Short();
   if (n->Decim < 0 || n->Decim > 10) n->Decim = 2;
-  n->VarName = r.Text();
+  n->VarName = r.FramedText();
   if (n->NoteType == 0) {
     n->Para1 = r.FramedText();
     n->Para2 = r.FramedText();

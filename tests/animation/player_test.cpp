@@ -397,10 +397,10 @@ TEST_F(AnimationTest, LocusRecordsWhileThePlayerRuns) {
   EXPECT_TRUE(l->Created);
   ASSERT_EQ(l->PTNum(), 4);
   EXPECT_FLOAT_EQ(l->Points.back().x, 4);
-  // Loci are read, never written.
-  EXPECT_EQ(GetUndoVar().find(l->ID), std::string::npos);
-  const std::string rec = l->Save();
-  ASSERT_TRUE(OpenDocumentText("GL Ver3.00 1 0 0 0 0;;" + rec));
+  // Loci are written after the players they name, and read back.
+  const std::string doc = GetUndoVar();
+  EXPECT_NE(doc.find(l->Save()), std::string::npos);
+  ASSERT_TRUE(OpenDocumentText(doc));
   ASSERT_EQ(Doc.Locuses.count(), 1);
   EXPECT_EQ(Doc.Locuses.Item(1)->PTNum(), 4);
   EXPECT_TRUE(Doc.Locuses.Item(1)->Created);

@@ -6,43 +6,43 @@
 namespace vt {
 namespace {
 
-TEST(RecordReader, FramedTextsKeepBlanksButNotAWordEndingInAt) {
-  RecordReader r("NT0001 @a b@ 5");
-  EXPECT_EQ(r.FramedText(), "a b");
-  EXPECT_EQ(r.Int(), 5);
-
-  // "a@ b" closes after its first word: the rest is read as the next field.
-  RecordReader bad("NT0001 @a@ b@ 5");
-  EXPECT_EQ(bad.FramedText(), "a");
-  EXPECT_THROW(bad.Int(), RecordError);
-
-  RecordReader empty("PT0001 @@ 1");
-  EXPECT_EQ(empty.FramedText(), "");
-  EXPECT_EQ(empty.Int(), 1);
-
-  RecordReader lead("PT0001 @ x@ 1");  // a text starting with a blank
-  EXPECT_EQ(lead.FramedText(), " x");
-  EXPECT_EQ(lead.Int(), 1);
-
-  RecordReader plain("PT0001 word 1");  // a field without the frame is taken as is
-  EXPECT_EQ(plain.FramedText(), "word");
-}
-
-TEST(RecordReader, AFramedTextTakesAtMostThirtyBlanks) {
-  std::string thirty = "@w";
+// Texts the "@" frame carries are written as before, byte for byte; every
+// other text is escaped; both read back exactly, and the field after them too.
+TEST(RecordText, EveryTextReadsBackAndOrdinaryOnesKeepTheFrame) {
+  std::string thirty = "w", words31 = "w";
   for (int i = 0; i < 30; ++i) thirty += " w";
-  thirty += "@";
-  RecordReader ok("TT0001 " + thirty + " 7");
-  EXPECT_EQ(ok.FramedText(), thirty.substr(1, thirty.size() - 2));
-  EXPECT_EQ(ok.Int(), 7);
-
-  std::string tooMany = "@w";
-  for (int i = 0; i < 31; ++i) tooMany += " w";
-  tooMany += "@";
-  RecordReader cut("TT0001 " + tooMany + " 7");
-  std::string got = cut.FramedText();
-  EXPECT_NE(got, tooMany.substr(1, tooMany.size() - 2));
-  EXPECT_EQ(cut.Text(), "w@");  // the reader goes on after the 30th blank
+  for (int i = 0; i < 31; ++i) words31 += " w";
+  const struct {
+    std::string text;
+    std::string written;  // "" when escaped
+  } cases[] = {
+      {"a b", "@a b@"},         {"", "@@"},         {" x", "@ x@"},      {"x ", "@x @"},
+      {"a  b", "@a  b@"},       {"@", "@@@"},       {"a b@", "@a b@@"},  {"x;", "@x;@"},
+      {"caf\xc3\xa9", "@caf\xc3\xa9@"}, {"50%", "@50%@"}, {thirty, "@" + thirty + "@"},
+      {words31, ""},            {"a@ b", ""},       {"@ b", ""},          {"a @ b", ""},
+      {"a;;b", ""},             {";;", ""},         {"two\nlines", ""},   {"cr\r\nlf\t", ""},
+      {"% 20", "@% 20@"},       {"a@  ;; %41 @", ""},
+  };
+  for (const auto& c : cases) {
+    RecordWriter w("TT0001");
+    w.AddFramed(c.text).Add(7).AddText(c.text);
+    const std::string rec = w.Close();
+    if (!c.written.empty()) EXPECT_EQ(Framed(c.text), c.written);
+    else EXPECT_EQ(Framed(c.text)[0], '%') << c.text;
+    std::vector<std::string_view> recs = SplitRecords(rec);
+    ASSERT_EQ(recs.size(), 1u) << c.text;
+    RecordReader r(recs[0]);
+    EXPECT_EQ(r.FramedText(), c.text);
+    EXPECT_EQ(r.Int(), 7) << c.text;
+    EXPECT_EQ(r.FramedText(), c.text);
+    EXPECT_TRUE(r.AtEnd()) << c.text;
+  }
+  // One plain word is written bare; a stray "%" of a hand-made file stays.
+  EXPECT_EQ(TextField("File-Open"), "File-Open");
+  EXPECT_EQ(UnescapeText("%50%%2x%2"), "50%%2x%2");
+  // An old file's word ending in "@" still closes the frame where it did.
+  RecordReader old("NT0001 @a@ b@ 5");
+  EXPECT_EQ(old.FramedText(), "a");
 }
 
 TEST(RecordReader, NumbersIdsAndMissingFields) {
@@ -66,12 +66,6 @@ TEST(RecordSplit, RecordsEndInDoubleSemicolons) {
   EXPECT_EQ(recs[2], "PT0002 b");  // line ends between records are dropped
   EXPECT_TRUE(SplitRecords("").empty());
   EXPECT_EQ(SplitRecords("PT0001 cut").size(), 1u);  // an unclosed last record is still given
-}
-
-TEST(RecordWriter, FieldsJoinedByOneBlank) {
-  RecordWriter w("PT0001");
-  w.Add(1.5f).Add(3).AddFramed("a b").Add(true).Add("");
-  EXPECT_EQ(w.Close(), "PT0001 1.5 3 @a b@ 1 ;;");
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "document/document.h"
@@ -61,57 +62,70 @@ std::string BigText(int points) {
   return text;
 }
 
-TEST(SaveFailure, ShortWriteKeepsTheOldFileAndSaysWhy) {
+// A write that cannot be completed (a full disk, a missing folder, a folder
+// in the way, no rights) fails with the platform's reason, keeps what stood at
+// the path and leaves no part behind.
+TEST(SaveFailure, AFailedWriteKeepsWhatStoodAndSaysWhy) {
   TempDir dir;
-  std::string path = dir.path("doc.vtd");
+  const std::string path = dir.path("doc.vtd"), taken = dir.path("taken.vtd");
   std::string error;
   ASSERT_TRUE(WriteDocumentFile(path, "GL Ver3.00 1 1 1 0 0;;", error)) << error;
   const std::string before = ReadBytes(path);
-
-  bool written;
   {
     FileSizeLimit limit(200);
     ASSERT_TRUE(limit.ok());
-    written = WriteDocumentFile(path, BigText(50), error);
+    EXPECT_FALSE(WriteDocumentFile(path, BigText(50), error));
   }
-  EXPECT_FALSE(written);
   EXPECT_EQ(error, std::strerror(EFBIG));
-  EXPECT_EQ(ReadBytes(path), before);
-  EXPECT_FALSE(fs::exists(path + ".saving"));
-}
-
-TEST(SaveFailure, MissingFolderGivesThePlatformMessage) {
-  TempDir dir;
-  std::string error;
   EXPECT_FALSE(WriteDocumentFile(dir.path("no/such/doc.vtd"), "GL;;", error));
   EXPECT_EQ(error, std::strerror(ENOENT));
-}
-
-TEST(SaveFailure, TargetThatIsAFolderStaysAndNoPartLeftBehind) {
-  TempDir dir;
-  std::string path = dir.path("taken.vtd");
-  fs::create_directory(path);
-  std::ofstream(path + "/inside") << "keep";
-  std::string error;
-  EXPECT_FALSE(WriteDocumentFile(path, "GL Ver3.00 1 1 1 0 0;;", error));
+  fs::create_directory(taken);
+  std::ofstream(taken + "/inside") << "keep";
+  EXPECT_FALSE(WriteDocumentFile(taken, "GL Ver3.00 1 1 1 0 0;;", error));
   EXPECT_FALSE(error.empty());
-  EXPECT_TRUE(fs::is_directory(path));
-  EXPECT_EQ(ReadBytes(path + "/inside"), "keep");
+  EXPECT_EQ(ReadBytes(taken + "/inside"), "keep");
+  if (geteuid() != 0) {  // permissions do not stop the super-user
+    fs::permissions(dir.dir(), fs::perms::owner_read | fs::perms::owner_exec);
+    EXPECT_FALSE(WriteDocumentFile(path, BigText(3), error));
+    fs::permissions(dir.dir(), fs::perms::owner_all);
+    EXPECT_EQ(error, std::strerror(EACCES));
+  }
+  EXPECT_EQ(ReadBytes(path), before);
   EXPECT_FALSE(fs::exists(path + ".saving"));
+  EXPECT_FALSE(fs::exists(taken + ".saving"));
 }
 
-TEST(SaveFailure, ReadOnlyFolderKeepsTheOldFile) {
-  if (geteuid() == 0) GTEST_SKIP() << "permissions do not stop the super-user";
+// A save killed part way leaves the old file whole: the text goes to a file
+// beside it, which only a finished write renames into place.
+TEST(SaveFailure, AKilledSaveLeavesTheOldFileWhole) {
   TempDir dir;
-  std::string path = dir.path("doc.vtd");
+  const std::string path = dir.path("doc.vtd");
+  const std::string old = BigText(1);
   std::string error;
-  ASSERT_TRUE(WriteDocumentFile(path, "GL Ver3.00 1 1 1 0 0;;", error));
-  const std::string before = ReadBytes(path);
-  fs::permissions(dir.dir(), fs::perms::owner_read | fs::perms::owner_exec);
-  EXPECT_FALSE(WriteDocumentFile(path, BigText(3), error));
-  fs::permissions(dir.dir(), fs::perms::owner_all);
-  EXPECT_EQ(error, std::strerror(EACCES));
-  EXPECT_EQ(ReadBytes(path), before);
+  ASSERT_TRUE(WriteDocumentFile(path, old, error)) << error;
+  std::string big = BigText(1);
+  while (big.size() < (32u << 20)) big += std::string(4096, 'x') + ";;";
+  int midWrite = 0;  // kills that caught the scratch file half written
+  for (int delayUs : {0, 1000, 3000}) {
+    pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      for (;;) WriteDocumentFile(path, big, error);  // until killed
+    }
+    // Kill once the scratch file is being written.
+    for (int i = 0; i < 20000 && !fs::exists(path + ".saving"); ++i) usleep(500);
+    usleep(static_cast<useconds_t>(delayUs));
+    kill(child, SIGKILL);
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    std::string back;
+    ASSERT_TRUE(ReadDocumentFile(path, back)) << delayUs;
+    EXPECT_TRUE(back == old || back == big) << "a torn file of " << back.size() << " bytes";
+    midWrite += fs::exists(path + ".saving");
+    ASSERT_TRUE(WriteDocumentFile(path, old, error));
+  }
+  EXPECT_GT(midWrite, 0);
 }
 
 TEST(SaveFailure, ReplacedFileKeepsItsPermissions) {

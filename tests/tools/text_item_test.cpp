@@ -117,9 +117,10 @@ TEST_F(TextItemTest, TheRecordKeepsTextColourFontAndTheHideFlag) {
   EXPECT_TRUE(rb->Hide);
   EXPECT_EQ(GetUndoVar(), text);
 
-  // A record cut short is not read, and the read stops there quietly.
+  // A record cut short is left out; the read goes on with the next one.
   OpenDocumentText("GL Ver3.00 1 0 0 0 0;;TT0001 1 2 0 1 @a@ 0 @Arial@;;TT0002 1 2 0 1 @b@ 0 @Arial@ 12 0;;");
-  EXPECT_EQ(Doc.Texts.count(), 0);
+  ASSERT_EQ(Doc.Texts.count(), 1);
+  EXPECT_EQ(Doc.Texts.Item(1)->Content, "b");
 }
 
 }  // namespace
