@@ -48,7 +48,7 @@ TEST(RecoveryFolder, StateHomeThenHome) {
     EnvVar state("XDG_STATE_HOME", "/var/tmp/st");
     EnvVar home("HOME", "/home/u");
     EXPECT_EQ(RecoveryFolder(), "/var/tmp/st/vantrel");
-    EXPECT_EQ(RecoveryFilePath(), "/var/tmp/st/vantrel/recovery.vtd");
+    EXPECT_EQ(RecoveryFilePath(42), "/var/tmp/st/vantrel/recovery-42.vtd");
   }
   {
     EnvVar state("XDG_STATE_HOME", nullptr);
