@@ -208,7 +208,7 @@ TEST_F(ButtonsTest, ACommandButtonRunsItsCommandsInOrderAndUndoRestores) {
   ASSERT_TRUE(SaveDocumentAs(dir.path("kept.vtd")));
   const size_t asked = host_.messages.size();
   host_.msgAnswers.push_back(MsgResult::No);
-  PressFace();
+  Doc.Buttons.Item(1)->Click();
   EXPECT_EQ(DocumentObjectCount(), 0);
   ASSERT_EQ(host_.messages.size(), asked + 1);
   EXPECT_EQ(host_.LastMessage(), "Save changes to file?");
