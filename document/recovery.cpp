@@ -61,14 +61,6 @@ long CopyPid(const fs::path& p) {
   return std::stol(digits);
 }
 
-// Deletes a copy, its .saving, and its lock file when no program holds it.
-void RemoveCopy(const std::string& copy) {
-  std::error_code ec;
-  fs::remove(copy, ec);
-  fs::remove(copy + ".saving", ec);
-  if (LockFree(copy)) fs::remove(LockPath(copy), ec);
-}
-
 }  // namespace
 
 // ---- the writer thread ----------------------------------------------------------
@@ -245,33 +237,63 @@ std::vector<std::string> OrphanedRecoveryCopies(const std::string& folder, const
   return copies;
 }
 
-bool OfferRecovery(const std::string& path) {
+bool OfferRecovery(const std::string& path, bool ours) {
   std::string text;
   if (!ReadRecoveryCopy(path, text)) {
     std::error_code ec;
     fs::remove(path + ".saving", ec);
     return false;
   }
+  // The copy's lock is held while it is offered, so that a program started
+  // beside this one does not offer it as well.
+  int lockFd = -1;
+  if (!ours) {
+    lockFd = open(LockPath(path).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (lockFd >= 0 && flock(lockFd, LOCK_EX | LOCK_NB) != 0) {
+      close(lockFd);
+      return false;
+    }
+  }
+  struct Unlock {
+    int fd;
+    ~Unlock() {
+      if (fd >= 0) close(fd);
+    }
+  } unlock{lockFd};
   MsgResult answer = host().MsgBox(
       "Vantrel did not close properly. A recovery copy of the document you were working on "
       "was kept. Do you want to open it?",
       "Recovery", MsgButtons::YesNo, MsgIcon::Question);
   if (answer == MsgResult::Yes) {
     // The document on screen may hold work of its own (an earlier copy).
-    if (!ConfirmDiscardChanges()) return false;
+    if (!ConfirmDiscardChanges()) return false;  // kept for the next start
     OpenDocumentText(text);  // a damaged end keeps what was read
     CurrentFilePath.clear();
     BeginHistory();
     MarkDocumentUnsaved();  // a new, unsaved document: closing offers to save it
     RedrawScene();
   }
-  RemoveCopy(path);
+  std::error_code ec;
+  fs::remove(path, ec);
+  fs::remove(path + ".saving", ec);
+  if (lockFd >= 0) fs::remove(LockPath(path), ec);
   return answer == MsgResult::Yes;
 }
 
 int OfferRecoveryCopies(const std::string& folder, const std::string& ownCopy) {
+  // Lock files of programs that ended without a copy to leave are dropped.
+  std::error_code ec;
+  for (fs::directory_iterator it(folder.empty() ? fs::path(".") : fs::path(folder), ec), end;
+       !folder.empty() && !ec && it != end; it.increment(ec)) {
+    const std::string lock = it->path().string();
+    const std::string copy = lock.size() > 5 ? lock.substr(0, lock.size() - 5) : std::string();
+    std::error_code ignore;
+    if (CopyPid(copy) >= 0 && lock == LockPath(copy) && !fs::exists(copy, ignore) && LockFree(copy))
+      fs::remove(lock, ignore);
+  }
   int opened = 0;
-  for (const std::string& copy : OrphanedRecoveryCopies(folder, ownCopy)) opened += OfferRecovery(copy) ? 1 : 0;
+  for (const std::string& copy : OrphanedRecoveryCopies(folder, ownCopy))
+    opened += OfferRecovery(copy, copy == ownCopy) ? 1 : 0;
   return opened;
 }
 

@@ -107,8 +107,11 @@ std::vector<std::string> OrphanedRecoveryCopies(const std::string& folder, const
 // Offers one copy: asks "Vantrel did not close properly..." and, on Yes,
 // after the save question for a modified document, reads the copy as a new,
 // unsaved document. The copy is removed when it was opened or refused, and
-// kept when the save question was cancelled. True when it was opened.
-bool OfferRecovery(const std::string& path);
+// kept when the save question was cancelled. The copy's lock is held while
+// it is offered (ours: the copy has this program's own name, whose lock it
+// holds already); a copy that another program holds is passed over. True
+// when it was opened.
+bool OfferRecovery(const std::string& path, bool ours = false);
 // At start-up: offers every orphan of the folder, one question each, oldest
 // first. Returns how many were opened.
 int OfferRecoveryCopies(const std::string& folder, const std::string& ownCopy);
