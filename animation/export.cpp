@@ -15,6 +15,11 @@ extern "C" {
 #include <stb_image_write.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
 
 #include "animation/player_objects.h"
 #include "document/document.h"
@@ -204,9 +209,30 @@ bool AviWriter::Close() {
 
 std::string FramePath(const std::string& folder, int n) { return folder + "/Graph" + std::to_string(n) + ".bmp"; }
 
-bool WriteBmp(const std::string& path, const Image& image) {
-  if (image.empty()) return false;
-  return stbi_write_bmp(path.c_str(), image.width, image.height, 3, image.rgb.data()) != 0;
+bool WriteBmp(const std::string& path, const Image& image, std::string* error) {
+  auto fail = [&](const std::string& why) {
+    if (error) *error = why;
+    return false;
+  };
+  if (image.empty()) return fail("the picture is empty");
+  FILE* f = std::fopen(path.c_str(), "wb");
+  if (!f) return fail(std::strerror(errno));
+  const int ok = stbi_write_bmp_to_func(
+      [](void* file, void* data, int size) { std::fwrite(data, 1, static_cast<size_t>(size), static_cast<FILE*>(file)); },
+      f, image.width, image.height, 3, image.rgb.data());
+  const bool written = ok != 0 && !std::ferror(f);
+  const int saved = errno;
+  if (std::fclose(f) != 0 || !written) return fail(std::strerror(written ? errno : (saved ? saved : EIO)));
+  return true;
+}
+
+std::string DefaultFrameFolder() {
+  if (!CurrentFilePath.empty()) {
+    const std::string folder = std::filesystem::path(CurrentFilePath).parent_path().string();
+    if (!folder.empty()) return folder;
+  }
+  if (const char* home = std::getenv("HOME"); home && home[0] == '/') return home;
+  return std::filesystem::temp_directory_path().string();
 }
 
 bool ReadBmp(const std::string& path, Image& image) {
@@ -239,7 +265,11 @@ std::vector<std::string> GenerateFrames(CAniControl& player, int count, const st
     }
     const Image image = capture();
     const std::string path = FramePath(folder, i);
-    if (!WriteBmp(path, image)) break;
+    std::string error;
+    if (!WriteBmp(path, image, &error)) {
+      host().MsgBox("Unable to write " + path + ": " + error, "Error", MsgButtons::OK, MsgIcon::Critical);
+      break;
+    }
     paths.push_back(path);
   }
   player.Stop();

@@ -47,12 +47,18 @@ class AviWriter {
 
 // The bitmap of frame n in the folder: folder + "/Graph" + n + ".bmp".
 std::string FramePath(const std::string& folder, int n);
-bool WriteBmp(const std::string& path, const Image& image);
+// Writes a bitmap; on failure `error` (when given) says why.
+bool WriteBmp(const std::string& path, const Image& image, std::string* error = nullptr);
 bool ReadBmp(const std::string& path, Image& image);
+
+// Where frames go unless the user picks another folder: the document's
+// folder, or the home folder for a document never saved.
+std::string DefaultFrameFolder();
 
 // Generate Frames: from Step 0, `count` frames of the player, each shown and
 // captured by `capture`, written as bitmaps 1..count in the folder. Returns the
-// paths; `progress(i, count)` returning false stops early.
+// paths; `progress(i, count)` returning false stops early. A frame that cannot
+// be written ends the run with one message naming its path and the reason.
 std::vector<std::string> GenerateFrames(CAniControl& player, int count, const std::string& folder,
                                         const std::function<Image()>& capture,
                                         const std::function<bool(int, int)>& progress = {});

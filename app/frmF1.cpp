@@ -73,7 +73,7 @@ QString CaptionOfHandler(const std::string& handler, const QString& fallback) {
 
 frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(parent), commandLine_(commandLine) {
   setObjectName("frmF1");
-  setWindowTitle("Vantrel");
+  setWindowTitle("Vantrel[*]");
   // The icons come from the program's folder, needed before start-up.
   LocateSystemFolder();
   setWindowIcon(IconFor("vantrel", "Vantrel"));
@@ -301,9 +301,13 @@ void frmF1::RefreshControls() {
 }
 
 void frmF1::UpdateTitle() {
+  // "[*]" shows as "*" while the document has unsaved changes.
   QString title = "Vantrel";
   if (!CurrentFilePath.empty()) title += " - " + QFileInfo(QString::fromStdString(CurrentFilePath)).fileName();
+  title += "[*]";
   if (windowTitle() != title) setWindowTitle(title);
+  const bool modified = DocumentModified();
+  if (isWindowModified() != modified) setWindowModified(modified);
 }
 
 // ---- start and stop -------------------------------------------------------------------

@@ -8,6 +8,7 @@
 #include "app/canvas.h"
 #include "app/frmF1.h"
 #include "app/surface_format.h"
+#include "document/frame_commands.h"
 #include "document/recovery.h"
 
 int main(int argc, char* argv[]) {
@@ -30,9 +31,9 @@ int main(int argc, char* argv[]) {
   QApplication::setWindowIcon(window.windowIcon());
   window.show();
 
-  // The recovery copy: offered once the program has started (a copy left
-  // behind means the last run did not end cleanly), then kept up to date in
-  // the background; a clean exit removes it.
+  // The recovery copy of this program: the orphans of other runs are offered
+  // once the program has started, then this one is kept up to date in the
+  // background; a clean exit removes it unless unsaved work would go with it.
   vt::RecoveryKeeper recovery(vt::RecoveryFilePath());
   bool recoveryOffered = false;
   QTimer recoveryTimer;
@@ -41,7 +42,7 @@ int main(int argc, char* argv[]) {
     if (!recoveryOffered) {
       recoveryOffered = true;
       if (window.picDraw()) window.picDraw()->MakeCurrent();
-      if (vt::OfferRecovery(recovery.writer().path())) window.RefreshControls();
+      if (vt::OfferRecoveryCopies(vt::RecoveryFolder(), recovery.writer().path()) > 0) window.RefreshControls();
     }
     recovery.Tick();
   });
@@ -49,6 +50,6 @@ int main(int argc, char* argv[]) {
 
   int rc = app.exec();
   recoveryTimer.stop();
-  recovery.CleanExit();
+  recovery.CleanExit(!vt::UnsavedWork());
   return rc;
 }

@@ -1,5 +1,7 @@
 #include "document/frame_commands.h"
 
+#include <cctype>
+
 #include "document/document.h"
 #include "document/globals.h"
 #include "document/host.h"
@@ -39,6 +41,7 @@ void SetViewToggles(bool axis, bool grid, bool snap, bool coordLines) {
   ShowGrid = grid;
   SnapToGrid = snap;
   ShowCoordLines = coordLines;
+  NoteUnrecordedChange();
   RefreshControls();
 }
 
@@ -75,6 +78,8 @@ void StartUp(const std::string& commandLine, bool haveContext) {
     OpenDocumentText(text);
     CurrentFilePath.clear();
   }
+  // The history starts at the document shown: Undo never empties it.
+  BeginHistory();
   MarkDocumentSaved();
   RedrawScene();
 }
@@ -105,6 +110,7 @@ void mnuFileNew2D_Click() {
   SceneMode = 1;
   AxisObject.BetterFonts = false;
   SettingsChanged = false;
+  NoteUnrecordedChange();
   RefreshControls();
   RedrawScene();
 }
@@ -120,6 +126,7 @@ void mnuFileNew3D_Click() {
   AxisObject.BetterFonts = false;
   AxisObject.SetDefault();
   SettingsChanged = false;
+  NoteUnrecordedChange();
   RefreshControls();
   RedrawScene();
 }
@@ -143,11 +150,15 @@ void mnuViewCoordLines_Click() {
 
 void mnuDisShowLabels_Click() {
   for (Position* p : Doc.Points) p->HideLabel = !p->HideLabel;
+  NoteUnrecordedChange();
+  RefreshControls();
   RedrawScene();
 }
 
 void mnuDisShowPoints_Click() {
   for (Position* p : Doc.Points) p->Hide = !p->Hide;
+  NoteUnrecordedChange();
+  RefreshControls();
   RedrawScene();
 }
 
@@ -162,45 +173,61 @@ void ResetNumbering() {
 }
 }  // namespace
 
-void mnuFileNew_Click() {
-  if (DocumentObjectCount() <= 0) return;
-  MsgResult r = host().MsgBox("Save changes to file?", "Note", MsgButtons::YesNoCancel, MsgIcon::Question);
-  if (r == MsgResult::Cancel) return;
-  if (r == MsgResult::Yes && !mnuFileSave_Click()) return;
-  mnuEditDelAll_Click();
-  ResetNumbering();
-  CurrentFilePath.clear();
-  MarkDocumentSaved();
-}
-
+// The state number of the document as last opened or saved, and of the one
+// whose changes the user chose to drop at the save question.
 namespace {
-int g_savedUndoCount = 1;
+uint64_t g_savedState = 0;
+uint64_t g_droppedState = 0;
 }  // namespace
 
-void MarkDocumentSaved() { g_savedUndoCount = UndoCount; }
+void MarkDocumentSaved() {
+  g_savedState = CurrentStateNumber();
+  RefreshControls();
+}
 
-bool DocumentModified() { return UndoCount != g_savedUndoCount && DocumentObjectCount() > 0; }
+void MarkDocumentUnsaved() {
+  g_savedState = 0;
+  RefreshControls();
+}
+
+bool DocumentModified() {
+  if (CurrentStateNumber() == g_savedState) return false;
+  // A new document with nothing in it holds nothing to lose.
+  return !(CurrentFilePath.empty() && DocumentObjectCount() <= 0);
+}
+
+bool UnsavedWork() { return DocumentModified() && CurrentStateNumber() != g_droppedState; }
 
 bool ConfirmDiscardChanges() {
   if (!DocumentModified()) return true;
   MsgResult r = host().MsgBox("Save changes to file?", "Note", MsgButtons::YesNoCancel, MsgIcon::Question);
   if (r == MsgResult::Cancel) return false;
   if (r == MsgResult::Yes) return mnuFileSave_Click();
+  g_droppedState = CurrentStateNumber();
   return true;
 }
 
+void mnuFileNew_Click() {
+  if (DocumentObjectCount() <= 0 && CurrentFilePath.empty()) return;
+  if (!ConfirmDiscardChanges()) return;
+  ClearDocument();
+  ResetNumbering();
+  CurrentFilePath.clear();
+  BeginHistory();
+  MarkDocumentSaved();
+  RedrawScene();
+}
+
 void mnuFileOpen_Click() {
+  if (!ConfirmDiscardChanges()) return;
   std::string path = host().OpenFileDialog("Open File", kDocumentFilter);
-  // A cancelled dialog or a file that cannot be read keeps the old
-  // document; the step is taken either way.
+  // A cancelled dialog or a file that cannot be read keeps the document.
   std::string text;
-  bool opened = !path.empty() && ReadDocumentFile(path, text) && !text.empty();
-  if (opened) {
-    OpenDocumentText(text);
-    CurrentFilePath = path;
-  }
-  PushSnapshot();
-  if (opened) MarkDocumentSaved();
+  if (path.empty() || !ReadDocumentFile(path, text) || text.empty()) return;
+  OpenDocumentText(text);
+  CurrentFilePath = path;
+  BeginHistory();
+  MarkDocumentSaved();
   RedrawScene();
 }
 
@@ -222,7 +249,12 @@ bool SaveDocumentAs(const std::string& path) {
 bool mnuFileSaveAs_Click() {
   std::string path = host().SaveFileDialog("Save File", kDocumentFilter);
   if (path.empty()) return false;
-  if (path.size() < 4 || path.compare(path.size() - 4, 4, ".vtd") != 0) path += ".vtd";
+  // "a.VTD" keeps its own case; only a name without the extension gets one.
+  const std::string ext = path.size() >= 4 ? path.substr(path.size() - 4) : std::string();
+  if (!(ext.size() == 4 && ext[0] == '.' && std::tolower(static_cast<unsigned char>(ext[1])) == 'v' &&
+        std::tolower(static_cast<unsigned char>(ext[2])) == 't' &&
+        std::tolower(static_cast<unsigned char>(ext[3])) == 'd'))
+    path += ".vtd";
   return SaveDocumentAs(path);
 }
 

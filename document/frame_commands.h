@@ -58,12 +58,18 @@ void mnuFileOpen_Click();
 // True when the document was written.
 bool mnuFileSave_Click();
 bool mnuFileSaveAs_Click();
-// The document as last opened or saved: DocumentModified tells whether a
-// command changed it since (undoing back to that state counts as unchanged).
+// The document as last opened or saved: DocumentModified tells whether it
+// differs from that state (undoing back to it counts as unchanged). The
+// judgement is by the undo states' numbers, never by the stacks' counters.
 void MarkDocumentSaved();
+// A document that has never been saved as it stands (a recovered copy).
+void MarkDocumentUnsaved();
 bool DocumentModified();
-// Before the document goes away (the program closes): offers to save a
-// modified document. False when the user cancels.
+// Modified, and not dropped by the user at the save question.
+bool UnsavedWork();
+// Before the document goes away (close, New, Open, a sample, a command
+// button): asks "Save changes to file?" for a modified document. False when
+// the user cancels or the save fails.
 bool ConfirmDiscardChanges();
 // Writes the document to a path; on failure shows why and returns false.
 bool SaveDocumentAs(const std::string& path);

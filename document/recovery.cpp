@@ -1,5 +1,12 @@
 #include "document/recovery.h"
 
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 
@@ -20,15 +27,56 @@ std::string RecoveryFolder() {
   return std::string();
 }
 
-std::string RecoveryFilePath() {
+std::string RecoveryFilePath(long pid) {
   std::string folder = RecoveryFolder();
-  return folder.empty() ? folder : (fs::path(folder) / "recovery.vtd").string();
+  if (pid < 0) pid = static_cast<long>(getpid());
+  return folder.empty() ? folder : (fs::path(folder) / ("recovery-" + std::to_string(pid) + ".vtd")).string();
 }
+
+namespace {
+
+std::string LockPath(const std::string& copy) { return copy + ".lock"; }
+
+// True when nobody holds the lock of a copy (or there is no lock file).
+bool LockFree(const std::string& copy) {
+  int fd = open(LockPath(copy).c_str(), O_RDWR | O_CLOEXEC);
+  if (fd < 0) return errno == ENOENT;
+  const bool free = flock(fd, LOCK_EX | LOCK_NB) == 0;
+  close(fd);  // gives the lock back, if it was taken
+  return free;
+}
+
+bool ProgramRunning(long pid) { return pid > 0 && (kill(static_cast<pid_t>(pid), 0) == 0 || errno == EPERM); }
+
+// The process id in a copy's name "recovery-<pid>.vtd", or -1.
+long CopyPid(const fs::path& p) {
+  const std::string name = p.filename().string();
+  const std::string head = "recovery-", tail = ".vtd";
+  if (name.size() <= head.size() + tail.size() || name.compare(0, head.size(), head) != 0 ||
+      name.compare(name.size() - tail.size(), tail.size(), tail) != 0)
+    return -1;
+  const std::string digits = name.substr(head.size(), name.size() - head.size() - tail.size());
+  if (digits.size() > 9 || !std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; }))
+    return -1;
+  return std::stol(digits);
+}
+
+}  // namespace
 
 // ---- the writer thread ----------------------------------------------------------
 
-RecoveryWriter::RecoveryWriter(std::string path)
-    : path_(std::move(path)), thread_([this] { Run(); }) {}
+RecoveryWriter::RecoveryWriter(std::string path) : path_(std::move(path)) {
+  if (!path_.empty()) {
+    std::error_code ec;
+    fs::create_directories(fs::path(path_).parent_path(), ec);
+    lockFd_ = open(LockPath(path_).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (lockFd_ >= 0 && flock(lockFd_, LOCK_EX | LOCK_NB) != 0) {
+      close(lockFd_);
+      lockFd_ = -1;
+    }
+  }
+  thread_ = std::thread([this] { Run(); });
+}
 
 RecoveryWriter::~RecoveryWriter() {
   {
@@ -37,6 +85,8 @@ RecoveryWriter::~RecoveryWriter() {
   }
   cv_.notify_all();
   thread_.join();
+  // The lock file stays: a copy left behind is known as an orphan by it.
+  if (lockFd_ >= 0) close(lockFd_);
 }
 
 void RecoveryWriter::Submit(std::string text) {
@@ -58,13 +108,15 @@ void RecoveryWriter::Run() {
     lock.unlock();
 
     std::string error;
-    bool ok = !path_.empty();
-    if (ok) {
+    bool ok = false;
+    if (path_.empty()) {
+      error = "no state folder";
+    } else if (lockFd_ < 0) {
+      error = "the copy is not locked for this program";
+    } else {
       std::error_code ec;
       fs::create_directories(fs::path(path_).parent_path(), ec);
       ok = WriteDocumentFile(path_, text, error);
-    } else {
-      error = "no state folder";
     }
 
     lock.lock();
@@ -87,9 +139,11 @@ void RecoveryWriter::WaitIdle() {
 void RecoveryWriter::Remove() {
   WaitIdle();
   if (path_.empty()) return;
+  if (lockFd_ < 0) return;  // not this program's copy
   std::error_code ec;
   fs::remove(path_, ec);
   fs::remove(path_ + ".saving", ec);
+  fs::remove(LockPath(path_), ec);
 }
 
 int RecoveryWriter::Written() const {
@@ -111,11 +165,11 @@ std::string RecoveryWriter::LastError() const {
 
 namespace {
 
-// The document text as it stands: the newest undo snapshot when the stack
-// holds it (joined from its stored pieces, cheaper than writing it), else
-// written afresh.
+// The document text as it stands: the newest undo snapshot when the
+// document is that state (joined from its stored pieces, cheaper than
+// writing it), else written afresh.
 std::string CurrentText() {
-  if (UndoCount >= 1 && UndoCount < kUndoDepth) {
+  if (!UnrecordedChanges()) {
     std::string snap = UndoEntry(UndoCount);
     if (!snap.empty()) return snap;
   }
@@ -145,7 +199,14 @@ bool RecoveryKeeper::Tick(Clock::time_point now) {
   return true;
 }
 
-void RecoveryKeeper::CleanExit() { writer_.Remove(); }
+void RecoveryKeeper::CleanExit(bool removeCopy) {
+  if (removeCopy) {
+    writer_.Remove();
+    return;
+  }
+  writer_.Submit(GetUndoVar());
+  writer_.WaitIdle();
+}
 
 // ---- the next start ---------------------------------------------------------------
 
@@ -157,28 +218,82 @@ bool ReadRecoveryCopy(const std::string& path, std::string& text) {
   return ReadDocumentFile(path, text) && !text.empty();
 }
 
-bool OfferRecovery(const std::string& path) {
+std::vector<std::string> OrphanedRecoveryCopies(const std::string& folder, const std::string& ownCopy) {
+  std::vector<std::pair<fs::file_time_type, std::string>> found;
+  std::error_code ec;
+  if (folder.empty()) return {};
+  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+    const fs::path p = it->path();
+    const long pid = CopyPid(p);
+    if (pid < 0 || !it->is_regular_file(ec)) continue;
+    const std::string copy = p.string();
+    const bool orphan = copy == ownCopy ||
+                        (fs::exists(LockPath(copy), ec) ? LockFree(copy) : !ProgramRunning(pid));
+    if (orphan) found.emplace_back(fs::last_write_time(p, ec), copy);
+  }
+  std::sort(found.begin(), found.end());
+  std::vector<std::string> copies;
+  for (auto& f : found) copies.push_back(std::move(f.second));
+  return copies;
+}
+
+bool OfferRecovery(const std::string& path, bool ours) {
   std::string text;
   if (!ReadRecoveryCopy(path, text)) {
     std::error_code ec;
     fs::remove(path + ".saving", ec);
     return false;
   }
+  // The copy's lock is held while it is offered, so that a program started
+  // beside this one does not offer it as well.
+  int lockFd = -1;
+  if (!ours) {
+    lockFd = open(LockPath(path).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (lockFd >= 0 && flock(lockFd, LOCK_EX | LOCK_NB) != 0) {
+      close(lockFd);
+      return false;
+    }
+  }
+  struct Unlock {
+    int fd;
+    ~Unlock() {
+      if (fd >= 0) close(fd);
+    }
+  } unlock{lockFd};
   MsgResult answer = host().MsgBox(
       "Vantrel did not close properly. A recovery copy of the document you were working on "
       "was kept. Do you want to open it?",
       "Recovery", MsgButtons::YesNo, MsgIcon::Question);
-  bool opened = false;
   if (answer == MsgResult::Yes) {
+    // The document on screen may hold work of its own (an earlier copy).
+    if (!ConfirmDiscardChanges()) return false;  // kept for the next start
     OpenDocumentText(text);  // a damaged end keeps what was read
     CurrentFilePath.clear();
-    PushSnapshot();  // a new, unsaved document: closing offers to save it
+    BeginHistory();
+    MarkDocumentUnsaved();  // a new, unsaved document: closing offers to save it
     RedrawScene();
-    opened = true;
   }
   std::error_code ec;
   fs::remove(path, ec);
   fs::remove(path + ".saving", ec);
+  if (lockFd >= 0) fs::remove(LockPath(path), ec);
+  return answer == MsgResult::Yes;
+}
+
+int OfferRecoveryCopies(const std::string& folder, const std::string& ownCopy) {
+  // Lock files of programs that ended without a copy to leave are dropped.
+  std::error_code ec;
+  for (fs::directory_iterator it(folder.empty() ? fs::path(".") : fs::path(folder), ec), end;
+       !folder.empty() && !ec && it != end; it.increment(ec)) {
+    const std::string lock = it->path().string();
+    const std::string copy = lock.size() > 5 ? lock.substr(0, lock.size() - 5) : std::string();
+    std::error_code ignore;
+    if (CopyPid(copy) >= 0 && lock == LockPath(copy) && !fs::exists(copy, ignore) && LockFree(copy))
+      fs::remove(lock, ignore);
+  }
+  int opened = 0;
+  for (const std::string& copy : OrphanedRecoveryCopies(folder, ownCopy))
+    opened += OfferRecovery(copy, copy == ownCopy) ? 1 : 0;
   return opened;
 }
 

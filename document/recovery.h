@@ -1,13 +1,17 @@
 // The recovery copy: the document text written to the user's state folder
 // while the program runs, so that a crash loses at most the last half minute.
+// Each running program has a copy of its own, named by its process id, and
+// holds a lock on the file beside it ("<copy>.lock") while it runs: a copy
+// whose lock nobody holds (or, without a lock file, whose process is gone)
+// is an orphan, left by a program that did not end cleanly.
 //
 // The program calls RecoveryKeeper::Tick from a repeating timer. A tick takes
 // a copy of the document text only when the document changed since the last
 // copy and the interval has passed; the copy is handed to a background
 // thread that writes it (through the same .saving-and-rename path as a
 // save), so the canvas never waits on the disk. A clean exit removes the
-// copy; finding one at the next start means the program did not end
-// cleanly, and OfferRecovery asks whether to open it.
+// copy unless unsaved work would go with it; the next start offers every
+// orphan (OfferRecoveryCopies).
 #pragma once
 
 #include <chrono>
@@ -16,18 +20,22 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace vt {
 
 // $XDG_STATE_HOME/vantrel, or ~/.local/state/vantrel when that is unset or
 // not absolute; "" when neither can be found.
 std::string RecoveryFolder();
-// The copy itself: RecoveryFolder()/recovery.vtd ("" without a folder).
-std::string RecoveryFilePath();
+// The copy of the program with this process id (by default this one):
+// RecoveryFolder()/recovery-<pid>.vtd ("" without a folder).
+std::string RecoveryFilePath(long pid = -1);
 
 // Writes texts to one file on a thread of its own. Submit returns at once; a
 // text submitted while another is being written replaces any text still
-// waiting, so only the newest is written next.
+// waiting, so only the newest is written next. The writer holds the copy's
+// lock from its start to its end; when another program holds it, nothing is
+// written.
 class RecoveryWriter {
  public:
   explicit RecoveryWriter(std::string path);
@@ -39,8 +47,9 @@ class RecoveryWriter {
   void Submit(std::string text);
   // Blocks until nothing waits and nothing is being written.
   void WaitIdle();
-  // Waits, then deletes the copy (and a leftover .saving beside it).
+  // Waits, then deletes the copy (and a leftover .saving and the lock file).
   void Remove();
+  bool locked() const { return lockFd_ >= 0; }
   // Writes done and failed so far; the last failure's message.
   int Written() const;
   int Failed() const;
@@ -58,6 +67,7 @@ class RecoveryWriter {
   int written_ = 0;
   int failed_ = 0;
   std::string lastError_;
+  int lockFd_ = -1;
   std::thread thread_;
 };
 
@@ -71,8 +81,10 @@ class RecoveryKeeper {
   // (or since the keeper started, for a document opened unchanged: no copy)
   // and `interval` has passed since the last copy. True when it submitted.
   bool Tick(Clock::time_point now = Clock::now());
-  // The clean exit: no copy stays behind.
-  void CleanExit();
+  // The clean exit. With removeCopy no copy stays behind; otherwise the
+  // document as it stands is written and kept, to be offered at the next
+  // start.
+  void CleanExit(bool removeCopy = true);
   RecoveryWriter& writer() { return writer_; }
 
  private:
@@ -87,10 +99,21 @@ class RecoveryKeeper {
 // read.
 bool ReadRecoveryCopy(const std::string& path, std::string& text);
 
-// At start-up: when a copy exists, asks "Vantrel did not close properly..."
-// and, on Yes, reads the copy as a new, unsaved document. The copy is
-// removed either way (a kept document gets a new copy at its next change).
-// True when the copy was opened.
-bool OfferRecovery(const std::string& path);
+// The orphaned copies in a folder, oldest first. ownCopy, the path of this
+// program's copy, counts as an orphan when it is there before this program
+// wrote it (a program of the same process id ended without cleaning up).
+std::vector<std::string> OrphanedRecoveryCopies(const std::string& folder, const std::string& ownCopy = "");
+
+// Offers one copy: asks "Vantrel did not close properly..." and, on Yes,
+// after the save question for a modified document, reads the copy as a new,
+// unsaved document. The copy is removed when it was opened or refused, and
+// kept when the save question was cancelled. The copy's lock is held while
+// it is offered (ours: the copy has this program's own name, whose lock it
+// holds already); a copy that another program holds is passed over. True
+// when it was opened.
+bool OfferRecovery(const std::string& path, bool ours = false);
+// At start-up: offers every orphan of the folder, one question each, oldest
+// first. Returns how many were opened.
+int OfferRecoveryCopies(const std::string& folder, const std::string& ownCopy);
 
 }  // namespace vt

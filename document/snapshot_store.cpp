@@ -86,6 +86,12 @@ size_t SnapshotStore::TextSize(size_t index) const {
   return index < slots_.size() ? slots_[index].size : 0;
 }
 
+void SnapshotStore::Drop(size_t index) {
+  if (index >= slots_.size()) return;
+  slots_.erase(slots_.begin() + static_cast<long>(index));
+  slots_.emplace_back();
+}
+
 size_t SnapshotStore::StoredBytes() const {
   size_t bytes = slots_.capacity() * sizeof(Slot);
   for (const Slot& s : slots_) bytes += s.pieces.capacity() * sizeof(Piece);

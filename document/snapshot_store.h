@@ -31,6 +31,9 @@ class SnapshotStore {
   void Put(size_t index, std::string_view text);
   std::string Get(size_t index) const;
   size_t TextSize(size_t index) const;
+  // Removes slot `index`: the later slots move down by one, and an empty
+  // slot is added at the end.
+  void Drop(size_t index);
 
   // Bytes of the distinct pieces plus the per-snapshot piece lists: what the
   // store holds, against the sum of TextSize over the slots.

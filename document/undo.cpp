@@ -1,5 +1,8 @@
 #include "document/undo.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "document/document.h"
 #include "document/frame_commands.h"
 #include "document/host.h"
@@ -15,41 +18,82 @@ bool UndoEnabled = false;
 bool RedoEnabled = false;
 
 namespace {
+
+// The numbers of the states in the stacks, by entry, and of the document on
+// screen; the last number handed out.
+std::vector<uint64_t> g_undoStates(kUndoDepth + 1), g_redoStates(kUndoDepth + 1);
+uint64_t g_current = 1;
+uint64_t g_lastNumber = 1;
+
 std::string Entry(const SnapshotStore& stack, int index) {
   if (index < 1) return {};
   return stack.Get(static_cast<size_t>(index));
 }
-void Store(SnapshotStore& stack, int index, const std::string& text) {
-  if (index >= 1 && index < kUndoDepth) stack.Put(static_cast<size_t>(index), text);
+
+// Stores a state at `index` of a stack. An index at the depth makes room
+// first by dropping entry 1, the oldest state; the index the state went to
+// is returned.
+int Store(SnapshotStore& stack, std::vector<uint64_t>& numbers, int index, const std::string& text,
+          uint64_t number) {
+  if (index < 1) return index;
+  if (index >= kUndoDepth) {
+    stack.Drop(1);
+    numbers.erase(numbers.begin() + 1);
+    numbers.push_back(0);
+    index = kUndoDepth - 1;
+  }
+  stack.Put(static_cast<size_t>(index), text);
+  numbers[static_cast<size_t>(index)] = number;
+  return index;
 }
+
+void StartHistory(const std::string& first) {
+  UndoStack.Assign(kUndoDepth + 1);
+  RedoStack.Assign(kUndoDepth + 1);
+  std::fill(g_undoStates.begin(), g_undoStates.end(), 0);
+  std::fill(g_redoStates.begin(), g_redoStates.end(), 0);
+  UndoCount = 1;
+  RedoCount = 0;
+  g_current = ++g_lastNumber;
+  Store(UndoStack, g_undoStates, 1, first, g_current);
+  UndoEnabled = false;
+  RedoEnabled = false;
+}
+
 }  // namespace
 
 std::string UndoEntry(int index) { return Entry(UndoStack, index); }
 std::string RedoEntry(int index) { return Entry(RedoStack, index); }
 
-void ResetUndo() {
-  UndoStack.Assign(kUndoDepth + 1);
-  RedoStack.Assign(kUndoDepth + 1);
-  UndoCount = 1;
-  RedoCount = 0;
-  UndoEnabled = false;
-  RedoEnabled = false;
+uint64_t CurrentStateNumber() { return g_current; }
+
+void NoteUnrecordedChange() { g_current = ++g_lastNumber; }
+
+bool UnrecordedChanges() {
+  return UndoCount < 1 || UndoCount >= kUndoDepth || g_undoStates[static_cast<size_t>(UndoCount)] != g_current;
+}
+
+void ResetUndo() { StartHistory(std::string()); }
+
+void BeginHistory() {
+  StartHistory(GetUndoVar());
+  RefreshControls();
 }
 
 void PushSnapshot() {
-  ++UndoCount;
-  // Past the depth the counter goes on rising and nothing is stored.
-  if (UndoCount < kUndoDepth) Store(UndoStack, UndoCount, GetUndoVar());
+  g_current = ++g_lastNumber;
+  UndoCount = Store(UndoStack, g_undoStates, UndoCount + 1, GetUndoVar(), g_current);
   if (UndoCount > 1) UndoEnabled = true;
   RefreshControls();
 }
 
 void mnuFUndo_Click() {
   if (UndoCount <= 1) return;
-  ++RedoCount;
-  if (RedoCount < kUndoDepth) Store(RedoStack, RedoCount, UndoEntry(UndoCount));
+  const size_t top = static_cast<size_t>(UndoCount);
+  RedoCount = Store(RedoStack, g_redoStates, RedoCount + 1, UndoEntry(UndoCount), g_undoStates[top]);
   --UndoCount;
   OpenUnRe(UndoEntry(UndoCount));
+  g_current = g_undoStates[static_cast<size_t>(UndoCount)];
   if (Hooks.syntheticMouseMove) Hooks.syntheticMouseMove();
   if (UndoCount == 1) UndoEnabled = false;
   if (RedoCount >= 1) RedoEnabled = true;
@@ -58,9 +102,11 @@ void mnuFUndo_Click() {
 
 void mnuFRedo_Click() {
   if (RedoCount <= 0) return;
-  ++UndoCount;
-  if (UndoCount < kUndoDepth) Store(UndoStack, UndoCount, RedoEntry(RedoCount));
-  OpenUnRe(RedoEntry(RedoCount));
+  const std::string text = RedoEntry(RedoCount);
+  const uint64_t number = g_redoStates[static_cast<size_t>(RedoCount)];
+  UndoCount = Store(UndoStack, g_undoStates, UndoCount + 1, text, number);
+  OpenUnRe(text);
+  g_current = number;
   --RedoCount;
   if (Hooks.syntheticMouseMove) Hooks.syntheticMouseMove();
   if (RedoCount == 0) RedoEnabled = false;

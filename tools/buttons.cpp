@@ -26,7 +26,7 @@ namespace vt {
 __attribute__((weak)) float NextNotePosX = 2;
 __attribute__((weak)) float NextNotePosY = 90;
 
-const char* const kDefaultSamplePath = "\\Tutorials\\T0.vtd";
+const char* const kDefaultSamplePath = "\\Tutorials\\T000.vtd";
 const char* const kSelectOneFirst = "Please select at lease 1 object first.";
 
 namespace {
@@ -62,6 +62,22 @@ void Bevel(float x0, float y0, float x1, float y1, bool pressed) {
 void Finish(bool onlyWhenChanged) {
   if (!onlyWhenChanged || GetUndoVar() != UndoEntry(UndoCount)) PushSnapshot();
   RedrawScene();
+}
+
+// A step of a command button that would drop or overwrite the document asks
+// first: Delete All, New, Open and Exit the save question of a modified
+// document (the last three ask it themselves), a save whether to write.
+enum class StepAnswer { Run, Skip, Stop };
+StepAnswer AskBeforeStep(const std::string& command) {
+  if (command == "Edit-Delete All") return ConfirmDiscardChanges() ? StepAnswer::Run : StepAnswer::Stop;
+  if ((command == "File-Save" || command == "File-SaveAs") && DocumentModified()) {
+    switch (host().MsgBox("Save changes to file?", "Note", MsgButtons::YesNoCancel, MsgIcon::Question)) {
+      case MsgResult::Yes: return StepAnswer::Run;
+      case MsgResult::No: return StepAnswer::Skip;
+      default: return StepAnswer::Stop;
+    }
+  }
+  return StepAnswer::Run;
 }
 
 void OpenForm(int btType) {
@@ -173,15 +189,25 @@ void CButton::Click() {
       OpenLinkSafely(ResolveButtonPath(Para1, PathType));
       break;
     case 3:
-      OpenSampleDocument(ResolveButtonPath(Para1, PathType));
-      break;
+      // The sample replaces the document: a modified one is offered to be
+      // saved first, and the sample starts a history of its own.
+      if (ConfirmDiscardChanges() && OpenSampleDocument(ResolveButtonPath(Para1, PathType))) {
+        BeginHistory();
+        MarkDocumentSaved();
+        RedrawScene();
+      }
+      return;
     case 4:
       ++ScrollPos;
       if (ScrollPos > n) ScrollPos = 0;
       for (int i = 0; i < n; ++i) SetHidden(items[static_cast<size_t>(i)], i + 1 > ScrollPos);
       break;
     case 5:
-      for (const std::string& command : items) DoCommand(command);
+      for (const std::string& command : items) {
+        const StepAnswer a = AskBeforeStep(command);
+        if (a == StepAnswer::Stop) break;
+        if (a == StepAnswer::Run) DoCommand(command);
+      }
       Finish(true);
       return;
     default:

@@ -427,10 +427,13 @@ void frmF23::GenerateFrames() {
   const int frames = QInputDialog::getInt(this, tr("Animation Frames"), tr("Number of frames"), c->Steps + 1, -100000,
                                           100000, 1, &ok);
   if (!ok || !CheckFrameRequest(fps, frames)) return;
+  const QString folder = QFileDialog::getExistingDirectory(this, tr("Folder for the frames"),
+                                                           QString::fromStdString(DefaultFrameFolder()));
+  if (folder.isEmpty()) return;
   Text1_->setText(QString::number(fps));
   QProgressDialog progress(tr("Generating frames..."), tr("Cancel"), 0, frames, this);
   progress.setWindowModality(Qt::WindowModal);
-  const auto paths = vt::GenerateFrames(*c, frames, SystemFolder, [] { return host().CaptureCanvas(); },
+  const auto paths = vt::GenerateFrames(*c, frames, folder.toStdString(), [] { return host().CaptureCanvas(); },
                                         [&](int i, int n) {
                                           progress.setValue(i);
                                           return !progress.wasCanceled();

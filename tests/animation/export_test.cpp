@@ -5,7 +5,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
+
+#include <unistd.h>
 
 #include "animation/animation.h"
 #include "animation/export.h"
@@ -107,6 +110,21 @@ TEST_F(FilmTest, SaveAnimationMessagesAndFrames) {
   Image back;
   ASSERT_TRUE(ReadBmp(frames[2], back));
   EXPECT_EQ(back.rgb, Gradient(64, 48, 2).rgb);
+  // A folder the frames cannot go to: one message with the path and the reason.
+  namespace fs = std::filesystem;
+  std::string blocked = dir.path("blocked"), reason = "Permission denied";
+  fs::create_directory(blocked);
+  fs::permissions(blocked, fs::perms::owner_read | fs::perms::owner_exec);
+  if (geteuid() == 0) {  // permissions do not stop the super-user: a file in the folder's place
+    blocked = dir.path("plain");
+    std::ofstream(blocked) << "x";
+    reason = "Not a directory";
+  }
+  const size_t shown = host_.messages.size();
+  EXPECT_TRUE(GenerateFrames(*c, 6, blocked, [&] { return Gradient(64, 48, 0); }).empty());
+  ASSERT_EQ(host_.messages.size(), shown + 1);
+  EXPECT_EQ(host_.LastMessage(), "Unable to write " + blocked + "/Graph1.bmp: " + reason);
+
   const size_t before = host_.messages.size();
   ASSERT_TRUE(SaveAnimation(frames, {frames[5], frames[0], frames[3]}, dir.path("part.avi"), 5, "mpeg4"));
   EXPECT_EQ(host_.messages.size(), before);

@@ -133,12 +133,5 @@ TEST(Rounding, HalfToEvenAndWholeParts) {
   EXPECT_EQ(ZeroPad(12345, 4), "12345");
 }
 
-TEST(HexText, UpperCaseZeroPadded) {
-  EXPECT_EQ(HexText(0x3DFCD35Bu, 8), "3DFCD35B");
-  EXPECT_EQ(HexText(0xABCu, 8), "00000ABC");
-  EXPECT_EQ(HexText(0, 2), "00");
-  EXPECT_EQ(HexText(0x123456789ull, 4), "123456789");  // never cut
-}
-
 }  // namespace
 }  // namespace vt

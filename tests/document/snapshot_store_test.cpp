@@ -24,29 +24,6 @@ std::string Text(const std::vector<Rec>& recs) {
   return t;
 }
 
-TEST(SnapshotStore, GivesBackExactlyWhatWasStored) {
-  SnapshotStore store(8);
-  const std::vector<std::string> texts = {
-      "",
-      "GL Ver3.00 1 1 1 0 0;;",
-      "no record ends here",
-      "a;;b;;c",  // a tail without its end mark
-      ";;;;;;",
-      std::string(20000, 'x') + ";;" + std::string(3, 'y'),  // longer than a piece
-  };
-  for (size_t i = 0; i < texts.size(); ++i) store.Put(i, texts[i]);
-  for (size_t i = 0; i < texts.size(); ++i) {
-    EXPECT_EQ(store.Get(i), texts[i]) << i;
-    EXPECT_EQ(store.TextSize(i), texts[i].size());
-  }
-  // Outside the slots: nothing stored, the empty text read.
-  store.Put(8, "lost");
-  EXPECT_EQ(store.Get(8), "");
-  EXPECT_EQ(store.Get(1000), "");
-  store.Assign(8);
-  EXPECT_EQ(store.Get(1), "");
-}
-
 // A long run of edits (moves, insertions, deletions) as a drawing session
 // makes them: every slot reads back its own text, overwritten slots give up
 // the pieces nobody else holds, and the store stays far below the raw sum.

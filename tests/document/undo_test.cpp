@@ -30,23 +30,17 @@ class UndoTest : public test::DocumentTest {
 };
 
 TEST_F(UndoTest, DisabledAtStartEnabledByTheFirstCommand) {
-  EXPECT_EQ(UndoCount, 1);
-  EXPECT_EQ(UndoEntry(1), "");
-  EXPECT_FALSE(UndoEnabled);
-  EXPECT_FALSE(RedoEnabled);
+  EXPECT_FALSE(UndoEnabled || RedoEnabled);
   mnuFUndo_Click();  // nothing to undo: nothing happens
-  EXPECT_EQ(UndoCount, 1);
-  EXPECT_EQ(RedoCount, 0);
+  EXPECT_EQ(UndoCount + RedoCount, 1);
   AddPointCommand(1);
   EXPECT_TRUE(UndoEnabled);
   mnuFUndo_Click();
   EXPECT_EQ(Doc.Points.count(), 0);
-  EXPECT_FALSE(UndoEnabled);
-  EXPECT_TRUE(RedoEnabled);
+  EXPECT_TRUE(!UndoEnabled && RedoEnabled);
   mnuFRedo_Click();
   EXPECT_EQ(Xs(), std::vector<float>{1});
-  EXPECT_FALSE(RedoEnabled);
-  EXPECT_TRUE(UndoEnabled);
+  EXPECT_TRUE(UndoEnabled && !RedoEnabled);
 }
 
 TEST_F(UndoTest, UndoTwiceNewCommandRedoBringsBackTheOldState) {
@@ -79,27 +73,24 @@ TEST_F(UndoTest, UndoRestoresTogglesAndClearsSelection) {
   EXPECT_EQ(Sel.Points.count(), 0);
 }
 
-TEST_F(UndoTest, DepthStopsStoringAtAThousandWhileTheCounterRises) {
-  for (int i = 0; i < 1000; ++i) PushSnapshot();
-  EXPECT_EQ(UndoCount, 1001);
-  EXPECT_NE(UndoEntry(999), "");
-  EXPECT_EQ(UndoEntry(1000), "");
-  EXPECT_EQ(UndoEntry(1001), "");
-  // Undo from past the depth reaches an empty entry, as the simple check
-  // allows; then the stored entries come back.
-  AddPoint(5, 5);
+TEST_F(UndoTest, AFullHistoryDropsItsOldestStepNeverTheNewest) {
+  Position* p = AddPoint(0, 0, 0, "A");
+  for (int i = 1; i <= 1200; ++i) {  // 1,200 drags of one point
+    p->x = static_cast<float>(i);
+    PushSnapshot();
+  }
   mnuFUndo_Click();
-  EXPECT_EQ(UndoCount, 1000);
-  EXPECT_EQ(Doc.Points.count(), 0);
-  mnuFUndo_Click();
-  EXPECT_EQ(UndoCount, 999);
-  EXPECT_EQ(GetUndoVar(), UndoEntry(999));
-}
-
-TEST_F(UndoTest, SnapshotsAreDocumentTexts) {
-  AddPointCommand(4);
-  EXPECT_EQ(UndoEntry(2), GetUndoVar());
-  EXPECT_EQ(UndoEntry(2).rfind("GL Ver3.00 1 ", 0), 0u);
+  ASSERT_EQ(Xs(), std::vector<float>{1199});
+  mnuFRedo_Click();
+  EXPECT_EQ(Xs(), std::vector<float>{1200});
+  // Undo goes back as far as the history holds, and stops at a drawing.
+  int steps = 0;
+  while (UndoEnabled && steps < 2000) {
+    mnuFUndo_Click();
+    ++steps;
+  }
+  EXPECT_EQ(steps, kUndoDepth - 2);
+  EXPECT_EQ(Xs(), std::vector<float>{static_cast<float>(1200 - steps)});
 }
 
 // ---- clipboard -------------------------------------------------------------------------
@@ -167,60 +158,71 @@ TEST_F(UndoTest, PasteKeepsUnusedLabelsAndSurvivesDamage) {
   EXPECT_EQ(NextObjectNumber, 2);
 }
 
-TEST_F(UndoTest, CutIsCopyThenDelete) {
-  Position* a = AddPoint(1, 1, 0, "A");
-  SelectObject(*a);
-  std::string record = a->Save();
-  int undo = UndoCount;
-  mnuEditCut_Click();
-  EXPECT_EQ(Doc.Points.count(), 0);
-  EXPECT_EQ(host_.clipboardText, record);
-  EXPECT_EQ(UndoCount, undo + 1);
-}
-
 }  // namespace
 }  // namespace vt
 
 namespace vt {
 namespace {
 
-class ModifiedTest : public test::DocumentTest {};
+class ModifiedTest : public UndoTest {
+ protected:
+  void Edit(float x) { AddPointCommand(x); }
+  test::TempDir dir_;
+};
 
-TEST_F(ModifiedTest, ClosingOffersToSaveOnlyAChangedDocument) {
-  SceneMode = 1;
-  MarkDocumentSaved();
-  EXPECT_TRUE(ConfirmDiscardChanges());  // nothing changed: nothing asked
-  EXPECT_TRUE(host_.messages.empty());
-  AddPoint(1, 1);
-  PushSnapshot();
-  EXPECT_TRUE(DocumentModified());
-  host_.msgAnswers.push_back(MsgResult::Cancel);
-  EXPECT_FALSE(ConfirmDiscardChanges());
-  ASSERT_EQ(host_.messages.size(), 1u);
-  EXPECT_EQ(host_.messages[0].text, "Save changes to file?");
-  // Saving marks the document unchanged.
-  test::TempDir dir;
-  host_.msgAnswers.push_back(MsgResult::Yes);
-  host_.savePaths.push_back(dir.path("doc"));
+TEST_F(ModifiedTest, SaveUndoAndANewEditStillAskBeforeClosing) {
+  Edit(1);
+  // Yes saves, through the dialog; the name keeps the case of its extension.
+  host_.msgAnswers = {MsgResult::Yes, MsgResult::Cancel, MsgResult::No};
+  host_.savePaths.push_back(dir_.path("doc.VTD"));
   EXPECT_TRUE(ConfirmDiscardChanges());
-  EXPECT_EQ(CurrentFilePath, dir.path("doc.vtd"));
-  EXPECT_FALSE(DocumentModified());
-  // Undoing back to the saved state is unchanged too.
-  AddPoint(2, 2);
-  PushSnapshot();
-  EXPECT_TRUE(DocumentModified());
+  EXPECT_EQ(CurrentFilePath, dir_.path("doc.VTD"));
+  EXPECT_TRUE(ConfirmDiscardChanges());  // saved: nothing asked
+  // Undo and one new edit: as many steps as at the save, another document.
   mnuFUndo_Click();
+  Edit(2);
+  EXPECT_FALSE(ConfirmDiscardChanges());
+  ASSERT_EQ(host_.messages.size(), 2u);
+  EXPECT_EQ(host_.messages[1].text, "Save changes to file?");
+  // Back to the saved state by undo and redo: unchanged; a view toggle,
+  // which the file keeps, is a change, until the user lets it go.
+  mnuFUndo_Click();
+  mnuFRedo_Click();
+  mnuFRedo_Click();
   EXPECT_FALSE(DocumentModified());
+  mnuViewGrid_Click();
+  EXPECT_TRUE(UnsavedWork());
+  EXPECT_TRUE(ConfirmDiscardChanges());
+  EXPECT_FALSE(UnsavedWork());
 }
 
-TEST_F(ModifiedTest, ACancelledOpenKeepsTheDocumentAndTakesAStep) {
-  SceneMode = 1;
-  AddPoint(3, 3);
-  std::string before = GetUndoVar();
-  int undo = UndoCount;
-  mnuFileOpen_Click();  // the dialog answers with no path
-  EXPECT_EQ(GetUndoVar(), before);
-  EXPECT_EQ(UndoCount, undo + 1);
+TEST_F(ModifiedTest, OpenAndNewBeginAFreshHistory) {
+  Edit(5);
+  std::string error;
+  ASSERT_TRUE(WriteDocumentFile(dir_.path("b.vtd"), "GL Ver3.00 1 0 0 0 0 ;;PT0007 1 1 0 1 2 255 0 1 1 @K@ 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 0 0 0;;", error));
+  // Open asks first; a cancelled dialog keeps the document and its history.
+  host_.msgAnswers = {MsgResult::No, MsgResult::No};
+  mnuFileOpen_Click();
+  EXPECT_EQ(UndoCount, 2);
+  host_.openPaths.push_back(dir_.path("b.vtd"));
+  mnuFileOpen_Click();
+  EXPECT_EQ(host_.messages.size(), 2u);
+  // Undo right after Open does nothing; Save writes the opened document.
+  mnuFUndo_Click();
+  ASSERT_EQ(Doc.Points.count(), 1);
+  const std::string shown = GetUndoVar();
+  ASSERT_TRUE(mnuFileSave_Click());
+  std::string written;
+  ASSERT_TRUE(ReadDocumentFile(dir_.path("b.vtd"), written));
+  EXPECT_EQ(written, shown);
+  // New on an unchanged document asks nothing and starts empty; Undo keeps it.
+  mnuFileNew_Click();
+  Edit(9);
+  mnuFUndo_Click();
+  mnuFUndo_Click();
+  EXPECT_EQ(host_.messages.size(), 2u);
+  EXPECT_EQ(DocumentObjectCount(), 0);
+  EXPECT_FALSE(UndoEnabled || DocumentModified());
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ TEST(RecoveryFolder, StateHomeThenHome) {
     EnvVar state("XDG_STATE_HOME", "/var/tmp/st");
     EnvVar home("HOME", "/home/u");
     EXPECT_EQ(RecoveryFolder(), "/var/tmp/st/vantrel");
-    EXPECT_EQ(RecoveryFilePath(), "/var/tmp/st/vantrel/recovery.vtd");
+    EXPECT_EQ(RecoveryFilePath(42), "/var/tmp/st/vantrel/recovery-42.vtd");
   }
   {
     EnvVar state("XDG_STATE_HOME", nullptr);
@@ -192,18 +192,46 @@ TEST_F(RecoveryTest, RestoresTheCopyAsAnUnsavedDocument) {
   EXPECT_FALSE(fs::exists(path_));
 }
 
-TEST_F(RecoveryTest, DeclinedCopyIsDroppedAndTheDocumentStays) {
-  {
-    RecoveryWriter w(path_);
-    w.Submit("GL Ver3.00 1 1 1 0 0;;");
-    w.WaitIdle();
+// Programs side by side keep their own copies; every orphan is offered, one
+// question each, and a refused one goes as well.
+TEST_F(RecoveryTest, ProgramsKeepTheirOwnCopiesAndEveryOrphanIsOffered) {
+  auto copy = [&](long pid) { return dir_.path("vantrel/recovery-" + std::to_string(pid) + ".vtd"); };
+  auto text = [](const std::string& path) {
+    std::string t;
+    ReadRecoveryCopy(path, t);
+    return t;
+  };
+  AddPoint(1, 2, 0, "A");
+  const std::string lost = GetUndoVar(), other = "GL Ver3.00 1 0 0 0 0;;";
+  ClearDocument();
+  for (long pid : {1003, 1004}) {  // ended without a clean exit
+    RecoveryWriter crashed(copy(pid));
+    crashed.Submit(lost);
   }
-  AddPoint(7, 8, 0, "K");
-  const std::string before = GetUndoVar();
-  host_.msgAnswers.push_back(MsgResult::No);
-  EXPECT_FALSE(OfferRecovery(path_));
-  EXPECT_EQ(GetUndoVar(), before);
-  EXPECT_FALSE(fs::exists(path_));
+  RecoveryWriter first(copy(1001)), second(copy(1002));
+  ASSERT_TRUE(first.locked() && second.locked());
+  first.Submit(other);
+  second.Submit(other);
+  RecoveryWriter intruder(copy(1002));  // another program holds it: nothing written
+  EXPECT_FALSE(intruder.locked());
+  intruder.Submit(lost);
+  intruder.Remove();
+  first.Remove();  // a clean exit takes its own copy only
+  second.WaitIdle();
+  EXPECT_FALSE(fs::exists(copy(1001)));
+  EXPECT_EQ(text(copy(1002)), other);
+  std::string error;  // without a lock file the process counts: pid 1 runs
+  ASSERT_TRUE(WriteDocumentFile(copy(1), other, error));
+
+  EXPECT_EQ(OrphanedRecoveryCopies(dir_.path("vantrel")), (std::vector<std::string>{copy(1003), copy(1004)}));
+  host_.msgAnswers = {MsgResult::Yes, MsgResult::No};
+  EXPECT_EQ(OfferRecoveryCopies(dir_.path("vantrel"), ""), 1);
+  EXPECT_EQ(host_.messages.size(), 2u);
+  EXPECT_EQ(GetUndoVar(), lost);
+  EXPECT_TRUE(DocumentModified());
+  EXPECT_FALSE(fs::exists(copy(1003)) || fs::exists(copy(1004)));
+  EXPECT_EQ(text(copy(1002)), other);
+  EXPECT_TRUE(fs::exists(copy(1)));
 }
 
 TEST_F(RecoveryTest, NoCopyNoQuestion) {

@@ -76,7 +76,9 @@ TEST_F(ButtonsTest, NewButtonsTakeTheirKindsCaptionAndStackDownTheCanvas) {
   EXPECT_STREQ(DefaultButtonLabel(3), "TUTORIAL 1");
   EXPECT_STREQ(DefaultButtonLabel(4), "SHOW");
   EXPECT_STREQ(DefaultButtonLabel(5), "COMMAND");
-  EXPECT_EQ(NewButtonForm(3).Para1, "\\Tutorials\\T0.vtd");
+  // The sample a new button opens ships with the program.
+  const ButtonForm sample = NewButtonForm(3);
+  EXPECT_TRUE(std::filesystem::is_regular_file(ResolveButtonPath(sample.Para1, sample.PathType)));
   const float y = NextNotePosY;
   CButton* a = ConfirmButtonForm(NewButtonForm(2), "");
   CButton* b = ConfirmButtonForm(NewButtonForm(5), "");
@@ -199,6 +201,20 @@ TEST_F(ButtonsTest, ACommandButtonRunsItsCommandsInOrderAndUndoRestores) {
   Doc.Buttons.Item(1)->Click();
   EXPECT_EQ(DocumentObjectCount(), before);
   EXPECT_EQ(Sel.Points.count(), 2);
+
+  // Delete All and Save: the save is asked for, and No keeps the file.
+  TempDir dir;
+  Doc.Buttons.Item(1)->ObjIDs = {"Edit-Delete All", "File-Save"};
+  ASSERT_TRUE(SaveDocumentAs(dir.path("kept.vtd")));
+  const size_t asked = host_.messages.size();
+  host_.msgAnswers.push_back(MsgResult::No);
+  Doc.Buttons.Item(1)->Click();
+  EXPECT_EQ(DocumentObjectCount(), 0);
+  ASSERT_EQ(host_.messages.size(), asked + 1);
+  EXPECT_EQ(host_.LastMessage(), "Save changes to file?");
+  std::string kept;
+  ASSERT_TRUE(ReadDocumentFile(dir.path("kept.vtd"), kept));
+  EXPECT_NE(kept.find(";;BT"), std::string::npos);
 }
 
 TEST_F(ButtonsTest, RecordsKeepEveryFieldAndCommandNamesWithBlanks) {
@@ -259,15 +275,23 @@ TEST_F(ButtonsTest, ASampleButtonOpensOnlyDocumentsAndSaveThenAsksWhereToWrite) 
   ASSERT_TRUE(WriteDocumentFile(doc, GetUndoVar(), error));
   ClearDocument();
   CurrentFilePath = dir.path("mine.vtd");
+  MarkDocumentSaved();
   CButton* b = Make(3, {}, doc, 1);
-  b->Click();  // the button is gone with the old document
+  // A changed document is offered to be saved first; Cancel keeps it.
+  host_.msgAnswers = {MsgResult::Cancel, MsgResult::No};
+  b->Click();
+  EXPECT_EQ(host_.LastMessage(), "Save changes to file?");
+  ASSERT_EQ(Doc.Buttons.count(), 1);
+  Doc.Buttons.Item(1)->Click();  // the button is gone with the old document
   EXPECT_EQ(Doc.Points.count(), 1);
   EXPECT_EQ(Doc.Buttons.count(), 0);
   EXPECT_EQ(CurrentFilePath, "");
+  EXPECT_FALSE(UndoEnabled);  // the sample begins a history of its own
 
   const std::string script = dir.path("x.sh");
   std::ofstream(script) << "#!/bin/sh\n";
   CButton* c = Make(3, {}, script, 1);
+  host_.msgAnswers.push_back(MsgResult::No);
   c->Click();
   EXPECT_EQ(host_.LastMessage(), kSampleRefused);
   EXPECT_EQ(Doc.Buttons.count(), 1);
