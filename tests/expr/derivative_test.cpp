@@ -106,12 +106,25 @@ TEST(Derive, FunctionsWithoutARule) {
     EXPECT_EQ(s.host.LastMessage(), error);
     EXPECT_EQ(s.host.messages.back().title, "Error");
   }
-  // A parameter has no rule for a curve; the curve variables derive to 1.
+  // A symbol that is no parameter has no rule for a curve; the curve
+  // variables derive to 1, a bare one too; a constant (a parameter, found
+  // before the variables as the evaluator finds it) to 0.
   std::string text;
   EXPECT_FALSE(DerivativeText("k*x", "", text));
   EXPECT_EQ(s.host.LastMessage(), "Can not find derivative of k");
   ASSERT_TRUE(DerivativeText("x+y+a+r+u", "", text));
   EXPECT_EQ(text, "1+1+1+1+1");
+  ASSERT_TRUE(DerivativeText("U", "", text));
+  EXPECT_EQ(text, "1");
+  VariableTable constants;
+  constants.Add("K");
+  constants.Add("a");
+  bool ok = false;
+  std::string error;
+  auto tree = ParseToPolish("k*x+a*x^2", error, ok);
+  ASSERT_TRUE(ok);
+  EXPECT_EQ(PolishToText(*Derive(*tree, nullptr, &constants)), "k+a*(2*x)");
+  EXPECT_EQ(PolishToText(*DerivePartial(*tree, "x", nullptr, &constants)), "k+a*(2*x)");
   // The partial derivative knows its variable, x and y, and nothing else.
   ASSERT_TRUE(DerivativeText("x*y", "X", text));
   EXPECT_EQ(text, "y");
