@@ -9,6 +9,10 @@
 //   value: <the value> 0x<its bits>    (only when ok is 1)
 //   error: <the box an evaluation showed (--report), a failure, or overflow>
 //   derivative: <text>  or  derivative-error: <message>   (--derive VAR)
+//   derivative-value: <the derivative's value> 0x<its bits>
+//                                      (when the derivative evaluates)
+// With --derive, every variable of the command line but VAR is a constant
+// to the derivative, as a parameter of the document is.
 // No box is shown: a recording host takes them and they become these lines.
 #include <bit>
 #include <cstdint>
@@ -55,6 +59,27 @@ class Session {
   RecordingHost host_;
   bool savedReport_;
 };
+
+// The derivative evaluated with the variables of the command line; nothing
+// when it does not compile or evaluate there.
+void PrintDerivativeValue(const std::string& text, const VariableTable& vars) {
+  RecordingHost quiet;
+  Host* const outer = &host();
+  SetHost(&quiet);
+  Cls6 calc;
+  std::string postfix;
+  float value = 0;
+  bool ok = false;
+  if (calc.InfixToPostfix(text, vars, postfix) == 0 && quiet.messages.empty()) {
+    try {
+      calc.DoEvaluate(postfix, false, vars, value, ok);
+    } catch (const ExprFailure&) {
+      ok = false;
+    }
+  }
+  SetHost(outer);
+  if (ok) Line("derivative-value: " + SingleToText(value) + " 0x" + HexText(std::bit_cast<std::uint32_t>(value), 8));
+}
 
 }  // namespace
 
@@ -139,9 +164,14 @@ int RunCalc(const Args& args) {
     bool parsed = false;
     auto tree = ParseToPolish(formula, error, parsed);
     if (parsed) {
-      auto d = DerivePartial(*tree, deriveVar, &error);
+      VariableTable constants;
+      for (int k = 1; k <= vars.Count(); ++k)
+        if (!SameNameNoCase(vars.Name(k), deriveVar)) constants.Add(vars.Name(k), vars.values[k]);
+      auto d = DerivePartial(*tree, deriveVar, &error, &constants);
       if (d) {
-        Line("derivative: " + FoldSigns(PolishToText(*d)));
+        const std::string text = FoldSigns(PolishToText(*d));
+        Line("derivative: " + text);
+        PrintDerivativeValue(text, vars);
       } else {
         Line("derivative-error: " + error);
       }

@@ -9,6 +9,7 @@
 #include "expr/eval_ops.h"
 #include "expr/expression.h"
 #include "expr/functions.h"
+#include "expr/parameters.h"
 #include "expr/text_prep.h"
 
 namespace vt {
@@ -293,7 +294,8 @@ namespace {
 
 class Deriver {
  public:
-  Deriver(bool partial, std::string variable) : partial_(partial), variable_(std::move(variable)) {}
+  Deriver(bool partial, std::string variable, const VariableTable* constants)
+      : partial_(partial), variable_(std::move(variable)), constants_(constants) {}
 
   Node Run(const clsPolish& tree, std::string* error) {
     Node d = D(tree);
@@ -387,6 +389,7 @@ class Deriver {
   }
 
   Node Symbol(const std::string& name) {
+    if (constants_ && constants_->Find(name) != 0) return Num("0");
     if (!partial_) {
       if (name == "x" || name == "y" || name == "a" || name == "r" || name == "u") return Num("1");
       return Fail("Can not find derivative of " + name);
@@ -455,6 +458,7 @@ class Deriver {
 
   bool partial_;
   std::string variable_;
+  const VariableTable* constants_;
   bool failed_ = false;
   std::string message_;
   std::size_t made_ = 0;
@@ -509,13 +513,13 @@ void Print(const clsPolish& t, std::string& out) {
 
 }  // namespace
 
-std::unique_ptr<clsPolish> Derive(const clsPolish& tree, std::string* error) {
-  return Deriver(false, std::string()).Run(tree, error);
+std::unique_ptr<clsPolish> Derive(const clsPolish& tree, std::string* error, const VariableTable* constants) {
+  return Deriver(false, std::string(), constants).Run(tree, error);
 }
 
-std::unique_ptr<clsPolish> DerivePartial(const clsPolish& tree, const std::string& variable,
-                                         std::string* error) {
-  return Deriver(true, variable).Run(tree, error);
+std::unique_ptr<clsPolish> DerivePartial(const clsPolish& tree, const std::string& variable, std::string* error,
+                                         const VariableTable* constants) {
+  return Deriver(true, variable, constants).Run(tree, error);
 }
 
 std::string PolishToText(const clsPolish& tree) {
@@ -532,7 +536,9 @@ bool DerivativeText(const std::string& formula, const std::string& variable, std
     host().MsgBox(error, "Error", MsgButtons::OK, MsgIcon::Critical);
     return false;
   }
-  Node d = variable.empty() ? Derive(*tree) : DerivePartial(*tree, variable);
+  VariableTable parameters;
+  LoadParameterTable(parameters);
+  Node d = variable.empty() ? Derive(*tree, nullptr, &parameters) : DerivePartial(*tree, variable, nullptr, &parameters);
   if (!d) return false;
   text = FoldSigns(PolishToText(*d));
   return true;

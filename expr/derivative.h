@@ -15,6 +15,8 @@
 
 namespace vt {
 
+class VariableTable;
+
 // Ranks kept in the tree; PolishToText puts parentheses by them.
 inline constexpr int kRankSum = 1;       // "+", "-"
 inline constexpr int kRankProduct = 2;   // "*", "/"
@@ -71,24 +73,30 @@ class clsPolish {
 // nullptr. Nothing is shown; the caller shows the error titled "Error".
 std::unique_ptr<clsPolish> ParseToPolish(const std::string& text, std::string& error, bool& ok);
 
+// `constants`, when given, names symbols that are constants (the document's
+// parameters): each derives to 0, before every other rule, as the evaluator
+// finds a parameter before a free variable of the same name.
+//
 // The derivative for a curve: x, y, a, r and u each derive to 1. Any other
 // symbol, and the functions without a rule (abs, int, rnd, asec, acsec, sech,
 // csech, asech, acsech), show "Can not find derivative of NAME" titled
 // "Error" and give nullptr. `error`, when given, receives the message.
-std::unique_ptr<clsPolish> Derive(const clsPolish& tree, std::string* error = nullptr);
+std::unique_ptr<clsPolish> Derive(const clsPolish& tree, std::string* error = nullptr,
+                                  const VariableTable* constants = nullptr);
 
 // The partial derivative by `variable` (any case): it derives to 1, the other
 // of x and y to 0, any other symbol shows "Expression is illegal.".
 std::unique_ptr<clsPolish> DerivePartial(const clsPolish& tree, const std::string& variable,
-                                         std::string* error = nullptr);
+                                         std::string* error = nullptr, const VariableTable* constants = nullptr);
 
 // Infix text with parentheses where ranks need them, "MIN" as "-", function
 // arguments in parentheses.
 std::string PolishToText(const clsPolish& tree);
 
 // The whole chain: parse, derive (by `variable`, or for a curve when it is
-// empty), print, fold signs. Every failure shows its message titled "Error"
-// and gives false.
+// empty) with the document's parameters as constants (LoadParameterTable),
+// print, fold signs. Every failure shows its message titled "Error" and gives
+// false.
 bool DerivativeText(const std::string& formula, const std::string& variable, std::string& text);
 
 }  // namespace vt

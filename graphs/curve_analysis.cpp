@@ -212,10 +212,6 @@ std::string ParityText(const std::string& formula) {
 }
 
 bool CurveDerivativeText(const std::string& formula, std::string& text) {
-  if (formula == "u" || formula == "U") {
-    text = formula;
-    return true;
-  }
   return DerivativeText(formula, "", text);
 }
 

@@ -101,9 +101,9 @@ std::vector<AxisCrossing> AxisCrossings(const std::vector<Position>& samples);
 // "(-u)", "(-a)".
 std::string ParityText(const std::string& formula);
 
-// The derivative text of a curve formula: "u" and "U" are left as they
-// stand; any other text goes through DerivativeText, which shows its own
-// message on failure.
+// The derivative text of a curve formula (DerivativeText: the curve's
+// variables derive to 1, the document's parameters to 0), which shows its
+// own message on failure.
 bool CurveDerivativeText(const std::string& formula, std::string& text);
 
 // ---- the results panel -------------------------------------------------------------

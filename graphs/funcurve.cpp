@@ -253,28 +253,42 @@ void CFunCurve::ComputeLinePositions(int posType, const std::string& posExp, con
   out = list;
 }
 
-void CFunCurve::ComputeCrossingMarks(const std::vector<Position>& samples, int kind, const std::string& fy) {
-  // kind: 0 roots, 1 maxima, 2 minima, 3 inflexions.
+void CFunCurve::AddMark(int kind, float x, float y) {
   static const char* const kTitles[4] = {"    Root: x=", "    Maximum: x=", "    Minimum: x=", "    Inflexion: x="};
   std::vector<Position>* marks[4] = {&rootMarks_, &maxMarks_, &minMarks_, &guaiMarks_};
   const std::uint32_t colors[4] = {RootColor, MaxColor, MinColor, GuaiColor};
   const int sizes[4] = {RootSize, MaxSize, MinSize, GuaiSize};
   const int symbols[4] = {RootSymbol, MaxSymbol, MinSymbol, GuaiSymbol};
-  int number = static_cast<int>(rootMarks_.size() + maxMarks_.size() + minMarks_.size() + guaiMarks_.size());
-  for (const AxisCrossing& c : AxisCrossings(samples)) {
-    if (kind == 1 && c.trend != -1) continue;
-    if (kind == 2 && c.trend != 1) continue;
-    float y = c.y;
-    if (kind != 0) y = FormulaValue(fy, c.x, VarOfCoordType(CoordType));
-    Position m(c.x, y, 0);
-    m.ID = "PT" + ZeroPad(++number, 4);
-    m.ForeColor = colors[kind];
-    m.Size = static_cast<short>(sizes[kind]);
-    m.Symbol = symbols[kind];
-    m.HideLabel = true;
-    marks[kind]->push_back(m);
-    resultLines_.push_back(kTitles[kind] + Num(c.x) + (kind == 3 ? ", y=" : ",y=") + Num(y));
+  const int number = static_cast<int>(rootMarks_.size() + maxMarks_.size() + minMarks_.size() + guaiMarks_.size());
+  Position m(x, y, 0);
+  m.ID = "PT" + ZeroPad(number + 1, 4);
+  m.ForeColor = colors[kind];
+  m.Size = static_cast<short>(sizes[kind]);
+  m.Symbol = symbols[kind];
+  m.HideLabel = true;
+  marks[kind]->push_back(m);
+  resultLines_.push_back(kTitles[kind] + Num(x) + (kind == 3 ? ", y=" : ",y=") + Num(y));
+}
+
+void CFunCurve::ComputeLength(bool form3, bool polar, const std::string& fy, const std::string& dx,
+                              const std::string& dy) {
+  if (!ShowLen || !devOk_) return;
+  std::string integrand;
+  FormulaVar var = VarOfCoordType(CoordType);
+  if (!form3 && !polar) {
+    integrand = "sqr((" + dy + ")^2+1)";
+  } else if (!form3) {
+    integrand = "sqr((" + fy + ")^2+(" + dy + ")^2)";
+  } else {
+    var = FormulaVar::U;
+    integrand = polar ? "sqr((" + dy + ")^2+(" + fy + ")^2*(" + dx + ")^2)"
+                      : "sqr((" + dx + ")^2+(" + dy + ")^2)";
   }
+  bool ok = false;
+  length_ = IntegrateFormula(LenFrom, LenTo, 0.001f, integrand, var, &ok);
+  if (ok)
+    resultLines_.push_back("    The length of curve from " + Num(LenFrom) + " to " + Num(LenTo) + " is " +
+                           Num(length_));
 }
 
 void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
@@ -292,8 +306,11 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
   if (needFirst) {
     devOk_ = CurveDerivativeText(fy, dy) && (!form3 || CurveDerivativeText(fx, dx));
     if (devOk_ && sampleDerived) {
+      // The derived curve of x(u), y(u) is the graph of dy/dx over x.
+      const bool slope = form3 && !polar;
       std::string pdx, pdy;
-      devOk_ = (!form3 || Compile(dx, table.vars, pdx)) && Compile(dy, table.vars, pdy) &&
+      devOk_ = (!form3 || Compile(slope ? fx : dx, table.vars, pdx)) &&
+               Compile(slope ? "(" + dy + ")/(" + dx + ")" : dy, table.vars, pdy) &&
                Sample(pdx, pdy, StepU, StartValue, EndValue, true, DevVert);
       if (devOk_) ClipSamples(DevVert);
     }
@@ -337,33 +354,57 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
     if (ok) resultLines_.push_back("    Area is " + Num(integral_));
   }
 
-  if (ShowRoot) ComputeCrossingMarks(Vert3D, 0, fy);
-  if (ShowMax && devOk_) ComputeCrossingMarks(DevVert, 1, fy);
-  if (ShowMin && devOk_) ComputeCrossingMarks(DevVert, 2, fy);
-  if (ShowGuai && dev2Ok_) ComputeCrossingMarks(Dev2Vert, 3, fy);
+  if (ShowRoot)
+    for (const AxisCrossing& c : AxisCrossings(Vert3D)) AddMark(0, c.x, c.y);
 
-  // Arc length.
-  if (ShowLen && devOk_) {
-    std::string integrand;
-    FormulaVar var = VarOfCoordType(CoordType);
-    if (!form3 && !polar) {
-      integrand = "sqr((" + dy + ")^2+1)";
-    } else if (!form3) {
-      integrand = "sqr((" + fy + ")^2+(" + dy + ")^2)";
-    } else {
-      var = FormulaVar::U;
-      integrand = polar ? "sqr((" + dy + ")^2+(" + fy + ")^2*(" + dx + ")^2)"
-                        : "sqr((" + dx + ")^2+(" + dy + ")^2)";
-    }
-    bool ok = false;
-    length_ = IntegrateFormula(LenFrom, LenTo, 0.001f, integrand, var, &ok);
-    if (ok)
-      resultLines_.push_back("    The length of curve from " + Num(LenFrom) + " to " + Num(LenTo) + " is " +
-                             Num(length_));
+  // The curve as x(w), y(w) with its derivatives, for the marks and lines.
+  const bool wantMarks = sampleDerived && (ShowMax || ShowMin || (ShowGuai && dev2Ok_));
+  if (!(wantMarks || ShowQie || ShowNml || ShowCurv)) {
+    ComputeLength(form3, polar, fy, dx, dy);
+    return;
   }
-
-  if (!(ShowQie || ShowNml || ShowCurv)) return;
   const ParametricView view = MakeView(FunForm, CoordType, fx, fy, dx, dy, devOk_);
+  if (wantMarks && view.ok) {
+    // Extrema are where y(w) turns, inflexions where the curve's bending
+    // x' y'' - y' x'' changes sign; the marks stand on the curve at that w.
+    auto mark = [&](const std::string& text, int kind) {
+      const float du = (EndValue - StartValue) / static_cast<float>(StepU);
+      std::vector<Position> change(static_cast<size_t>(StepU) + 1);
+      FormulaEvaluator f;
+      if (!f.Compile(text, view.var)) return;
+      for (int i = 0; i <= StepU; ++i) {
+        const float t = du * static_cast<float>(i) + StartValue;
+        float v;
+        if (!f.Value(t, v)) v = BreakValue;
+        change[static_cast<size_t>(i)].Set(t, v, 0);
+      }
+      bool first = true;
+      float lastW = 0;
+      for (const AxisCrossing& c : AxisCrossings(change)) {
+        if ((kind == 1 && c.trend != -1) || (kind == 2 && c.trend != 1)) continue;
+        // A change on a sample shows for both chords that meet there.
+        if (!first && c.x == lastW) continue;
+        first = false;
+        lastW = c.x;
+        bool o1, o2;
+        const float x = FormulaValue(view.px, c.x, view.var, &o1);
+        const float y = FormulaValue(view.py, c.x, view.var, &o2);
+        if (o1 && o2 && !AnyHole({x, y})) AddMark(kind, x, y);
+      }
+    };
+    if (ShowMax) mark(view.dy, 1);
+    if (ShowMin) mark(view.dy, 2);
+    if (ShowGuai && dev2Ok_) {
+      std::string ddxv, ddyv;
+      if (view.dx == "1") {
+        if (CurveDerivativeText(view.dy, ddyv)) mark(ddyv, 3);
+      } else if (CurveDerivativeText(view.dx, ddxv) && CurveDerivativeText(view.dy, ddyv)) {
+        mark("(" + view.dx + ")*(" + ddyv + ")-(" + view.dy + ")*(" + ddxv + ")", 3);
+      }
+    }
+  }
+  ComputeLength(form3, polar, fy, dx, dy);
+
   if (!view.ok) return;
 
   // Tangents and normals: a chord 4 long through the point.

@@ -258,12 +258,14 @@ bool CFunCurve::TraceImplicit() {
   ContourGrid grid = grid_;  // the tracer perturbs its grid
   traced_.clear();
   CContour::Trace(grid, 0, gridFrame_, traced_);
-  for (size_t k = 0; k + 1 < traced_.size(); k += 2) {
-    float x, y, z;
-    CContour::MapPoint(traced_[k], traced_[k + 1], CoordType, 0, 1, x, y, z);
-    traced_[k] = x;
-    traced_[k + 1] = y;
-  }
+  // A traced pair is (a, r) in polar form: the point r (cos a, sin a), as
+  // the explicit polar forms place it.
+  if (CoordType == 2)
+    for (size_t k = 0; k + 1 < traced_.size(); k += 2) {
+      const double a = traced_[k], r = traced_[k + 1];
+      traced_[k] = static_cast<float>(r * std::cos(a));
+      traced_[k + 1] = static_cast<float>(r * std::sin(a));
+    }
   return true;
 }
 

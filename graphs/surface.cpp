@@ -191,7 +191,11 @@ bool CSurface::SampleCurve(const std::string& px, const std::string& py, const s
     v[t.U] = u;
     Position p;
     if (FunForm == 2) {
-      const float first = which == 1 ? u : 0, second = which == 2 ? u : 0;
+      float first = which == 1 ? u : 0, second = which == 2 ? u : 0;
+      // z = f(a) runs round the cylinder of radius 1, and r = f(a) round the
+      // equator: with the other coordinate 0 they would lie on the z axis.
+      if (which == 1 && CoordType == 4) second = 1;
+      if (which == 1 && CoordType == 5) second = 1.5707963f;
       v[slot1] = first;
       v[slot2] = second;
       float f;

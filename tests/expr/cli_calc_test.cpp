@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -121,15 +122,21 @@ TEST_F(CliCalc, DomainErrorsAndFailures) {
 
 TEST_F(CliCalc, Derivative) {
   Result r = RunCalc({"x^2*y", "x=2", "y=3", "--derive", "x"});
-  ASSERT_EQ(r.lines.size(), 6u);
+  ASSERT_EQ(r.lines.size(), 7u);
   EXPECT_EQ(r.lines.at(5), "derivative: 2*x*y");
+  EXPECT_EQ(r.lines.at(6), "derivative-value: 12 0x41400000");
   r = RunCalc({"x^2*y", "--derive", "Y"});
   EXPECT_EQ(r.lines.back(), "derivative: x^2");
   r = RunCalc({"abs(x)", "x=1", "--derive", "x"});
   EXPECT_EQ(r.lines.back(), "derivative-error: Can not find derivative of abs");
   r = RunCalc({"x+", "x=1", "--derive", "x"});
   EXPECT_EQ(r.lines.back(), "derivative-error: Lack of parameter at 3");
-  r = RunCalc({"k*x", "x=1", "k=2", "--derive", "x"});
+  // The other variables of the command line are constants, in any case.
+  r = RunCalc({"K*sin(x)", "X=1", "K=2", "--derive", "X"});
+  ASSERT_EQ(r.lines.size(), 7u);
+  EXPECT_EQ(r.lines.at(6).rfind("derivative-value: ", 0), 0u);
+  EXPECT_NEAR(std::stod(r.lines.at(6).substr(18)), 2 * std::cos(1.0), 1e-6);
+  r = RunCalc({"k*x", "x=1", "--derive", "x"});
   EXPECT_EQ(r.lines.back(), "derivative-error: Expression is illegal.");
 }
 

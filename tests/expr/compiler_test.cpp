@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "expr/expression.h"
-#include "expr/stack.h"
 #include "expr_test_util.h"
 
 namespace vt {
@@ -178,35 +177,6 @@ TEST(Compiler, LastSyntaxErrorKeepsTheLastMessage) {
   post.clear();
   EXPECT_EQ(calc.InfixToPostfix("x", vars, post), 0);
   EXPECT_EQ(calc.GetLastSyntaxError(), "Operand expected");
-}
-
-TEST(Cls13, PushPopPeekAndGrowth) {
-  Cls13 s;
-  EXPECT_EQ(s.StackSize(), 0);
-  EXPECT_EQ(s.Capacity(), 0);
-  for (int i = 1; i <= 11; ++i) s.Push(static_cast<double>(i));
-  EXPECT_EQ(s.StackSize(), 11);
-  EXPECT_EQ(s.Capacity(), 20);  // grows by 10 places
-  s.Push("text");
-  EXPECT_TRUE(s.GetPopValue().isText);
-  EXPECT_EQ(s.Pop().text, "text");
-  EXPECT_EQ(s.GetPopValue().number, 11);
-  EXPECT_EQ(s.StackSize(), 11);
-  for (int i = 11; i >= 1; --i) EXPECT_EQ(s.Pop().number, i);
-  try {
-    s.Pop();
-    FAIL() << "Pop on an empty stack";
-  } catch (const ExprFailure& f) {
-    EXPECT_EQ(f.code(), kObjectErrorBase + 1011);
-    EXPECT_STREQ(f.what(), "Pop method invoked on empty stack");
-  }
-  try {
-    s.GetPopValue();
-    FAIL() << "GetPopValue on an empty stack";
-  } catch (const ExprFailure& f) {
-    EXPECT_EQ(f.code(), kObjectErrorBase + 1012);
-    EXPECT_STREQ(f.what(), "GetPopValue method invoked on empty stack");
-  }
 }
 
 TEST(VariableTable, LookupAndStamp) {

@@ -56,10 +56,6 @@ void ExpectReported(HostScope& s, const std::string& formula, float x, const std
   EXPECT_EQ(s.host.messages.back().icon, MsgIcon::Critical);
 }
 
-TEST(Evaluator, BreakValueBits) {
-  EXPECT_EQ(std::bit_cast<std::uint32_t>(BreakValue), 0x3DFCD35Bu);
-}
-
 TEST(Evaluator, OperatorsGroupingAndSingleRounding) {
   HostScope s;
   EXPECT_EQ(Value(s, "2^3^2"), 64.0f);

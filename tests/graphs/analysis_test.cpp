@@ -2,17 +2,21 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 
 #include "document/document.h"
 #include "expr/expression.h"
+#include "geometry/geom.h"
 #include "graphs/curve_analysis.h"
 #include "graphs/funcurve.h"
+#include "graphs/surface.h"
 #include "graphs_test_util.h"
 #include "support/fixtures.h"
 
 namespace vt {
 namespace {
 
+using test::AddParameter;
 using test::MakeCurve;
 using test::MakeGraph;
 using ::testing::ElementsAre;
@@ -185,12 +189,115 @@ TEST_F(AnalysisTest, DerivedSamplesOfEachForm) {
   EXPECT_NEAR(p->DevVert[2].x, std::sin(1.0), 1e-6);
   EXPECT_NEAR(p->DevVert[2].y, std::cos(1.0), 1e-6);
 
-  // A formula that is just "u" keeps its text as its derivative.
+  // x(u), y(u): the graph of dy/dx over x.
   auto u = MakeCurve(3, 1, "u", "u^2", 2, "0", "3");
   u->ShowDev = true;
   ASSERT_TRUE(u->GetPoints());
   EXPECT_FLOAT_EQ(u->DevVert[2].x, 3);
   EXPECT_FLOAT_EQ(u->DevVert[2].y, 6);
+}
+
+// The number after a result line's label.
+double After(const std::vector<std::string>& lines, const std::string& label, size_t nth = 0) {
+  for (const std::string& l : lines) {
+    const size_t at = l.find(label);
+    if (at != std::string::npos && nth-- == 0) return std::stod(l.substr(at + label.size()));
+  }
+  ADD_FAILURE() << "no line with " << label;
+  return NAN;
+}
+
+// Each form's analysis against an independent computation: the curve as
+// x(w), y(w) in double, its slope by central differences, its extrema and
+// lengths in closed form.
+TEST_F(AnalysisTest, EveryFormAgreesWithAnIndependentComputation) {
+  AddParameter("K", 2);  // a parameter is a constant to the derivative
+  struct Case {
+    int form, coord;
+    const char *fx, *fy, *from, *to;
+    std::function<double(double)> x, y;
+    float at;                                        // tangent and normal there
+    std::vector<std::pair<double, double>> max, min;  // expected marks
+  };
+  const double pi = M_PI;
+  const std::vector<Case> cases = {
+      {2, 1, "", "K*sin(x)", "0", "6", [](double w) { return w; }, [](double w) { return 2 * std::sin(w); }, 1,
+       {{pi / 2, 2}}, {{3 * pi / 2, -2}}},
+      {3, 1, "u", "(u-1)^2-1", "-2", "3", [](double w) { return w; }, [](double w) { return (w - 1) * (w - 1) - 1; },
+       1.5f, {}, {{1, -1}}},
+      {3, 1, "cos(u)", "K*sin(u)", "0", "6", [](double w) { return std::cos(w); },
+       [](double w) { return 2 * std::sin(w); }, 0.7f, {{0, 2}}, {{0, -2}}},
+      {2, 2, "", "2cos(a)", "-1.5", "1.5", [](double w) { return 2 * std::cos(w) * std::cos(w); },
+       [](double w) { return 2 * std::cos(w) * std::sin(w); }, 0.5f, {{1, 1}}, {{1, -1}}},
+      {3, 2, "u", "K", "0.1", "3", [](double w) { return 2 * std::cos(w); }, [](double w) { return 2 * std::sin(w); },
+       1, {{0, 2}}, {}},
+  };
+  for (const Case& k : cases) {
+    SCOPED_TRACE(k.fy);
+    auto c = MakeCurve(k.form, k.coord, k.fx, k.fy, 97, k.from, k.to);
+    c->ShowQie = c->ShowNml = c->ShowMax = c->ShowMin = true;
+    c->QieX = c->NmlX = {k.at};
+    ASSERT_TRUE(c->GetPoints());
+    ASSERT_TRUE(host_.messages.empty()) << host_.LastMessage();
+    const double h = 1e-4, w = k.at;
+    const double slope = (k.y(w + h) - k.y(w - h)) / (k.x(w + h) - k.x(w - h));
+    const auto& lines = c->ResultLines();
+    EXPECT_NEAR(After(lines, "Slope: ", 0), slope, 1e-3 * (1 + std::fabs(slope)));
+    EXPECT_NEAR(After(lines, "Slope: ", 1), -1 / slope, 1e-3 * (1 + std::fabs(1 / slope)));
+    if (k.coord == 1) {
+      EXPECT_NEAR(After(lines, "Tangent position: x="), k.x(w), 1e-4);
+      EXPECT_NEAR(After(lines, ", y="), k.y(w), 1e-4);
+    }
+    auto check = [&](const std::vector<Position>& marks, const std::vector<std::pair<double, double>>& want) {
+      ASSERT_EQ(marks.size(), want.size());
+      for (size_t i = 0; i < want.size(); ++i) {
+        EXPECT_NEAR(marks[i].x, want[i].first, 2e-3);
+        EXPECT_NEAR(marks[i].y, want[i].second, 2e-3);
+      }
+    };
+    check(c->MaxMarks(), k.max);
+    check(c->MinMarks(), k.min);
+  }
+
+  // x = u, y = u^2: curvature at the vertex, arc length and area in closed form.
+  auto p = MakeCurve(3, 1, "u", "u^2", 60, "-3", "3");
+  p->ShowCurv = p->ShowLen = p->ShowInt = true;
+  p->CurvX = {0};
+  p->LenTo = 1;
+  p->IntTo = 3;
+  ASSERT_TRUE(p->GetPoints());
+  EXPECT_NEAR(After(p->ResultLines(), "radius of curvature circle: "), 0.5, 1e-4);
+  EXPECT_NEAR(After(p->ResultLines(), "Center of curvature circle: x="), 0, 1e-4);
+  EXPECT_NEAR(After(p->ResultLines(), ", y=", 1), 0.5, 1e-4);
+  EXPECT_NEAR(p->LengthValue(), (2 * std::sqrt(5.0) + std::asinh(2.0)) / 4, 1e-3);
+  EXPECT_NEAR(p->IntegralValue(), 9, 1e-2);
+
+  // The implicit polar curve r - 2cos(a) = 0 is the circle of r = 2cos(a),
+  // centred at (1, 0).
+  auto implicit = MakeCurve(1, 2, "", "r-2cos(a)", 90, "0", "3.1416", -3, 3);
+  ASSERT_TRUE(implicit->TraceImplicit());
+  const auto& seg = implicit->TracedSegments();
+  ASSERT_GT(seg.size(), 40u);
+  double maxX = -1;
+  for (size_t i = 0; i + 1 < seg.size(); i += 2) {
+    EXPECT_NEAR(std::hypot(seg[i] - 1, seg[i + 1]), 1, 0.02) << seg[i] << "," << seg[i + 1];
+    maxX = std::max<double>(maxX, seg[i]);
+  }
+  EXPECT_NEAR(maxX, 2, 0.02);
+
+  // Space curves: z = f(a) on the cylinder of radius 1, r = f(a) on the
+  // equator.
+  for (int system : {4, 5}) {
+    CSurface s;
+    s.Init(NewObjectId("C3"), "", 1, 2, system, "", "", system == 4 ? "a/2" : "1+a/4", 8, 8, "0", "3.1416", "", "");
+    ASSERT_TRUE(s.GetPoints());
+    for (int i = 0; i <= 8; ++i) {
+      const double a = 3.1416f / 8 * i;
+      const Position want = system == 4 ? RenderingPoint(std::cos(a), std::sin(a), a / 2)
+                                        : RenderingPoint((1 + a / 4) * std::cos(a), (1 + a / 4) * std::sin(a), 0);
+      EXPECT_NEAR(DistanceBetween(s.CurveVert[static_cast<size_t>(i)], want), 0, 1e-4) << system << " " << i;
+    }
+  }
 }
 
 TEST_F(AnalysisTest, ParitySamplesHoldFOfMinusX) {
@@ -223,11 +330,7 @@ TEST_F(AnalysisTest, TangentNormalAndCurvatureLines) {
                           "        Center of curvature circle: x=0, y=0.5"));
 
   // Positions from a formula, and the polar form of the line.
-  auto k = std::make_unique<CNote>();
-  k->ID = NewObjectId("NT");
-  k->VarName = "k";
-  k->Value = 0;
-  Doc.Notes.Add(std::move(k));
+  AddParameter("k", 0);
   auto p = MakeCurve(2, 2, "", "1", 36, "0", "6.2832");
   p->ShowQie = true;
   p->QiePosType = CFunCurve::kPosByFormula;

@@ -29,38 +29,6 @@ class CurveFormTest : public test::DocumentTest {
   }
 };
 
-TEST_F(CurveFormTest, FormsAndLabelsPerCoordinateSystem) {
-  EXPECT_EQ(CurveFormNames(1), (std::vector<std::string>{"y=f(x)", "x=f1(u),y=f2(u)", "f(x,y)=0", "f(x,y)<=0"}));
-  EXPECT_EQ(CurveFormNames(2), (std::vector<std::string>{"r=f(a)", "a=f1(u),r=f2(u)", "f(a,r)=0", "f(a,r)<=0"}));
-  for (int i = 0; i < 4; ++i) EXPECT_EQ(ListIndexOfFunForm(FunFormOfListIndex(i)), i);
-  EXPECT_EQ(FunFormOfListIndex(0), 2);
-  EXPECT_EQ(FunFormOfListIndex(1), 3);
-  EXPECT_EQ(FunFormOfListIndex(2), 1);
-  EXPECT_EQ(FunFormOfListIndex(3), 4);
-
-  CurveFieldLabels l = CurveLabels(1, 2);
-  EXPECT_EQ(l.formula1, "y(x)");
-  EXPECT_EQ(l.steps, "Steps x");
-  EXPECT_TRUE(l.formula2.empty() && l.minV.empty());
-  l = CurveLabels(2, 2);
-  EXPECT_EQ(l.formula1, "r(a)");
-  EXPECT_EQ(l.minU, "Min a");
-  EXPECT_EQ(l.steps, "Steps a");
-  l = CurveLabels(1, 3);
-  EXPECT_EQ(l.formula1, "x(u)");
-  EXPECT_EQ(l.formula2, "y(u)");
-  l = CurveLabels(2, 3);
-  EXPECT_EQ(l.formula1, "a(u)");
-  EXPECT_EQ(l.formula2, "r(u)");
-  l = CurveLabels(1, 4);
-  EXPECT_EQ(l.formula1, "f(x,y)");
-  EXPECT_EQ(l.maxV, "Max y");
-  EXPECT_TRUE(l.steps.empty());
-  l = CurveLabels(2, 1);
-  EXPECT_EQ(l.formula1, "f(a,r)");
-  EXPECT_EQ(l.maxV, "Max r");
-}
-
 TEST_F(CurveFormTest, ConfirmMakesASampledCurveWithOneSnapshot) {
   CurveForm form = Graph("x ^ 2");
   form.steps = "1";  // the test lets 1 pass

@@ -16,20 +16,13 @@
 namespace vt {
 namespace {
 
+using test::AddParameter;
 using test::MakeCurve;
 using test::MakeGraph;
 
 class FunCurveTest : public test::DocumentTest {
  protected:
   static bool Hole(const Position& p) { return p.x == BreakValue || p.y == BreakValue || p.z == BreakValue; }
-  // A parameter as the document keeps one: a note with a name and a value.
-  CNote* AddParameter(const std::string& name, float value) {
-    auto n = std::make_unique<CNote>();
-    n->ID = NewObjectId("NT");
-    n->VarName = name;
-    n->Value = value;
-    return Doc.Notes.Add(std::move(n));
-  }
 };
 
 // ---- sampling ----------------------------------------------------------------------
@@ -476,19 +469,6 @@ TEST_F(FunCurveTest, DamagedRecordsAreLeftOut) {
     EXPECT_EQ(Doc.FunCurves.count(), 0);
   }
   EXPECT_EQ(host_.messages.size(), 3u);  // one for each damaged document
-}
-
-TEST_F(FunCurveTest, CollectionAddCopiesEveryProperty) {
-  AddParameter("k", 1);
-  Position* s = AddPoint(1, 1, 0, "A");
-  auto c = FullCurve(s->ID);
-  c->Hide = false;
-  ASSERT_TRUE(c->GetPoints());
-  CFunCurve* copy = Doc.FunCurves.Add(*c);
-  EXPECT_EQ(copy->Save(), c->Save());
-  EXPECT_EQ(copy->Vert3D.size(), c->Vert3D.size());
-  EXPECT_EQ(copy->ResultLines(), c->ResultLines());
-  EXPECT_NE(copy, c.get());
 }
 
 }  // namespace

@@ -24,4 +24,13 @@ inline std::unique_ptr<CFunCurve> MakeGraph(const std::string& fy, int steps, co
   return MakeCurve(2, 1, "", fy, steps, minU, maxU);
 }
 
+// A parameter as the document keeps one: a note with a name and a value.
+inline CNote* AddParameter(const std::string& name, float value) {
+  auto n = std::make_unique<CNote>();
+  n->ID = NewObjectId("NT");
+  n->VarName = name;
+  n->Value = value;
+  return Doc.Notes.Add(std::move(n));
+}
+
 }  // namespace vt::test
