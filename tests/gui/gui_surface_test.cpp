@@ -147,9 +147,9 @@ void SurfaceFormsTest::aSurfaceMadeThroughFrmF6IsEditedByDoubleClick() {
   QCOMPARE(s->StepV, 10);
   QCOMPARE(s->Vert3D.size(), size_t(13 * 11));
   QCOMPARE(UndoCount, undo + 1);
-  // Corner (x, y) = (2, 2): z = 1, stored as rendering (y, z, x).
+  // Corner (x, y) = (2, 2): z = 1.
   const Position corner = s->Vert3D[GridIndex(12, 10, 10)];
-  QVERIFY(std::fabs(corner.x - 2) < 1e-4 && std::fabs(corner.y - 1) < 1e-4 && std::fabs(corner.z - 2) < 1e-4);
+  QVERIFY(std::fabs(corner.x - 2) < 1e-4 && std::fabs(corner.y - 2) < 1e-4 && std::fabs(corner.z - 1) < 1e-4);
 
   // A double click on the middle of the surface opens the dialog on it.
   Canvas* canvas = window_->picDraw();
