@@ -89,7 +89,15 @@ void VertexNormals(const std::vector<Position>& grid, int su, int sv, const std:
 void BeginSurfaceLook(const QuadLook& look) {
   if (look.Lit) {
     glEnable(GL_LIGHTING);
-    if (look.Material >= 1 && look.Material <= kMaterialSchemeCount) {
+    if (look.Material < 1 || look.Material > kMaterialSchemeCount) {
+      // No scheme: the pipeline's own defaults, whatever was set before.
+      const float ambient[4] = {0.2f, 0.2f, 0.2f, 1}, diffuse[4] = {0.8f, 0.8f, 0.8f, 1}, none[4] = {0, 0, 0, 1};
+      glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT, ambient);
+      glMaterialfv(GL_FRONT_AND_BACK, GL_DIFFUSE, diffuse);
+      glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, none);
+      glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, none);
+      glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, 0);
+    } else {
       Cls11 material;
       material.SetMaterial(look.Material);
       if (look.Material == 5 && look.ShowTrans) {
