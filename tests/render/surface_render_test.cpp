@@ -1,6 +1,6 @@
-// Surfaces drawn offscreen: shading of a lit surface, a texture on a quad
-// (directly and through a surface in the scene's list), holes, the space
-// curve, and a curve with no variable drawing nothing.
+// Surfaces drawn offscreen: shading of a lit surface and a texture on a quad
+// (directly and through a surface in the scene's list). Where surfaces stand
+// in space is the business of space_gallery_test.cpp.
 #include <stb_image_write.h>
 
 #include <algorithm>
@@ -115,35 +115,6 @@ TEST_F(SurfaceDrawTest, PictureSidesBecomePowersOfTwo) {
   EXPECT_FALSE(t.LoadGLTextures("picture.png"));
   EXPECT_FALSE(t.LoadGLTextures(""));
   EXPECT_FALSE(t.LoadGLTextures("/no/such/file.BMP"));
-}
-
-TEST_F(SurfaceDrawTest, HoleLeavesTheBackgroundAndCurvesDraw) {
-  // A parametric sheet facing the viewer with a hole where the root fails.
-  CSurface* s = Add(2, 3, 3, "u", "v", "sqr(u*u+v*v-4)*0", 16, "-4", "4", "-4", "4");
-  s->FillStyle = 4;
-  s->FirstColor = RGB(0, 0, 255);
-  MainLight.LightingOn = false;
-  Frame();
-  EXPECT_TRUE(IsWhite(At(0, 0, 0)));
-  EXPECT_FALSE(IsWhite(At(3.5f, 3.5f, 0)));
-  Doc.Surfaces.Remove(1);
-  // A curve that names neither x nor y draws nothing; one that names y does.
-  Add(1, 2, 3, "", "", "1", 50, "-4", "4", "", "");
-  Frame();
-  int dark = 0;
-  for (size_t i = 0; i + 2 < image_.rgb.size(); i += 3)
-    if (image_.rgb[i] < 200 && image_.rgb[i + 2] > 200 && image_.rgb[i + 1] < 200) ++dark;
-  CSurface* c = Add(1, 2, 3, "", "", "1", 50, "-4", "4", "", "");
-  c->ExpressZ = "y/2";
-  c->FirstColor = RGB(0, 0, 255);
-  c->GetPoints();
-  Frame();
-  int blue = 0;
-  for (size_t i = 0; i + 2 < image_.rgb.size(); i += 3)
-    if (image_.rgb[i] < 200 && image_.rgb[i + 2] > 200 && image_.rgb[i + 1] < 200) ++blue;
-  MainLight.LightingOn = true;
-  EXPECT_EQ(dark, 0);
-  EXPECT_GT(blue, 50);
 }
 
 }  // namespace
