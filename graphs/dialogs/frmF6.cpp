@@ -254,7 +254,6 @@ SurfaceForm frmF6::Form() const {
   f.minW = S(txtMinW_);
   f.maxW = S(txtMaxW_);
   f.stepsW = S(txtStepsW_);
-  // The blends run along rendering x, y, z: the user's y, z, x.
   look_.Read(f);
   f.showContour = chkContour_->isChecked();
   f.showVector = chkVector_->isChecked();

@@ -190,7 +190,7 @@ void SurfaceFormsTest::aSurfaceMadeThroughFrmF6IsEditedByDoubleClick() {
   QCOMPARE(s->Vert3D.size(), size_t(9 * 11));
   // (x, y) = (2, -2): z = 6.
   const Position edited = s->Vert3D[GridIndex(8, 0, 10)];
-  QVERIFY(std::fabs(edited.x + 2) < 1e-4 && std::fabs(edited.y - 6) < 1e-4 && std::fabs(edited.z - 2) < 1e-4);
+  QVERIFY(std::fabs(edited.x - 2) < 1e-4 && std::fabs(edited.y + 2) < 1e-4 && std::fabs(edited.z - 6) < 1e-4);
   QCOMPARE(UndoCount, beforeEdit + 1);
   QVERIFY(!EditMode);
 }
