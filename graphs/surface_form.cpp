@@ -272,7 +272,7 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
   }
   // Step 3: the object is tried first, as a copy; the document changes only
   // when it samples. An edit starts from the object as it stands, so what the
-  // dialog does not show (name, line colour and width, clip, a ramp of its
+  // dialog does not show (name, line colour and width, a ramp of its
   // own, a surface kind beyond 2) stays.
   CSurface trial;
   if (target) trial = *target;

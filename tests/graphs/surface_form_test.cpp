@@ -170,8 +170,6 @@ TEST_F(SurfaceFormTest, AnEditKeepsWhatTheDialogDoesNotShow) {
   s->NameS = "saddle";
   s->LineColor = RGB(10, 20, 30);
   s->LineWidth = 3;
-  s->Clip = true;
-  s->ClipMaxZ = 2;
   s->TransAlpha = 0.7f;
   s->Ramp.ColorName = "Mine";
   s->Ramp.ColorNum = 2;
@@ -188,8 +186,6 @@ TEST_F(SurfaceFormTest, AnEditKeepsWhatTheDialogDoesNotShow) {
   EXPECT_EQ(s->NameS, "saddle");
   EXPECT_EQ(s->LineColor, RGB(10, 20, 30));
   EXPECT_EQ(s->LineWidth, 3);
-  EXPECT_TRUE(s->Clip);
-  EXPECT_FLOAT_EQ(s->ClipMaxZ, 2);
   EXPECT_FLOAT_EQ(s->TransAlpha, 0.7f);  // transparency off: its field is not read
   EXPECT_EQ(s->Ramp.ColorName, "Mine");
   EXPECT_EQ(s->Ramp.ColorNum, 2);
