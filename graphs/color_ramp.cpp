@@ -103,11 +103,11 @@ void CornerColoring::Color(float x, float y, float z, float rgb[3]) const {
     }
   };
   switch (FillStyle) {
-    case 1: blend(x, MinX, MaxX); break;
-    case 2: blend(y, MinY, MaxY); break;
-    case 3: blend(z, MinZ, MaxZ); break;
+    case 1: blend(y, MinY, MaxY); break;
+    case 2: blend(z, MinZ, MaxZ); break;
+    case 3: blend(x, MinX, MaxX); break;
     case 5:
-      if (Ramp) Ramp->Lookup(y, MinY, MaxY - MinY, rgb);
+      if (Ramp) Ramp->Lookup(z, MinZ, MaxZ - MinZ, rgb);
       break;
     default:
       for (int k = 0; k < 3; ++k) rgb[k] = Channel(FirstColor, 8 * k) / 255.0f;
@@ -134,7 +134,7 @@ void LegendTicks(float minimum, float maximum, float& first, float& step, int& c
   for (float v = first; v <= top + step * 1e-4f && count < 50; v += step) ++count;
 }
 
-void DrawLegend(const ColorRamp& ramp, float minimum, float maximum, float x, float y, float w, float h) {
+void DrawLegend(const ColorRamp& ramp, float minimum, float maximum, float x, float y, float z, float w, float h) {
   if (!HaveContext()) return;
   const float range = maximum - minimum;
   glPushAttrib(GL_ENABLE_BIT | GL_POLYGON_BIT);
@@ -148,8 +148,8 @@ void DrawLegend(const ColorRamp& ramp, float minimum, float maximum, float x, fl
     const float t = static_cast<float>(i) / kBands;
     if (range != 0) ramp.Lookup(minimum + t * range, minimum, range, rgb);
     glColor3fv(rgb);
-    glVertex3f(x, y + t * h, 0);
-    glVertex3f(x + w, y + t * h, 0);
+    glVertex3f(x, y, z + t * h);
+    glVertex3f(x + w, y, z + t * h);
   }
   glEnd();
   float first, step;
@@ -158,8 +158,8 @@ void DrawLegend(const ColorRamp& ramp, float minimum, float maximum, float x, fl
   if (range != 0) {
     for (int i = 0; i < count; ++i) {
       const float v = first + step * static_cast<float>(i);
-      const float ty = y + (v - minimum) / range * h;
-      DrawTextAt(x + w * 1.3f, ty, 0, SingleToText(v));
+      const float tz = z + (v - minimum) / range * h;
+      DrawTextAt(x + w * 1.3f, y, tz, SingleToText(v));
     }
   }
   glPopAttrib();

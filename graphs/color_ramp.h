@@ -35,9 +35,9 @@ extern const char* const kRampNames[kRampCount];
 int RampIndexOf(const std::string& name);
 
 // The colour of one corner by FillStyle: 1, 2, 3 blend FirstColor to
-// SecondColor along rendering x, y, z by the corner's place in the box; 4 is
-// FirstColor; 5 the ramp along rendering y (the height). rgb keeps its value
-// where the rule gives none.
+// SecondColor along y, z, x by the corner's place in the box (the order of
+// the dialog's list); 4 is FirstColor; 5 the ramp along z (the height). rgb
+// keeps its value where the rule gives none.
 struct CornerColoring {
   int FillStyle = 4;
   std::uint32_t FirstColor = 0, SecondColor = 0;
@@ -47,9 +47,9 @@ struct CornerColoring {
 };
 
 // The legend of a ramp: a column of the ramp's colours from minimum to
-// maximum at (x, y) in the current frame, height h and width w, with labels
-// at round values. Needs a current context.
-void DrawLegend(const ColorRamp& ramp, float minimum, float maximum, float x, float y, float w, float h);
+// maximum standing up along z from (x, y, z) in the current frame, height h
+// and width w along x, with labels at round values. Needs a current context.
+void DrawLegend(const ColorRamp& ramp, float minimum, float maximum, float x, float y, float z, float w, float h);
 // The round values the legend labels: the span is maximum - minimum (when 0,
 // the minimum counts as 0 and the span is the maximum); the step is the
 // power of ten of the integer part of log10(span).

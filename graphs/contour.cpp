@@ -197,9 +197,9 @@ void CContour::Trace(ContourGrid& grid, float level, const ContourFrame& frame, 
 
 void CContour::MapPoint(float a, float b, int coordKind, float height, int planeMode, float& x, float& y, float& z) {
   if (planeMode == 3 || planeMode == 7) {
-    x = b;
-    y = height + 0.01f;
-    z = a;
+    x = a;
+    y = b;
+    z = height + 0.01f;
     return;
   }
   z = 0;

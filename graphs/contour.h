@@ -16,9 +16,7 @@ namespace vt {
 
 // The plane the traced lines are drawn on. 1: the plane z = 0, where the
 // coordinate kind 2 makes the traced pair polar; 3 and 7: the horizontal
-// plane of the given height in the rendering coordinates of a surface (user
-// x to rendering z, user y to rendering x, the height to rendering y), 0.01
-// above it.
+// plane z = the given height, 0.01 above it.
 extern int ContourPlaneMode;
 
 class ContourGrid {

@@ -35,7 +35,7 @@ void SurfaceTable::Load() {
 bool IsHolePosition(const Position& p) { return p.x == BreakValue || p.y == BreakValue || p.z == BreakValue; }
 
 Position RenderingPoint(double ux, double uy, double uz) {
-  return Position(static_cast<float>(uy), static_cast<float>(uz), static_cast<float>(ux));
+  return Position(static_cast<float>(ux), static_cast<float>(uy), static_cast<float>(uz));
 }
 
 void CylindricalToUser(double a, double r, double z, double& x, double& y, double& zz) {
@@ -294,21 +294,20 @@ bool CSurface::SampleSurface(const std::string& px, const std::string& py, const
 }
 
 void CSurface::ClipMesh() {
-  // Rendering x is the user's y, rendering y the user's z, rendering z the
-  // user's x.
   if (IsCurve()) {
     for (Position& p : CurveVert) {
-      if (p.x > BoxMaxY || p.x < BoxMinY) p.x = BreakValue;
-      if (p.y > BoxMaxZ || p.y < BoxMinZ) p.y = BreakValue;
-      if (p.z > BoxMaxX || p.z < BoxMinX) p.z = BreakValue;
+      if (p.x > BoxMaxX || p.x < BoxMinX) p.x = BreakValue;
+      if (p.y > BoxMaxY || p.y < BoxMinY) p.y = BreakValue;
+      if (p.z > BoxMaxZ || p.z < BoxMinZ) p.z = BreakValue;
     }
     return;
   }
-  // A point out of range on one axis is marked in the next axis.
+  // A point out of range on one axis is marked in the next axis (either
+  // mark makes the point a hole).
   for (Position& p : Vert3D) {
-    if (p.x > BoxMaxY || p.x < BoxMinY) p.y = BreakValue;
-    if (p.y > BoxMaxZ || p.y < BoxMinZ) p.z = BreakValue;
-    if (p.z > BoxMaxX || p.z < BoxMinX) p.x = BreakValue;
+    if (p.x > BoxMaxX || p.x < BoxMinX) p.y = BreakValue;
+    if (p.y > BoxMaxY || p.y < BoxMinY) p.z = BreakValue;
+    if (p.z > BoxMaxZ || p.z < BoxMinZ) p.x = BreakValue;
   }
 }
 

@@ -4,9 +4,9 @@
 // 3), cylindrical (4) or spherical (5) coordinates, implicit (FunForm 1),
 // explicit (2) or parametric (3).
 //
-// Positions are rendering coordinates: the user's x is rendering z, the
-// user's y rendering x, the user's z rendering y. GetPoints samples once;
-// Draw computes the normals (and meshes an implicit surface) at each call.
+// Positions are in the user's axes, the same frame as points, lines and
+// regions: z is the height. GetPoints samples once; Draw computes the
+// normals (and meshes an implicit surface) at each call.
 //
 // The mesh routines below the class (normals with the seam test, the quad
 // drawing with colour, texture and transparency) serve the swept surfaces as
@@ -222,6 +222,10 @@ class CSurface : public DocObject {
   QuadLook Look() const;
   // The legend of the ramp beside the box (field displays).
   void DrawLegend() const;
+  // The level line k (1 to ContourLevel) of the height z of an explicit
+  // surface in any system: level is MinZ + k / (ContourLevel + 1) of the
+  // range, and out gets the segments on the surface, x y z for each end.
+  void ContourSegments(int k, float& level, std::vector<float>& out) const;
   // The tangent plane (as 4 corners) or the normal (2 ends) of an explicit
   // Cartesian surface at user (x, y), from the partial derivatives; false
   // when the form has none or a value fails.
@@ -248,8 +252,8 @@ class CSurface : public DocObject {
   IsoMesh iso_;
 };
 
-// The user's point in the chosen system, as rendering coordinates: (x, y, z)
-// in user axes becomes (y, z, x).
+// The user's point (x, y, z) as the Position a surface stores: the same
+// axes as every other object of the scene.
 Position RenderingPoint(double ux, double uy, double uz);
 // A cylindrical (a, r, z) or spherical (a, b, r) triple as user x, y, z.
 void CylindricalToUser(double a, double r, double z, double& x, double& y, double& zz);

@@ -89,9 +89,23 @@ void VertexNormals(const std::vector<Position>& grid, int su, int sv, const std:
 void BeginSurfaceLook(const QuadLook& look) {
   if (look.Lit) {
     glEnable(GL_LIGHTING);
-    if (look.Material >= 1 && look.Material <= kMaterialSchemeCount) {
+    if (look.Material < 1 || look.Material > kMaterialSchemeCount) {
+      // No scheme: the pipeline's own defaults, whatever was set before.
+      const float ambient[4] = {0.2f, 0.2f, 0.2f, 1}, diffuse[4] = {0.8f, 0.8f, 0.8f, 1}, none[4] = {0, 0, 0, 1};
+      glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT, ambient);
+      glMaterialfv(GL_FRONT_AND_BACK, GL_DIFFUSE, diffuse);
+      glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, none);
+      glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, none);
+      glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, 0);
+    } else {
       Cls11 material;
       material.SetMaterial(look.Material);
+      if (look.Material == 5 && look.ShowTrans) {
+        // The colour drives the emission here, so the transparency goes to
+        // the diffuse alpha, which is the alpha lighting gives.
+        const float diffuse[4] = {material.Diffuse[0], material.Diffuse[1], material.Diffuse[2], look.TransAlpha};
+        glMaterialfv(GL_FRONT_AND_BACK, GL_DIFFUSE, diffuse);
+      }
     }
     glColorMaterial(GL_FRONT_AND_BACK, look.Material == 5 ? GL_EMISSION : GL_DIFFUSE);
     glEnable(GL_COLOR_MATERIAL);
@@ -226,18 +240,26 @@ void CSurface::DrawCurve() {
 void CSurface::DrawSurface() {
   GetBox();
   if (Ramp.ColorNum == 0) Ramp.SetByName();
-  const bool explicitRound = FunForm == 2 && (CoordType == 4 || CoordType == 5);
-  if (Clip && explicitRound) {
-    // Rendering y is the user's z.
-    const double lower[4] = {0, 1, 0, -static_cast<double>(ClipMinZ) * ScaleZ};
-    const double upper[4] = {0, -1, 0, static_cast<double>(ClipMaxZ) * ScaleZ};
-    glClipPlane(GL_CLIP_PLANE0, lower);
-    glClipPlane(GL_CLIP_PLANE1, upper);
-    glEnable(GL_CLIP_PLANE0);
-    glEnable(GL_CLIP_PLANE1);
+  if (Clip) {
+    // The clip box: a plane on each of its six sides, in the surface's own
+    // axes (x, y and z as the user gives them).
+    const double planes[6][4] = {{1, 0, 0, -static_cast<double>(ClipMinX)}, {-1, 0, 0, ClipMaxX},
+                                 {0, 1, 0, -static_cast<double>(ClipMinY)}, {0, -1, 0, ClipMaxY},
+                                 {0, 0, 1, -static_cast<double>(ClipMinZ)}, {0, 0, -1, ClipMaxZ}};
+    for (int k = 0; k < 6; ++k) {
+      glClipPlane(static_cast<GLenum>(GL_CLIP_PLANE0 + k), planes[k]);
+      glEnable(static_cast<GLenum>(GL_CLIP_PLANE0 + k));
+    }
   }
   const QuadLook look = Look();
   BeginSurfaceLook(look);
+  // The level lines run on the surface: its faces step back a little so
+  // that the lines are not lost in them.
+  const bool contours = FunForm == 2 && ShowContour;
+  if (contours) {
+    glPolygonOffset(1, 1);
+    glEnable(GL_POLYGON_OFFSET_FILL);
+  }
   if (FunForm == 1) {
     MeshImplicit();
     std::vector<float> colors(iso_.pos.size());
@@ -253,13 +275,58 @@ void CSurface::DrawSurface() {
     DrawQuadGrid(Vert3D, StepU, StepV, faceN_, vertN_, look);
   }
   EndSurfaceLook(look);
-  glDisable(GL_CLIP_PLANE0);
-  glDisable(GL_CLIP_PLANE1);
+  if (contours) glDisable(GL_POLYGON_OFFSET_FILL);
   if (FunForm == 2 && (ShowContour || ShowVector || ShowColormap)) {
     DrawFieldDisplays();
     DrawLegend();
   }
+  for (int k = 0; k < 6; ++k) glDisable(static_cast<GLenum>(GL_CLIP_PLANE0 + k));
   if (ShowTangent || ShowNormal) DrawTangents();
+}
+
+namespace {
+
+// Where a point of the mesh's index grid lies: (a, b) counts columns and
+// rows from (0, 0) and falls between four vertices (on a cell's edge, as the
+// traced points of a contour do, between two).
+void GridPlace(const std::vector<Position>& grid, int su, int sv, float a, float b, float& x, float& y) {
+  const int i = std::clamp(static_cast<int>(std::floor(a)), 0, std::max(su - 1, 0));
+  const int j = std::clamp(static_cast<int>(std::floor(b)), 0, std::max(sv - 1, 0));
+  const float s = std::clamp(a - static_cast<float>(i), 0.0f, 1.0f);
+  const float t = std::clamp(b - static_cast<float>(j), 0.0f, 1.0f);
+  const Position& p00 = grid[GridIndex(i, j, sv)];
+  const Position& p10 = grid[GridIndex(std::min(i + 1, su), j, sv)];
+  const Position& p01 = grid[GridIndex(i, std::min(j + 1, sv), sv)];
+  const Position& p11 = grid[GridIndex(std::min(i + 1, su), std::min(j + 1, sv), sv)];
+  x = (1 - s) * (1 - t) * p00.x + s * (1 - t) * p10.x + (1 - s) * t * p01.x + s * t * p11.x;
+  y = (1 - s) * (1 - t) * p00.y + s * (1 - t) * p10.y + (1 - s) * t * p01.y + s * t * p11.y;
+}
+
+}  // namespace
+
+void CSurface::ContourSegments(int k, float& level, std::vector<float>& out) const {
+  out.clear();
+  const float range = MaxZ - MinZ;
+  level = MinZ + range * static_cast<float>(k) / static_cast<float>(ContourLevel + 1);
+  if (Vert3D.size() < GridIndex(StepU, StepV, StepV) + 1 || !(range > 0)) return;
+  // The heights over the mesh's own grid of parameters, whatever the system:
+  // the traced points are then placed between the vertices they fall between.
+  ContourGrid grid(StepU + 1, StepV + 1);
+  for (int i = 0; i <= StepU; ++i)
+    for (int j = 0; j <= StepV; ++j) {
+      const Position& p = Vert3D[GridIndex(i, j, StepV)];
+      grid(i + 1, j + 1) = IsHolePosition(p) ? std::nanf("") : p.z;
+    }
+  std::vector<float> segs;
+  CContour::Trace(grid, level, ContourFrame{}, segs);
+  out.reserve(segs.size() / 2 * 3);
+  for (size_t m = 0; m + 1 < segs.size(); m += 2) {
+    float x, y;
+    GridPlace(Vert3D, StepU, StepV, segs[m], segs[m + 1], x, y);
+    out.push_back(x);
+    out.push_back(y);
+    out.push_back(level);
+  }
 }
 
 void CSurface::DrawFieldDisplays() {
@@ -267,8 +334,8 @@ void CSurface::DrawFieldDisplays() {
   glDisable(GL_LIGHTING);
   glDisable(GL_TEXTURE_2D);
   glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
-  const float range = MaxY - MinY;
-  const float base = MinY - 0.01f;  // the base plane under the surface
+  const float range = MaxZ - MinZ;
+  const float base = MinZ - 0.01f;  // the base plane under the surface
   float rgb[3] = {1, 1, 1};
   if (ShowColormap) {
     glBegin(GL_QUADS);
@@ -281,17 +348,19 @@ void CSurface::DrawFieldDisplays() {
         if (hole) continue;
         for (int c = 0; c < 4; ++c) {
           const Position& p = Vert3D[GridIndex(ci[c], cj[c], StepV)];
-          Ramp.Lookup(p.y, MinY, range, rgb);
+          Ramp.Lookup(p.z, MinZ, range, rgb);
           glColor3fv(rgb);
-          glVertex3f(p.x, base, p.z);
+          glVertex3f(p.x, p.y, base);
         }
       }
     }
     glEnd();
   }
   if (ShowVector) {
-    // The downhill direction of the height at each node, as a short stroke.
-    const float len = std::max(MaxX - MinX, MaxZ - MinZ) / static_cast<float>(std::max(StepU, StepV)) * 0.8f;
+    // The downhill direction of the height at each node, as a short stroke:
+    // the gradient over the ground that the two mesh steps from the node
+    // climb as they do.
+    const float len = std::max(MaxX - MinX, MaxY - MinY) / static_cast<float>(std::max(StepU, StepV)) * 0.8f;
     glBegin(GL_LINES);
     for (int i = 0; i + 1 <= StepU; ++i) {
       for (int j = 0; j + 1 <= StepV; ++j) {
@@ -299,53 +368,50 @@ void CSurface::DrawFieldDisplays() {
         const Position& pu = Vert3D[GridIndex(i + 1, j, StepV)];
         const Position& pv = Vert3D[GridIndex(i, j + 1, StepV)];
         if (IsHolePosition(p) || IsHolePosition(pu) || IsHolePosition(pv)) continue;
-        const double du = pu.z - p.z, dv = pv.x - p.x;
-        if (du == 0 || dv == 0) continue;
-        double gz = -(pu.y - p.y) / du, gx = -(pv.y - p.y) / dv;
-        const double g = std::hypot(gx, gz);
+        const double ax = pu.x - p.x, ay = pu.y - p.y, az = pu.z - p.z;
+        const double bx = pv.x - p.x, by = pv.y - p.y, bz = pv.z - p.z;
+        const double det = ax * by - ay * bx;
+        if (std::fabs(det) < 1e-12) continue;
+        double gx = -(az * by - ay * bz) / det, gy = -(ax * bz - az * bx) / det;
+        const double g = std::hypot(gx, gy);
         if (g == 0) continue;
         gx *= len / g;
-        gz *= len / g;
-        Ramp.Lookup(p.y, MinY, range, rgb);
+        gy *= len / g;
+        Ramp.Lookup(p.z, MinZ, range, rgb);
         glColor3fv(rgb);
-        glVertex3f(p.x, base, p.z);
-        glVertex3f(static_cast<float>(p.x + gx), base, static_cast<float>(p.z + gz));
+        glVertex3f(p.x, p.y, base);
+        glVertex3f(static_cast<float>(p.x + gx), static_cast<float>(p.y + gy), base);
       }
     }
     glEnd();
   }
   if (ShowContour && ContourLevel > 0 && range > 0) {
-    // Grid columns along the user's x (rendering z), rows along the user's
-    // y (rendering x); only an explicit Cartesian mesh is such a grid.
-    if (CoordType != 3) return;
-    ContourGrid grid(StepU + 1, StepV + 1);
-    for (int i = 0; i <= StepU; ++i)
-      for (int j = 0; j <= StepV; ++j) {
-        const Position& p = Vert3D[GridIndex(i, j, StepV)];
-        grid(i + 1, j + 1) = IsHolePosition(p) ? std::nanf("") : p.y;
-      }
-    const Position& first = Vert3D[GridIndex(0, 0, StepV)];
-    const Position& last = Vert3D[GridIndex(StepU, StepV, StepV)];
-    ContourFrame frame;
-    frame.originX = first.z;
-    frame.originY = first.x;
-    frame.stepX = (last.z - first.z) / static_cast<float>(StepU);
-    frame.stepY = (last.x - first.x) / static_cast<float>(StepV);
+    // Each level line on the surface at its height, and its trace on the
+    // base plane beside the colour map and the vectors.
+    glEnable(GL_LINE_SMOOTH);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glLineWidth(1);
+    std::vector<float> pts;
     for (int k = 1; k <= ContourLevel; ++k) {
-      const float level = MinY + range * static_cast<float>(k) / static_cast<float>(ContourLevel + 1);
-      Ramp.Lookup(level, MinY, range, rgb);
-      const std::uint32_t color = RGB(static_cast<int>(rgb[0] * 255), static_cast<int>(rgb[1] * 255),
-                                      static_cast<int>(rgb[2] * 255));
-      ContourGrid copy = grid;
-      CContour::Contour(copy, level, frame, 1, base, 1, color, 3);
+      float level;
+      ContourSegments(k, level, pts);
+      if (pts.empty()) continue;
+      Ramp.Lookup(level, MinZ, range, rgb);
+      glColor3fv(rgb);
+      glBegin(GL_LINES);
+      for (size_t m = 0; m + 2 < pts.size(); m += 3) glVertex3f(pts[m], pts[m + 1], pts[m + 2]);
+      for (size_t m = 0; m + 2 < pts.size(); m += 3) glVertex3f(pts[m], pts[m + 1], base + 0.01f);
+      glEnd();
     }
   }
 }
 
 void CSurface::DrawLegend() const {
-  // Beside the box, its top raised by 3 for the scale.
-  const float h = std::max(MaxY + 3 - MinY, 1.0f);
-  vt::DrawLegend(Ramp, MinY, MaxY, MaxX + 1, MinY, 0.5f, h);
+  // Beside the box, standing along the height, its top raised by 3 for the
+  // scale.
+  const float h = std::max(MaxZ + 3 - MinZ, 1.0f);
+  vt::DrawLegend(Ramp, MinZ, MaxZ, MaxX + 1, MinY, MinZ, 0.5f, h);
 }
 
 void CSurface::DrawTangents() {

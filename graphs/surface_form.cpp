@@ -1,6 +1,8 @@
 #include "graphs/surface_form.h"
 
+#include <cstdlib>
 #include <memory>
+#include <sstream>
 
 #include "document/command_table.h"
 #include "document/document.h"
@@ -112,6 +114,44 @@ int WholeField(const std::string& text) {
   return static_cast<int>(RoundToLong(v));
 }
 
+std::string PlacesText(const std::vector<float>& xs, const std::vector<float>& ys) {
+  std::string out;
+  for (size_t k = 0; k < xs.size() && k < ys.size(); ++k) {
+    if (k) out += "; ";
+    out += SingleToText(xs[k]) + "," + SingleToText(ys[k]);
+  }
+  return out;
+}
+
+bool ParsePlaces(const std::string& text, std::vector<float>& xs, std::vector<float>& ys) {
+  std::vector<float> px, py;
+  std::istringstream in(text);
+  std::string pair;
+  auto number = [](const std::string& t, float& v) {
+    const size_t a = t.find_first_not_of(" \t"), b = t.find_last_not_of(" \t");
+    if (a == std::string::npos) return false;
+    const std::string s = t.substr(a, b - a + 1);
+    char* end = nullptr;
+    const double d = std::strtod(s.c_str(), &end);
+    if (end != s.c_str() + s.size() || !(d > -1e9 && d < 1e9)) return false;
+    v = static_cast<float>(d);
+    return true;
+  };
+  while (std::getline(in, pair, ';')) {
+    if (pair.find_first_not_of(" \t") == std::string::npos) continue;
+    const size_t comma = pair.find(',');
+    float x, y;
+    if (comma == std::string::npos || !number(pair.substr(0, comma), x) || !number(pair.substr(comma + 1), y))
+      return false;
+    px.push_back(x);
+    py.push_back(y);
+  }
+  if (static_cast<int>(px.size()) > CSurface::kMaxPositions) return false;
+  xs = std::move(px);
+  ys = std::move(py);
+  return true;
+}
+
 SurfaceForm NewSurfaceForm() { return LoadSurfaceForm(CSurface()); }
 
 SurfaceForm LoadSurfaceForm(const CSurface& s) {
@@ -140,6 +180,14 @@ SurfaceForm LoadSurfaceForm(const CSurface& s) {
   f.showVector = s.ShowVector;
   f.showColormap = s.ShowColormap;
   f.contourLevel = Whole(s.ContourLevel);
+  f.clip = s.Clip;
+  f.clipMinX = Num(s.ClipMinX), f.clipMaxX = Num(s.ClipMaxX);
+  f.clipMinY = Num(s.ClipMinY), f.clipMaxY = Num(s.ClipMaxY);
+  f.clipMinZ = Num(s.ClipMinZ), f.clipMaxZ = Num(s.ClipMaxZ);
+  f.showTangent = s.ShowTangent;
+  f.tangentAt = PlacesText(s.TangentX, s.TangentY);
+  f.showNormal = s.ShowNormal;
+  f.normalAt = PlacesText(s.NormalX, s.NormalY);
   return f;
 }
 
@@ -164,8 +212,12 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
                         (!hasV || (FilterField(f.minV, true) && FilterField(f.maxV, true) && FilterField(f.stepsV, false))) &&
                         (!hasW || (FilterField(f.minW, true) && FilterField(f.maxW, true) && FilterField(f.stepsW, false))) &&
                         (!f.showTrans || FilterField(f.transAlpha, false)) &&
-                        (!f.showContour || FilterField(f.contourLevel, false));
-  if (!filtered) {
+                        (!f.showContour || FilterField(f.contourLevel, false)) &&
+                        (!f.clip || (FilterField(f.clipMinX, false) && FilterField(f.clipMaxX, false) &&
+                                     FilterField(f.clipMinY, false) && FilterField(f.clipMaxY, false) &&
+                                     FilterField(f.clipMinZ, false) && FilterField(f.clipMaxZ, false)));
+  std::vector<float> tangentX, tangentY, normalX, normalY;
+  if (!filtered || !ParsePlaces(f.tangentAt, tangentX, tangentY) || !ParsePlaces(f.normalAt, normalX, normalY)) {
     Message(kIllegalData, "Error");
     return SurfaceConfirm::Stay;
   }
@@ -202,6 +254,14 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
       return SurfaceConfirm::Stay;
   }
 
+  if (f.clip) {
+    const char* const axis[3] = {"x", "y", "z"};
+    const std::string* lo3[3] = {&f.clipMinX, &f.clipMinY, &f.clipMinZ};
+    const std::string* hi3[3] = {&f.clipMaxX, &f.clipMaxY, &f.clipMaxZ};
+    for (int k = 0; k < 3; ++k)
+      if (!ordered(std::string("clip ") + axis[k], Sng(Val(*lo3[k])), Sng(Val(*hi3[k])))) return SurfaceConfirm::Stay;
+  }
+
   CSurface* target = nullptr;
   if (!editId.empty()) {
     target = Doc.Surfaces.FindById(editId);
@@ -212,7 +272,7 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
   }
   // Step 3: the object is tried first, as a copy; the document changes only
   // when it samples. An edit starts from the object as it stands, so what the
-  // dialog does not show (name, line colour and width, clip, a ramp of its
+  // dialog does not show (name, line colour and width, a ramp of its
   // own, a surface kind beyond 2) stays.
   CSurface trial;
   if (target) trial = *target;
@@ -232,6 +292,16 @@ SurfaceConfirm ConfirmSurfaceForm(SurfaceForm& f, const std::string& editId, std
   trial.ShowVector = f.showVector;
   trial.ShowColormap = f.showColormap;
   if (f.showContour) trial.ContourLevel = WholeField(f.contourLevel);
+  trial.Clip = f.clip;
+  if (f.clip) {
+    trial.ClipMinX = Sng(Val(f.clipMinX)), trial.ClipMaxX = Sng(Val(f.clipMaxX));
+    trial.ClipMinY = Sng(Val(f.clipMinY)), trial.ClipMaxY = Sng(Val(f.clipMaxY));
+    trial.ClipMinZ = Sng(Val(f.clipMinZ)), trial.ClipMaxZ = Sng(Val(f.clipMaxZ));
+  }
+  trial.ShowTangent = f.showTangent;
+  trial.TangentX = tangentX, trial.TangentY = tangentY;
+  trial.ShowNormal = f.showNormal;
+  trial.NormalX = normalX, trial.NormalY = normalY;
   if (!trial.GetPoints()) return SurfaceConfirm::Stay;
 
   if (target) {

@@ -42,6 +42,12 @@ struct SurfaceForm : SurfaceLookFields {
   std::string minW = "-5", maxW = "5", stepsW = "20";
   bool showContour = false, showVector = false, showColormap = false;
   std::string contourLevel = "10";
+  // The clip box, and the places (x, y) of tangent planes and normals of an
+  // explicit Cartesian surface as "x,y" pairs parted by ";".
+  bool clip = false;
+  std::string clipMinX = "-5", clipMaxX = "5", clipMinY = "-5", clipMaxY = "5", clipMinZ = "-5", clipMaxZ = "5";
+  bool showTangent = false, showNormal = false;
+  std::string tangentAt, normalAt;
 
   int funForm() const { return SurfaceFunFormOfListIndex(graphType, listIndex); }
 };
@@ -77,5 +83,9 @@ void RegisterSurfaceCommands();
 bool FilterField(std::string& text, bool expr);
 // A steps field as a whole number; 0 for what is no number in range.
 int WholeField(const std::string& text);
+// The places of tangent planes or normals as text ("1,2; 0,-1.5") and
+// back; false for a text that is not such a list.
+std::string PlacesText(const std::vector<float>& xs, const std::vector<float>& ys);
+bool ParsePlaces(const std::string& text, std::vector<float>& xs, std::vector<float>& ys);
 
 }  // namespace vt

@@ -62,7 +62,11 @@ void Cls11::LoadScheme(int scheme) {
 void Cls11::SetMaterial(int scheme) {
   LoadScheme(scheme);
   if (!HaveContext()) return;
-  glMaterialfv(GL_FRONT_AND_BACK, GL_DIFFUSE, Diffuse);
+  // The lit alpha is the diffuse alpha; a scheme that leaves it 0 (Neon,
+  // whose colour drives the emission) means an opaque material, not an
+  // invisible one.
+  float diffuse[4] = {Diffuse[0], Diffuse[1], Diffuse[2], Diffuse[3] == 0 ? 1.0f : Diffuse[3]};
+  glMaterialfv(GL_FRONT_AND_BACK, GL_DIFFUSE, diffuse);
   glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, Specular);
   glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, Shininess);
   glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, Emission);

@@ -1,6 +1,7 @@
 // frmF6: the kind (curve or surface), the coordinate system, the list of
 // forms, the fields of the form with their captions, and the look of the
-// surface in five tabs (colour, material, transparency, texture, field).
+// surface in its tabs (colour, material, transparency, texture, field), the
+// clip box and the tangent planes and normals.
 #include "graphs/dialogs/frmF6.h"
 
 #include <QCheckBox>
@@ -116,6 +117,8 @@ void frmF6::BuildFields() {
   tabs_->setObjectName("tabLook");
   look_.AddTo(tabs_);
   tabs_->addTab(BuildFieldTab(), tr("Field"));
+  tabs_->addTab(BuildClipTab(), tr("Clip"));
+  tabs_->addTab(BuildTangentTab(), tr("Tangents"));
   outer->addWidget(tabs_);
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
@@ -148,6 +151,43 @@ QWidget* frmF6::BuildFieldTab() {
   grid->addWidget(chkContour_, 2, 0);
   grid->addWidget(new QLabel(tr("Levels"), page), 3, 0);
   grid->addWidget(txtContourLevel_, 3, 1);
+  return page;
+}
+
+QWidget* frmF6::BuildClipTab() {
+  auto* page = new QWidget(this);
+  auto* grid = new QGridLayout(page);
+  chkClip_ = new QCheckBox(tr("Clip to the box"), page);
+  chkClip_->setObjectName("chkClip");
+  grid->addWidget(chkClip_, 0, 0, 1, 4);
+  const char* const names[6] = {"txtClipMinX", "txtClipMaxX", "txtClipMinY", "txtClipMaxY", "txtClipMinZ", "txtClipMaxZ"};
+  const char* const captions[6] = {"Min x", "Max x", "Min y", "Max y", "Min z", "Max z"};
+  for (int k = 0; k < 6; ++k) {
+    txtClip_[k] = FormField(page, names[k]);
+    grid->addWidget(new QLabel(tr(captions[k]), page), 1 + k / 2, (k % 2) * 2);
+    grid->addWidget(txtClip_[k], 1 + k / 2, (k % 2) * 2 + 1);
+    connect(chkClip_, &QCheckBox::toggled, txtClip_[k], &QLineEdit::setEnabled);
+  }
+  return page;
+}
+
+QWidget* frmF6::BuildTangentTab() {
+  auto* page = new QWidget(this);
+  auto* grid = new QGridLayout(page);
+  chkTangent_ = new QCheckBox(tr("Tangent planes at (x,y)"), page);
+  chkTangent_->setObjectName("chkTangent");
+  txtTangentAt_ = FormField(page, "txtTangentAt", 220);
+  chkNormal_ = new QCheckBox(tr("Normals at (x,y)"), page);
+  chkNormal_->setObjectName("chkNormal");
+  txtNormalAt_ = FormField(page, "txtNormalAt", 220);
+  txtTangentAt_->setPlaceholderText(tr("1,0; -1,2"));
+  txtNormalAt_->setPlaceholderText(tr("1,0; -1,2"));
+  grid->addWidget(chkTangent_, 0, 0);
+  grid->addWidget(txtTangentAt_, 0, 1);
+  grid->addWidget(chkNormal_, 1, 0);
+  grid->addWidget(txtNormalAt_, 1, 1);
+  auto* note = new QLabel(tr("For z=f(x,y): places as x,y pairs parted by ;"), page);
+  grid->addWidget(note, 2, 0, 1, 2);
   return page;
 }
 
@@ -191,6 +231,10 @@ void frmF6::UpdateLabels() {
   range(l.varU, lblMinU_, txtMinU_, lblMaxU_, txtMaxU_, lblStepsU_, txtStepsU_);
   range(l.varV, lblMinV_, txtMinV_, lblMaxV_, txtMaxV_, lblStepsV_, txtStepsV_);
   range(l.varW, lblMinW_, txtMinW_, lblMaxW_, txtMaxW_, lblStepsW_, txtStepsW_);
+  // Tangent planes and normals come from the slopes of z=f(x,y).
+  const bool slopes = graphType == 2 && CoordType() == 3 && form == 2;
+  for (QWidget* w : std::initializer_list<QWidget*>{chkTangent_, txtTangentAt_, chkNormal_, txtNormalAt_})
+    w->setEnabled(slopes);
 }
 
 SurfaceForm frmF6::Form() const {
@@ -210,12 +254,18 @@ SurfaceForm frmF6::Form() const {
   f.minW = S(txtMinW_);
   f.maxW = S(txtMaxW_);
   f.stepsW = S(txtStepsW_);
-  // The blends run along rendering x, y, z: the user's y, z, x.
   look_.Read(f);
   f.showContour = chkContour_->isChecked();
   f.showVector = chkVector_->isChecked();
   f.showColormap = chkColormap_->isChecked();
   f.contourLevel = S(txtContourLevel_);
+  f.clip = chkClip_->isChecked();
+  std::string* clip[6] = {&f.clipMinX, &f.clipMaxX, &f.clipMinY, &f.clipMaxY, &f.clipMinZ, &f.clipMaxZ};
+  for (int k = 0; k < 6; ++k) *clip[k] = S(txtClip_[k]);
+  f.showTangent = chkTangent_->isChecked();
+  f.tangentAt = S(txtTangentAt_);
+  f.showNormal = chkNormal_->isChecked();
+  f.normalAt = S(txtNormalAt_);
   return f;
 }
 
@@ -244,6 +294,16 @@ void frmF6::ShowForm(const SurfaceForm& f) {
   chkVector_->setChecked(f.showVector);
   chkColormap_->setChecked(f.showColormap);
   txtContourLevel_->setText(Q(f.contourLevel));
+  chkClip_->setChecked(f.clip);
+  const std::string* clip[6] = {&f.clipMinX, &f.clipMaxX, &f.clipMinY, &f.clipMaxY, &f.clipMinZ, &f.clipMaxZ};
+  for (int k = 0; k < 6; ++k) {
+    txtClip_[k]->setText(Q(*clip[k]));
+    txtClip_[k]->setEnabled(f.clip);
+  }
+  chkTangent_->setChecked(f.showTangent);
+  txtTangentAt_->setText(Q(f.tangentAt));
+  chkNormal_->setChecked(f.showNormal);
+  txtNormalAt_->setText(Q(f.normalAt));
   UpdateLabels();
 }
 

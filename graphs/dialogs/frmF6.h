@@ -35,6 +35,8 @@ class frmF6 : public QDialog {
  private:
   void BuildFields();
   QWidget* BuildFieldTab();
+  QWidget* BuildClipTab();
+  QWidget* BuildTangentTab();
   void UpdateFormList();
   void UpdateLabels();
   int GraphType() const;
@@ -52,6 +54,10 @@ class frmF6 : public QDialog {
   SurfaceLookTabs look_;
   QCheckBox *chkContour_, *chkVector_, *chkColormap_;
   QLineEdit* txtContourLevel_;
+  QCheckBox* chkClip_;
+  QLineEdit* txtClip_[6];  // min x, max x, min y, max y, min z, max z
+  QCheckBox *chkTangent_, *chkNormal_;
+  QLineEdit *txtTangentAt_, *txtNormalAt_;
 };
 
 // Installs frmF6 as the window's surface dialog; it goes when the window

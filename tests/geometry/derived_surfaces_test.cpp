@@ -290,8 +290,7 @@ TEST_F(DerivedSurfaceTest, InterLineOfTwoRegionsFollowsTheRefreshPass) {
 }
 
 TEST_F(DerivedSurfaceTest, InterLineOfARegionAndASurface) {
-  // The plane z = x (user axes) sampled as a surface; rendering coordinates
-  // hold user x in z, user y in x, user z in y.
+  // The plane z = x sampled as a surface.
   auto n = std::make_unique<CNote>();
   n->ID = NewObjectId("NT");
   n->VarName = "k";
@@ -301,28 +300,28 @@ TEST_F(DerivedSurfaceTest, InterLineOfARegionAndASurface) {
   s->Init(NewObjectId("SF"), "", 2, 2, 3, "", "", "x*k", 5, 4, "-2", "2", "-2", "2");
   CSurface* sf = Doc.Surfaces.Add(std::move(s));
   ASSERT_TRUE(sf->GetPoints());
-  // A region in the rendering plane y = 1 (user z = 1), covering the surface.
-  CRegion* g = Region({{-3, 1, -3}, {3, 1, -3}, {3, 1, 3}, {-3, 1, 3}});
+  // A region in the plane z = 1, covering the surface.
+  CRegion* g = Region({{-3, -3, 1}, {3, -3, 1}, {3, 3, 1}, {-3, 3, 1}});
   CInterLine* il = InterLine(g->ID, sf->ID);
   il->InitLines();
   ASSERT_FALSE(il->Lines.empty());
-  // Every piece lies where user x = 1: rendering z = 1, y = 1.
+  // Every piece lies where x = 1 and z = 1.
   double length = 0;
   for (const Segment3& seg : il->Lines) {
     for (const Position* p : {&seg.a, &seg.b}) {
-      EXPECT_NEAR(p->y, 1, 1e-5);
+      EXPECT_NEAR(p->x, 1, 1e-5);
       EXPECT_NEAR(p->z, 1, 1e-5);
     }
-    length += std::fabs(seg.b.x - seg.a.x);
+    length += std::fabs(seg.b.y - seg.a.y);
   }
-  EXPECT_NEAR(length, 4.0, 1e-4);  // user y from -2 to 2
+  EXPECT_NEAR(length, 4.0, 1e-4);  // y from -2 to 2
 
   // The parameter changes (z = 2x): the surfaces are sampled again, and the
-  // line follows at once, at user x = 1/2.
+  // line follows at once, at x = 1/2.
   k->Value = 2;
   RefreshSurfaces();
   ASSERT_FALSE(il->Lines.empty());
-  for (const Segment3& seg : il->Lines) EXPECT_NEAR(seg.a.z, 0.5, 1e-5);
+  for (const Segment3& seg : il->Lines) EXPECT_NEAR(seg.a.x, 0.5, 1e-5);
 }
 
 TEST_F(DerivedSurfaceTest, RecordsRoundTrip) {

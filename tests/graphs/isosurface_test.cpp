@@ -113,7 +113,7 @@ TEST_F(IsoSurfaceTest, SharedVerticesAreNotRepeated) {
 
 TEST_F(IsoSurfaceTest, CylindricalFieldIsMappedFirst) {
   // r - 1.5 = 0 over a in [0, 2 pi], r in [0.5, 3], z in [-1, 1]: a tube
-  // whose points all lie 1.5 from the user's z axis (rendering y).
+  // whose points all lie 1.5 from the z axis.
   CSurface s;
   s.Init("SF0001", "", 2, 1, 4, "", "", "r-1.5", 24, 10, "0", "6.2832", "0.5", "3");
   s.StepW = 4;
@@ -124,7 +124,7 @@ TEST_F(IsoSurfaceTest, CylindricalFieldIsMappedFirst) {
   const IsoMesh& m = s.ImplicitMesh();
   ASSERT_GT(m.TriangleCount(), 0u);
   for (size_t v = 0; v < m.VertexCount(); ++v)
-    EXPECT_NEAR(std::hypot(m.pos[v * 3], m.pos[v * 3 + 2]), 1.5, 0.03);
+    EXPECT_NEAR(std::hypot(m.pos[v * 3], m.pos[v * 3 + 1]), 1.5, 0.03);
 }
 
 TEST_F(IsoSurfaceTest, EmptyAndTinyGrids) {

@@ -1,4 +1,4 @@
-// The surface dialog without its window: forms and captions per system, the
+// The surface dialog without its window: the clip box and tangent places, the
 // confirmation with its messages, new and edited objects, the texture file
 // choice and the command.
 #include <gtest/gtest.h>
@@ -23,23 +23,39 @@ class SurfaceFormTest : public test::DocumentTest {
   }
 };
 
-TEST_F(SurfaceFormTest, FormsAndCaptionsPerSystem) {
-  EXPECT_EQ(SurfaceFormNames(1, 3), (std::vector<std::string>{"z=f(x) or z=f(y)", "x=f1(u),y=f2(u),z=f3(u)"}));
-  EXPECT_EQ(SurfaceFormNames(2, 4),
-            (std::vector<std::string>{"z=f(a,r)", "a=f1(u,v),r=f2(u,v),z=f3(u,v)", "f(a,r,z)=0"}));
-  EXPECT_EQ(SurfaceFormNames(2, 5),
-            (std::vector<std::string>{"r=f(a,b)", "a=f1(u,v),b=f2(u,v),r=f3(u,v)", "f(a,b,r)=0"}));
-  EXPECT_EQ(SurfaceFormNames(1, 5)[0], "r=f(a) or r=f(b)");
-  EXPECT_EQ(SurfaceFunFormOfListIndex(2, 2), 1);
-  EXPECT_EQ(SurfaceFunFormOfListIndex(1, 1), 3);
-  EXPECT_EQ(SurfaceListIndexOfFunForm(2, 1), 2);
-  const SurfaceFieldLabels imp = SurfaceLabels(2, 4, 1);
-  EXPECT_EQ(imp.formula1, "f(a,r,z)");
-  EXPECT_EQ(imp.varW, "z");
-  const SurfaceFieldLabels par = SurfaceLabels(2, 5, 3);
-  EXPECT_EQ(par.formula3, "r(u,v)");
-  EXPECT_EQ(par.varV, "v");
-  EXPECT_TRUE(SurfaceLabels(1, 3, 2).varV.empty());
+TEST_F(SurfaceFormTest, ClipBoxAndTangentPlaces) {
+  SurfaceForm f = NewSurfaceForm();
+  f.formula1 = "x^2+y^2";
+  f.clip = true;
+  f.clipMinX = "1";
+  f.clipMaxX = "-1";
+  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
+  EXPECT_EQ(TakeMessage(), "Note: Min clip x must be less than Max clip x.");
+  f.clipMinX = "-1";
+  f.clipMaxX = "1.5";
+  f.showTangent = true;
+  f.tangentAt = "1,2; x";
+  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
+  EXPECT_EQ(TakeMessage(), "Error: Illegal data exist.");
+  EXPECT_EQ(Doc.Surfaces.count(), 0);
+  f.tangentAt = " 1, 2 ;-0.5,0; ";
+  f.showNormal = true;
+  f.normalAt = "0,0";
+  std::string id;
+  ASSERT_EQ(ConfirmSurfaceForm(f, "", &id), SurfaceConfirm::Done) << TakeMessage();
+  CSurface* s = Doc.Surfaces.FindById(id);
+  ASSERT_NE(s, nullptr);
+  EXPECT_TRUE(s->Clip);
+  EXPECT_FLOAT_EQ(s->ClipMaxX, 1.5f);
+  EXPECT_EQ(s->TangentX, (std::vector<float>{1, -0.5f}));
+  EXPECT_EQ(s->TangentY, (std::vector<float>{2, 0}));
+  EXPECT_TRUE(s->ShowNormal);
+  EXPECT_EQ(s->NormalNum(), 1);
+  // Read back into the dialog as it would show them.
+  const SurfaceForm back = LoadSurfaceForm(*s);
+  EXPECT_EQ(back.tangentAt, "1,2; -0.5,0");
+  EXPECT_EQ(back.clipMaxX, "1.5");
+  EXPECT_TRUE(back.showTangent && back.clip);
 }
 
 TEST_F(SurfaceFormTest, RefusedFieldsKeepTheDialogOpen) {
@@ -154,8 +170,6 @@ TEST_F(SurfaceFormTest, AnEditKeepsWhatTheDialogDoesNotShow) {
   s->NameS = "saddle";
   s->LineColor = RGB(10, 20, 30);
   s->LineWidth = 3;
-  s->Clip = true;
-  s->ClipMaxZ = 2;
   s->TransAlpha = 0.7f;
   s->Ramp.ColorName = "Mine";
   s->Ramp.ColorNum = 2;
@@ -172,8 +186,6 @@ TEST_F(SurfaceFormTest, AnEditKeepsWhatTheDialogDoesNotShow) {
   EXPECT_EQ(s->NameS, "saddle");
   EXPECT_EQ(s->LineColor, RGB(10, 20, 30));
   EXPECT_EQ(s->LineWidth, 3);
-  EXPECT_TRUE(s->Clip);
-  EXPECT_FLOAT_EQ(s->ClipMaxZ, 2);
   EXPECT_FLOAT_EQ(s->TransAlpha, 0.7f);  // transparency off: its field is not read
   EXPECT_EQ(s->Ramp.ColorName, "Mine");
   EXPECT_EQ(s->Ramp.ColorNum, 2);

@@ -28,28 +28,26 @@ class SurfaceTest : public test::DocumentTest {
   static float Len(const Vec3& v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }
 };
 
-TEST_F(SurfaceTest, ExplicitCartesianKeepsRenderingAxes) {
+TEST_F(SurfaceTest, SamplesLieInTheUsersAxes) {
   auto s = Make(2, 2, 3, "", "", "x+10*y", 2, "0", "2", "0", "1");
   ASSERT_TRUE(s->GetPoints());
   ASSERT_EQ(s->Vert3D.size(), 9u);
-  // (i, j) = (2, 1): user x = 2, y = 0.5, z = 7 -> rendering (0.5, 7, 2).
+  // (i, j) = (2, 1): x = 2, y = 0.5, z = 7.
   const Position& p = s->Vert3D[GridIndex(2, 1, 2)];
-  EXPECT_FLOAT_EQ(p.x, 0.5f);
-  EXPECT_FLOAT_EQ(p.y, 7.0f);
-  EXPECT_FLOAT_EQ(p.z, 2.0f);
-  EXPECT_FLOAT_EQ(s->MinY, 0);
-  EXPECT_FLOAT_EQ(s->MaxY, 12);
-}
-
-TEST_F(SurfaceTest, CylindricalAndSphericalPoints) {
+  EXPECT_FLOAT_EQ(p.x, 2.0f);
+  EXPECT_FLOAT_EQ(p.y, 0.5f);
+  EXPECT_FLOAT_EQ(p.z, 7.0f);
+  EXPECT_FLOAT_EQ(s->MinZ, 0);
+  EXPECT_FLOAT_EQ(s->MaxZ, 12);
+  // A cylinder about the z axis, and a sphere whose b = 0 is the top.
   auto c = Make(2, 3, 4, "u", "2", "v", 4, "0", "6.2832", "0", "1");
   ASSERT_TRUE(c->GetPoints());
-  for (const Position& p : c->Vert3D) EXPECT_NEAR(std::hypot(p.x, p.z), 2.0, 1e-4);
-  auto s = Make(2, 3, 5, "u", "v", "3", 6, "0", "6.2832", "0", "3.1416");
-  ASSERT_TRUE(s->GetPoints());
-  for (const Position& p : s->Vert3D) EXPECT_NEAR(std::sqrt(p.x * p.x + p.y * p.y + p.z * p.z), 3.0, 1e-4);
-  // b = 0 is the user's +z, which is rendering +y.
-  EXPECT_NEAR(s->Vert3D[GridIndex(3, 0, 6)].y, 3.0, 1e-4);
+  for (const Position& q : c->Vert3D) EXPECT_NEAR(std::hypot(q.x, q.y), 2.0, 1e-4);
+  EXPECT_FLOAT_EQ(c->MaxZ, 1);
+  auto b = Make(2, 3, 5, "u", "v", "3", 6, "0", "6.2832", "0", "3.1416");
+  ASSERT_TRUE(b->GetPoints());
+  for (const Position& q : b->Vert3D) EXPECT_NEAR(std::sqrt(q.x * q.x + q.y * q.y + q.z * q.z), 3.0, 1e-4);
+  EXPECT_NEAR(b->Vert3D[GridIndex(3, 0, 6)].z, 3.0, 1e-4);
 }
 
 TEST_F(SurfaceTest, ParametricSphereHasClosedSeam) {
@@ -113,12 +111,12 @@ TEST_F(SurfaceTest, QuadsNextToAHoleAreSkipped) {
 }
 
 TEST_F(SurfaceTest, CrossingClipMarksTheNextAxis) {
-  BoxMaxZ = 5;  // the user's z limit
+  BoxMaxZ = 5;
   auto s = Make(2, 2, 3, "", "", "x", 4, "0", "8", "0", "1");
   ASSERT_TRUE(s->GetPoints());
   const Position& high = s->Vert3D[GridIndex(4, 0, 4)];  // z = 8
-  EXPECT_EQ(high.z, BreakValue);  // rendering y out of range marks z
-  EXPECT_FLOAT_EQ(high.y, 8.0f);
+  EXPECT_EQ(high.x, BreakValue);  // z out of range marks x
+  EXPECT_FLOAT_EQ(high.z, 8.0f);
   EXPECT_FALSE(IsHolePosition(s->Vert3D[GridIndex(2, 0, 4)]));
   BoxMaxZ = 500;
 }
@@ -127,14 +125,14 @@ TEST_F(SurfaceTest, SpaceCurveOfOneVariable) {
   auto s = Make(1, 2, 3, "", "", "y^2", 4, "0", "2", "", "");
   ASSERT_TRUE(s->GetPoints());
   ASSERT_EQ(s->CurveVert.size(), 5u);
-  // y = t, x = 0: rendering (t, t^2, 0).
-  EXPECT_FLOAT_EQ(s->CurveVert[4].x, 2);
-  EXPECT_FLOAT_EQ(s->CurveVert[4].y, 4);
-  EXPECT_FLOAT_EQ(s->CurveVert[4].z, 0);
+  // y = t, x = 0: (0, t, t^2).
+  EXPECT_FLOAT_EQ(s->CurveVert[4].x, 0);
+  EXPECT_FLOAT_EQ(s->CurveVert[4].y, 2);
+  EXPECT_FLOAT_EQ(s->CurveVert[4].z, 4);
   auto x = Make(1, 2, 3, "", "", "3*x", 2, "0", "1", "", "");
   ASSERT_TRUE(x->GetPoints());
-  EXPECT_FLOAT_EQ(x->CurveVert[2].z, 1);
-  EXPECT_FLOAT_EQ(x->CurveVert[2].y, 3);
+  EXPECT_FLOAT_EQ(x->CurveVert[2].x, 1);
+  EXPECT_FLOAT_EQ(x->CurveVert[2].z, 3);
 }
 
 TEST_F(SurfaceTest, CurveNamingNeitherVariableHasNoPoints) {
@@ -146,7 +144,8 @@ TEST_F(SurfaceTest, CurveNamingNeitherVariableHasNoPoints) {
   auto c = Make(1, 2, 4, "", "", "r", 2, "0", "2", "", "");
   ASSERT_TRUE(c->GetPoints());
   EXPECT_EQ(c->Points().size(), 3u);
-  EXPECT_FLOAT_EQ(c->CurveVert[2].z, 2);  // user x = r cos 0
+  EXPECT_FLOAT_EQ(c->CurveVert[2].x, 2);  // x = r cos 0
+  EXPECT_FLOAT_EQ(c->CurveVert[2].z, 2);
 }
 
 TEST_F(SurfaceTest, BadFormulaEndsSampling) {
@@ -163,13 +162,15 @@ TEST_F(SurfaceTest, TangentPlaneAndNormalFromDerivatives) {
   Position c[4];
   ASSERT_TRUE(s->TangentPlaneAt(1, 1, c));
   // At (1, 1): z = 2, slopes 2 and 2; corner (0, 0) offsets -1, -1 -> z = -2.
-  EXPECT_NEAR(c[0].y, -2.0, 1e-4);
-  EXPECT_NEAR(c[2].y, 6.0, 1e-4);
+  EXPECT_NEAR(c[0].z, -2.0, 1e-4);
+  EXPECT_NEAR(c[2].z, 6.0, 1e-4);
+  EXPECT_NEAR(c[2].x, 2.0, 1e-4);
   Position e[2];
   ASSERT_TRUE(s->NormalAt(1, 1, e));
-  EXPECT_NEAR(e[0].y, 2.0, 1e-4);
-  // The normal (-2, -2, 1) scaled to length 2: the user's x falls.
-  EXPECT_LT(e[1].z, e[0].z);
+  EXPECT_NEAR(e[0].z, 2.0, 1e-4);
+  // The normal (-2, -2, 1) scaled to length 2: x falls, z rises.
+  EXPECT_LT(e[1].x, e[0].x);
+  EXPECT_GT(e[1].z, e[0].z);
   EXPECT_NEAR(std::hypot(std::hypot(e[1].x - e[0].x, e[1].y - e[0].y), e[1].z - e[0].z), 2.0, 1e-3);
   auto p = Make(2, 3, 3, "u", "v", "u", 4, "0", "1", "0", "1");
   EXPECT_FALSE(p->TangentPlaneAt(0, 0, c));

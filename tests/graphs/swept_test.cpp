@@ -104,19 +104,6 @@ TEST_F(SweptTest, SegmentTurnedFullyAboutAParallelAxisIsAClosedCylinder) {
   EXPECT_FALSE(s->Pick(Position(), Position(1, 0, -10), Position(1, 0, 10)));
 }
 
-TEST_F(SweptTest, HalfTurnLeavesTheEdgesApart) {
-  CLine* profile = Segment(1, 0, 0, 1, 0, 2);
-  CLine* axis = Segment(0, 0, 0, 0, 0, 1);
-  CSurRot* s = Rotation(profile->ID, axis->ID, "3.1416", 12);
-  ASSERT_TRUE(s->GetPoints());
-  s->ComputeNormals();
-  const Vec3& first = s->VertexNormalsOf()[GridIndex(0, 0, 12)];
-  const Vec3& last = s->VertexNormalsOf()[GridIndex(0, 12, 12)];
-  // An open surface: the edge normals lean with their only quad.
-  EXPECT_GT(std::fabs(first.y), 0.05);
-  EXPECT_NEAR(first.x, -last.x, 1e-4);
-}
-
 TEST_F(SweptTest, ProfileOnTheAxisGivesZeroNormalsAndNoNaN) {
   // A segment lying on the axis: every quad has no area.
   CLine* axis = Segment(0, 0, 0, 0, 0, 2);

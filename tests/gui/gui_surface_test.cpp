@@ -147,9 +147,9 @@ void SurfaceFormsTest::aSurfaceMadeThroughFrmF6IsEditedByDoubleClick() {
   QCOMPARE(s->StepV, 10);
   QCOMPARE(s->Vert3D.size(), size_t(13 * 11));
   QCOMPARE(UndoCount, undo + 1);
-  // Corner (x, y) = (2, 2): z = 1, stored as rendering (y, z, x).
+  // Corner (x, y) = (2, 2): z = 1.
   const Position corner = s->Vert3D[GridIndex(12, 10, 10)];
-  QVERIFY(std::fabs(corner.x - 2) < 1e-4 && std::fabs(corner.y - 1) < 1e-4 && std::fabs(corner.z - 2) < 1e-4);
+  QVERIFY(std::fabs(corner.x - 2) < 1e-4 && std::fabs(corner.y - 2) < 1e-4 && std::fabs(corner.z - 1) < 1e-4);
 
   // A double click on the middle of the surface opens the dialog on it.
   Canvas* canvas = window_->picDraw();
@@ -190,7 +190,7 @@ void SurfaceFormsTest::aSurfaceMadeThroughFrmF6IsEditedByDoubleClick() {
   QCOMPARE(s->Vert3D.size(), size_t(9 * 11));
   // (x, y) = (2, -2): z = 6.
   const Position edited = s->Vert3D[GridIndex(8, 0, 10)];
-  QVERIFY(std::fabs(edited.x + 2) < 1e-4 && std::fabs(edited.y - 6) < 1e-4 && std::fabs(edited.z - 2) < 1e-4);
+  QVERIFY(std::fabs(edited.x - 2) < 1e-4 && std::fabs(edited.y + 2) < 1e-4 && std::fabs(edited.z - 6) < 1e-4);
   QCOMPARE(UndoCount, beforeEdit + 1);
   QVERIFY(!EditMode);
 }
