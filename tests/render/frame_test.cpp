@@ -239,34 +239,6 @@ TEST_F(FrameTest, ShortVectorHasAHeadAsLongAsItself) {
   EXPECT_TRUE(IsWhite(At(-0.2f, 0)));
 }
 
-TEST_F(FrameTest, DashedStyleStipplesOnlyInDrawModeOne) {
-  SetCanvas(kW, kH, 4);
-  auto v = std::make_unique<TestVector>();
-  v->ID = "LN0001";
-  v->GELineStyle = 3;  // dots: every other pixel
-  v->GELineWidth = 1;
-  // Half a pixel above a pixel edge, so the line fills one row.
-  const float y = 0.5f + 0.5f / 30;
-  v->pBegin.Set(-2.5f, y, 0);
-  v->pEnd.Set(1.0f, y, 0);
-  TestVector* line = static_cast<TestVector*>(Doc.Lines.Add(std::move(v), "LN0001"));
-  auto gaps = [&]() {
-    int white = 0;
-    double wx, wy;
-    WindowOf(-2.0f, y, 0, wx, wy);
-    for (int x = static_cast<int>(wx); x < static_cast<int>(wx) + 60; ++x) {
-      if (IsWhite(Pixel(x, static_cast<int>(wy)))) ++white;
-    }
-    return white;
-  };
-  Frame();
-  EXPECT_GT(gaps(), 15);
-  line->DrawMode = 2;  // red, solid
-  Frame();
-  EXPECT_EQ(gaps(), 0);
-  EXPECT_TRUE(Near(At(-2.0f, y), 255, 0, 0, 60));
-}
-
 TEST_F(FrameTest, CoordinateLinesRunFromTheSelectedPointToTheAxes) {
   SetCanvas(kW, kH, 8);
   // Both guides run through the middles of pixels (15 pixels to the unit).

@@ -120,24 +120,6 @@ TEST_F(FunCurveDrawTest, InequalityIsAFieldOfPoints) {
   EXPECT_TRUE(WhiteAround(1.6f, 0, 2));
 }
 
-TEST_F(FunCurveDrawTest, DrawModesAndLineStyles) {
-  CFunCurve* c = Curve(2, 1, "", "0.5x+1", 50, "-6", "6");
-  c->DrawMode = 2;
-  Frame();
-  EXPECT_TRUE(Near(2, 2, 1, Reddish));
-  c->DrawMode = 4;
-  Frame();
-  EXPECT_TRUE(Near(2, 2, 1, Greenish));
-  c->DrawMode = 1;
-  c->Show2DCurve = false;
-  Frame();
-  EXPECT_TRUE(WhiteAround(2, 2, 2));
-  c->Show2DCurve = true;
-  c->Hide = true;
-  Frame();
-  EXPECT_TRUE(WhiteAround(2, 2, 2));
-}
-
 TEST_F(FunCurveDrawTest, OverlaysReachTheCanvas) {
   CFunCurve* c = Curve(2, 1, "", "0.5x+1", 60, "-6", "6");
   c->ShowInverse = true;
