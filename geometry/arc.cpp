@@ -93,16 +93,27 @@ void CArc::Sweep(double& start, double& sweep) const {
   if (s <= 0) s += kTwoPi;
   start = a1;
   sweep = s;
-  if (AType == 2) {
-    // The middle point decides the sense: when it does not lie on the way up
-    // from the begin to the end, the arc runs the other way round.
-    double am = AngleOfSegment(pMid, c) - a1;
-    if (am < 0) am += kTwoPi;
-    if (am > s) {
-      start = a2;
-      sweep = kTwoPi - s;
-    }
+  if (AType == 2 && !RunsUp()) {
+    start = a2;
+    sweep = kTwoPi - s;
   }
+}
+
+bool CArc::RunsUp() const {
+  if (AType != 2) return true;
+  // The middle point decides the sense: the arc runs up (counterclockwise)
+  // from the begin through the middle to the end when the three turn left.
+  // Told by the turn of the three rather than by their angles, which are
+  // too coarse for a nearly straight arc of a huge radius.
+  const double turn = (static_cast<double>(pMid.x) - pBegin.x) * (static_cast<double>(pEnd.y) - pMid.y) -
+                      (static_cast<double>(pMid.y) - pBegin.y) * (static_cast<double>(pEnd.x) - pMid.x);
+  if (turn != 0) return turn > 0;
+  const Position c = Centre();
+  const double a1 = AngleOfSegment(pBegin, c);
+  double s = AngleOfSegment(pEnd, c) - a1, am = AngleOfSegment(pMid, c) - a1;
+  if (s <= 0) s += kTwoPi;
+  if (am < 0) am += kTwoPi;
+  return am <= s;
 }
 
 float CArc::RadiusAngle() const {
@@ -160,17 +171,26 @@ int CArc::PieceCount(double radius, double sweep) {
 }
 
 std::vector<Position> CArc::Samples() const {
-  double start, sweep;
-  Sweep(start, sweep);
-  double r = Radius();
-  const int count = PieceCount(r, sweep);
-  Position c = Centre();
+  // The radius to the first end turned step by step about the centre, the
+  // sweep measured between the two radii: the samples begin and end on the
+  // arc's own ends, however large the radius.
+  const bool up = RunsUp();
+  const Position& from = up ? pBegin : pEnd;
+  const Position& to = up ? pEnd : pBegin;
+  const Position c = Centre();
+  const double ux = static_cast<double>(from.x) - c.x, uy = static_cast<double>(from.y) - c.y;
+  const double vx = static_cast<double>(to.x) - c.x, vy = static_cast<double>(to.y) - c.y;
+  double sweep = std::atan2(ux * vy - uy * vx, ux * vx + uy * vy);
+  if (sweep <= 0) sweep += 2 * M_PI;
+  const int count = PieceCount(Radius(), sweep);
   std::vector<Position> out;
   out.reserve(static_cast<size_t>(count) + 1);
-  for (int i = 0; i <= count; ++i) {
-    double a = start + sweep * i / count;
-    out.emplace_back(static_cast<float>(c.x + r * std::cos(a)), static_cast<float>(c.y + r * std::sin(a)), c.z);
+  out.emplace_back(from.x, from.y, c.z);
+  for (int i = 1; i < count; ++i) {
+    const double a = sweep * i / count, cs = std::cos(a), sn = std::sin(a);
+    out.emplace_back(static_cast<float>(c.x + ux * cs - uy * sn), static_cast<float>(c.y + ux * sn + uy * cs), c.z);
   }
+  out.emplace_back(to.x, to.y, c.z);
   return out;
 }
 

@@ -52,6 +52,9 @@ class CArc : public CCarrier {
   float RadiusAngle() const;
   // Start angle and sweep as drawn (a three-point arc may run the other way).
   void Sweep(double& start, double& sweep) const;
+  // True when the arc runs counterclockwise from pBegin to pEnd (always but
+  // for a three-point arc whose middle point says otherwise).
+  bool RunsUp() const;
   // The samples of the arc as drawn, from its start to its end:
   // PieceCount(Radius(), sweep) + 1 of them.
   std::vector<Position> Samples() const;

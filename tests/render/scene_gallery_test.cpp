@@ -298,7 +298,7 @@ std::vector<Scene> SceneGallery::Scenes() {
          shortWay->Hide = true;
          // Through a middle point past the end: the long way round a circle
          // of a huge radius; near the ends it runs on outwards.
-         CArc* longWay = three({8, 1e-4f});
+         CArc* longWay = three({8, 1e-5f});
          g.Frame();
          EXPECT_LE(longWay->Samples().size(), 1025u);
          EXPECT_TRUE(g.Counted({8, 0}, Blue) && g.Counted({-8, 0}, Blue));
