@@ -85,13 +85,17 @@ class SceneGallery : public test::RenderTest, public ::testing::WithParamInterfa
     g->Alpha = alpha;
     return Doc.Regions.Add(std::move(g));
   }
-  CFunCurve* Curve(const std::string& fy, int from, int to, int style) {
+  // A curve of the form (2 explicit, 3 parametric, 1 implicit) and system
+  // (1 cartesian, 2 polar) over [from, to].
+  CFunCurve* Curve(const std::string& fy, double from, double to, int style = 1, int form = 2, int coord = 1,
+                   const std::string& fx = "") {
     auto c = std::make_unique<CFunCurve>();
-    c->Init(NewObjectId("C2"), "", 0, 1, "", fy, "", 400, 400, std::to_string(from), std::to_string(to), -5, 5,
+    c->Init(NewObjectId("C2"), "", 0, coord, fx, fy, "", 400, 400, std::to_string(from), std::to_string(to), -8, 8,
             RGB(0, 0, 255), 2);
     c->LineStyle = style;
+    c->FunForm = form;
     CFunCurve* p = Doc.FunCurves.Add(std::move(c));
-    EXPECT_TRUE(p->GetPoints());
+    if (form != 1) EXPECT_TRUE(p->GetPoints());
     return p;
   }
 
@@ -185,15 +189,22 @@ std::vector<Scene> SceneGallery::Scenes() {
          g.Frame();
          EXPECT_EQ(g.Share(along, Ink), 0);
        }},
-      {"CurveLiesWhereTheFormulaPutsIt",
+      {"CurveFormsLieWhereTheirFormulasPutThem",
        [](SceneGallery& g) {
-         g.Curve("x*x/4-3", -6, 6, 1);
+         g.Curve("x*x/4+4", -4, 4);                               // y = f(x)
+         g.Curve("2*sin(u)-4", 0, 6.2832, 1, 3, 1, "2*cos(u)-5");  // a circle about (-5, -4)
+         g.Curve("2*sin(2a)", 0, 6.2832, 1, 2, 2);                 // a rose of four petals
+         g.Curve("(x-5)^2+(y+4)^2-4", -8, 8, 1, 1);                // implicit: a circle about (5, -4)
          g.Frame();
-         for (float x = -5; x <= 5; x += 0.5f) {
-           EXPECT_TRUE(g.Projected({x, x * x / 4 - 3}, Blue)) << x;
-           EXPECT_TRUE(g.Counted({x, x * x / 4 - 3}, Blue)) << x;
-           EXPECT_FALSE(g.Counted({x, x * x / 4 - 1.5f}, Ink)) << x;
-         }
+         std::vector<XY> on, off = {{-5, -4}, {5, -4}, {1.5f, 0}, {0, -1.5f}};
+         for (float x = -4; x <= 4; x += 0.5f) on.push_back({x, x * x / 4 + 4}), off.push_back({x, x * x / 4 + 5.5f});
+         for (double a = 0; a < 360; a += 45) on.push_back(Polar(-5, -4, 2, a)), on.push_back(Polar(5, -4, 2, a + 10));
+         for (double a = 45; a < 360; a += 90) on.push_back(Polar(0, 0, 2, a));
+         for (XY p : on) EXPECT_TRUE(g.Projected(p, Blue) && g.Counted(p, Blue)) << p.first << ", " << p.second;
+         for (XY p : off) EXPECT_FALSE(g.Counted(p, Ink)) << p.first << ", " << p.second;
+         const Image first = g.image_;  // repaints trace the implicit grid anew: the same picture
+         g.Frame();
+         EXPECT_EQ(first.rgb, g.image_.rgb);
        }},
       {"MirroredArcCoversTheAngleOfItsOriginal",
        [](SceneGallery& g) {
