@@ -31,12 +31,6 @@ class OverlayText : public CText {
   void Draw() override { DrawTextAt(PosX, PosY, 0, "Note"); }
 };
 
-// A vector drawn by the shared vector routine.
-class TestVector : public CLine {
- public:
-  void Draw() override { DrawVector(*this); }
-};
-
 class FrameTest : public RenderTest {};
 
 TEST_F(FrameTest, OneSceneListIsAliveAtATime) {
@@ -197,46 +191,6 @@ TEST_F(FrameTest, AxesReachFurtherUpInSpaceAndGainAZAxis) {
   EXPECT_FALSE(DarkNear(0, 0, -7.5f));
   EXPECT_TRUE(DarkNear(0.15f, 0, 4));
   EXPECT_FALSE(DarkNear(-0.6f, 0, 4.5f));  // ticks stand on one side
-}
-
-TEST_F(FrameTest, VectorHasAnArrowHeadInThePlaneOnly) {
-  SetCanvas(kW, kH, 4);  // 30 pixels to the unit
-  auto v = std::make_unique<TestVector>();
-  v->ID = "LN0001";
-  v->lt = 4;
-  v->GELineWidth = 1;
-  v->pBegin.Set(-2, 0, 0);
-  v->pEnd.Set(1.5f, 0, 0);
-  Doc.Lines.Add(std::move(v), "LN0001");
-  Frame();
-  // The head is 0.45 long and 2 * 0.45 * tan 15 deg = 0.24 wide at its base.
-  EXPECT_TRUE(IsDark(At(1.5f - 0.3f, 0.06f)));
-  EXPECT_TRUE(IsDark(At(1.5f - 0.3f, -0.06f)));
-  EXPECT_TRUE(IsWhite(At(1.5f - 0.3f, 0.16f)));
-  EXPECT_TRUE(IsWhite(At(-1.0f, 0.06f)));  // the shaft is thin
-  EXPECT_TRUE(IsWhite(At(1.6f, 0)));       // nothing past the tip
-
-  SceneMode = 3;  // in space a vector is a plain segment
-  Frame();
-  EXPECT_TRUE(IsDark(At(0, 0, 0)));
-  EXPECT_TRUE(IsWhite(At(1.5f - 0.3f, 0.06f)));
-  EXPECT_TRUE(IsWhite(At(1.5f - 0.3f, -0.06f)));
-}
-
-TEST_F(FrameTest, ShortVectorHasAHeadAsLongAsItself) {
-  SetCanvas(kW, kH, 2);  // 60 pixels to the unit
-  auto v = std::make_unique<TestVector>();
-  v->ID = "LN0001";
-  v->lt = 4;
-  v->GELineWidth = 1;
-  v->pBegin.Set(-0.15f, 0, 0);
-  v->pEnd.Set(0.15f, 0, 0);
-  Doc.Lines.Add(std::move(v), "LN0001");
-  Frame();
-  // Near the start the head is still 2 * 0.27 * tan 15 deg = 0.14 wide.
-  EXPECT_TRUE(IsDark(At(-0.12f, 0.04f)));
-  EXPECT_TRUE(IsDark(At(-0.12f, -0.04f)));
-  EXPECT_TRUE(IsWhite(At(-0.2f, 0)));
 }
 
 TEST_F(FrameTest, CoordinateLinesRunFromTheSelectedPointToTheAxes) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "document/document.h"
+#include "document/globals.h"
 #include "geometry/line.h"
 #include "geometry/propagation.h"
 #include "graphs/funcurve.h"
@@ -167,6 +168,23 @@ std::vector<Scene> SceneGallery::Scenes() {
          dashed->DrawMode = 2;  // selected: red and solid, whatever the style
          g.Frame();
          EXPECT_GT(g.Share(along, Red), 0.95);
+       }},
+      {"VectorHeadsInThePlaneOnly",
+       [](SceneGallery& g) {
+         g.SetCanvas(200, 200, 4);  // 50 pixels to the unit
+         g.Line({-2, 1.01f}, {1.5f, 1.01f}, 4, 0)->GELineWidth = 1;
+         g.Line({-0.15f, -1.01f}, {0.15f, -1.01f}, 4, 0)->GELineWidth = 1;  // shorter than a head
+         g.Frame();
+         // 0.45 long, 2 * 0.45 * tan 15 deg = 0.24 wide at the base; as long as
+         // the vector where that is shorter.
+         for (XY p : {XY{1.2f, 1.07f}, {1.2f, 0.95f}, {-0.12f, -0.97f}, {-0.12f, -1.05f}})
+           EXPECT_TRUE(Dark(g.At(p.first, p.second))) << p.first << ", " << p.second;
+         for (XY p : {XY{1.2f, 1.17f}, {-1, 1.07f}, {1.6f, 1.01f}, {-0.22f, -1.01f}})
+           EXPECT_TRUE(IsWhite(g.At(p.first, p.second))) << p.first << ", " << p.second;
+         SceneMode = 3;  // in space a vector is a plain segment
+         g.Frame();
+         EXPECT_TRUE(Dark(g.At(0, 1.01f)));
+         EXPECT_TRUE(IsWhite(g.At(1.2f, 1.07f)) && IsWhite(g.At(1.2f, 0.95f)));
        }},
       {"DashedSmoothCurveHasGaps",
        [](SceneGallery& g) {
