@@ -52,17 +52,6 @@ class FunCurveDrawTest : public RenderTest {
   }
 };
 
-TEST_F(FunCurveDrawTest, ReciprocalLeavesTheAxisColumnEmpty) {
-  Curve(2, 1, "", "1/x", 100, "-1", "1");
-  Frame();
-  // Both branches show, and no chord joins them through the middle.
-  EXPECT_TRUE(Near(0.5f, 2, 1, Bluish));
-  EXPECT_TRUE(Near(-0.5f, -2, 1, Bluish));
-  // A chord across would run from (-0.02, -50) to (0.02, 50) through the
-  // middle; the branches themselves stay 3 pixels off it there.
-  for (float y = -3; y <= 3; y += 0.1f) EXPECT_TRUE(IsWhite(At(0.005f, y))) << y;
-}
-
 TEST_F(FunCurveDrawTest, InequalityIsAFieldOfPoints) {
   SetCanvas(kW, kH, 6);
   CFunCurve* c = Curve(4, 1, "", "x^2+y^2-1", 20, "-2", "2", -2, 2);

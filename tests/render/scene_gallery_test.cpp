@@ -213,8 +213,10 @@ std::vector<Scene> SceneGallery::Scenes() {
          g.Curve("2*sin(u)-4", 0, 6.2832, 1, 3, 1, "2*cos(u)-5");  // a circle about (-5, -4)
          g.Curve("2*sin(2a)", 0, 6.2832, 1, 2, 2);                 // a rose of four petals
          g.Curve("(x-5)^2+(y+4)^2-4", -8, 8, 1, 1);                // implicit: a circle about (5, -4)
+         g.Curve("1/(x-6)+3", 5, 7);  // two branches, no chord across
          g.Frame();
-         std::vector<XY> on, off = {{-5, -4}, {5, -4}, {1.5f, 0}, {0, -1.5f}};
+         std::vector<XY> on = {{6.5f, 5}, {5.5f, 1}}, off = {{-5, -4}, {5, -4}, {1.5f, 0}, {0, -1.5f}};
+         for (float y = 0; y <= 6; y += 0.1f) off.push_back({6.005f, y});
          for (float x = -4; x <= 4; x += 0.5f) on.push_back({x, x * x / 4 + 4}), off.push_back({x, x * x / 4 + 5.5f});
          for (double a = 0; a < 360; a += 45) on.push_back(Polar(-5, -4, 2, a)), on.push_back(Polar(5, -4, 2, a + 10));
          for (double a = 45; a < 360; a += 90) on.push_back(Polar(0, 0, 2, a));
