@@ -9,11 +9,9 @@
 #include <string>
 
 #include "document/globals.h"
-#include "geometry/line.h"
 #include "render/canvas_input.h"
 #include "render/frame.h"
 #include "render/material.h"
-#include "render/strokes.h"
 #include "render/text.h"
 #include "render/view_state.h"
 #include "render_fixture.h"
