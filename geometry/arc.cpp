@@ -7,6 +7,7 @@
 #include "geometry/geom.h"
 #include "geometry/line.h"
 #include "persist/record.h"
+#include "render/view_state.h"
 
 namespace vt {
 
@@ -92,16 +93,27 @@ void CArc::Sweep(double& start, double& sweep) const {
   if (s <= 0) s += kTwoPi;
   start = a1;
   sweep = s;
-  if (AType == 2) {
-    // The middle point decides the sense: when it does not lie on the way up
-    // from the begin to the end, the arc runs the other way round.
-    double am = AngleOfSegment(pMid, c) - a1;
-    if (am < 0) am += kTwoPi;
-    if (am > s) {
-      start = a2;
-      sweep = kTwoPi - s;
-    }
+  if (AType == 2 && !RunsUp()) {
+    start = a2;
+    sweep = kTwoPi - s;
   }
+}
+
+bool CArc::RunsUp() const {
+  if (AType != 2) return true;
+  // The middle point decides the sense: the arc runs up (counterclockwise)
+  // from the begin through the middle to the end when the three turn left.
+  // Told by the turn of the three rather than by their angles, which are
+  // too coarse for a nearly straight arc of a huge radius.
+  const double turn = (static_cast<double>(pMid.x) - pBegin.x) * (static_cast<double>(pEnd.y) - pMid.y) -
+                      (static_cast<double>(pMid.y) - pBegin.y) * (static_cast<double>(pEnd.x) - pMid.x);
+  if (turn != 0) return turn > 0;
+  const Position c = Centre();
+  const double a1 = AngleOfSegment(pBegin, c);
+  double s = AngleOfSegment(pEnd, c) - a1, am = AngleOfSegment(pMid, c) - a1;
+  if (s <= 0) s += kTwoPi;
+  if (am < 0) am += kTwoPi;
+  return am <= s;
 }
 
 float CArc::RadiusAngle() const {
@@ -118,24 +130,67 @@ float CArc::RadiusAngle() const {
   return static_cast<float>(s);
 }
 
-std::vector<Position> CArc::Samples() const {
-  double start, sweep;
-  Sweep(start, sweep);
-  double r = Radius();
-  double f = sweep / kTwoPi;
+namespace {
+
+// The most pieces an arc is drawn with: more than a canvas can tell apart.
+constexpr int kMaxArcPieces = 1024;
+
+// The size of one pixel of the canvas in scene units (the finer of the two
+// directions); a tenth of a unit when the view has no size yet.
+double SceneUnitsPerPixel() {
+  double best = 0;
+  if (View.ScreenWidth > 0 && View.VolWidth > 0) best = View.VolWidth / View.ScreenWidth;
+  if (View.ScreenHeight > 0 && View.VolHeight > 0) {
+    const double h = View.VolHeight / View.ScreenHeight;
+    if (best <= 0 || h < best) best = h;
+  }
+  return best > 0 ? best : 0.1;
+}
+
+}  // namespace
+
+int CArc::PieceCount(double radius, double sweep) {
+  const double f = sweep / kTwoPi;
   double n;
-  if (r <= 0.25) n = 6 * f;
-  else if (r <= 0.5) n = 10 * f;
-  else if (r < 1) n = 16 * f;
-  else n = std::max(r * 20 * f, 20 * f);
+  if (radius <= 0.25) n = 6 * f;
+  else if (radius <= 0.5) n = 10 * f;
+  else if (radius < 1) n = 16 * f;
+  else n = std::max(radius * 20 * f, 20 * f);
+  if (!(n < kMaxArcPieces)) n = kMaxArcPieces;  // also NaN
   int count = std::max(3, static_cast<int>(RoundToLong(n)));
-  Position c = Centre();
+  // What the canvas can show bounds the count. An arc that bulges less than
+  // half a pixel off its chord looks straight: it takes the fewest pieces.
+  const double px = SceneUnitsPerPixel();
+  if (!(radius > 0) || radius * (1 - std::cos(std::min(sweep, kTwoPi) / 2)) < px / 2) return 3;
+  // Pieces whose bulge stays under half a pixel, never fewer than a solid
+  // circle's 60 for a whole turn.
+  const double step = 2 * std::acos(std::max(-1.0, 1 - px / (2 * radius)));
+  double enough = step > 0 ? std::ceil(sweep / step) : kMaxArcPieces;
+  enough = std::clamp(enough, 60.0, static_cast<double>(kMaxArcPieces));
+  return std::min(count, static_cast<int>(enough));
+}
+
+std::vector<Position> CArc::Samples() const {
+  // The radius to the first end turned step by step about the centre, the
+  // sweep measured between the two radii: the samples begin and end on the
+  // arc's own ends, however large the radius.
+  const bool up = RunsUp();
+  const Position& from = up ? pBegin : pEnd;
+  const Position& to = up ? pEnd : pBegin;
+  const Position c = Centre();
+  const double ux = static_cast<double>(from.x) - c.x, uy = static_cast<double>(from.y) - c.y;
+  const double vx = static_cast<double>(to.x) - c.x, vy = static_cast<double>(to.y) - c.y;
+  double sweep = std::atan2(ux * vy - uy * vx, ux * vx + uy * vy);
+  if (sweep <= 0) sweep += 2 * M_PI;
+  const int count = PieceCount(Radius(), sweep);
   std::vector<Position> out;
   out.reserve(static_cast<size_t>(count) + 1);
-  for (int i = 0; i <= count; ++i) {
-    double a = start + sweep * i / count;
-    out.emplace_back(static_cast<float>(c.x + r * std::cos(a)), static_cast<float>(c.y + r * std::sin(a)), c.z);
+  out.emplace_back(from.x, from.y, c.z);
+  for (int i = 1; i < count; ++i) {
+    const double a = sweep * i / count, cs = std::cos(a), sn = std::sin(a);
+    out.emplace_back(static_cast<float>(c.x + ux * cs - uy * sn), static_cast<float>(c.y + ux * sn + uy * cs), c.z);
   }
+  out.emplace_back(to.x, to.y, c.z);
   return out;
 }
 
@@ -229,6 +284,15 @@ void CArc::AddStruPoint(const Position& p, float angle) {
 
 // ---- transforms -------------------------------------------------------------------
 
+bool ReversesTurn(const std::function<Position(const Position&)>& map, const Position& at) {
+  const Position o = map(Position(at.x, at.y, at.z));
+  const Position ex = map(Position(at.x + 1, at.y, at.z));
+  const Position ey = map(Position(at.x, at.y + 1, at.z));
+  const double det = (static_cast<double>(ex.x) - o.x) * (static_cast<double>(ey.y) - o.y) -
+                     (static_cast<double>(ex.y) - o.y) * (static_cast<double>(ey.x) - o.x);
+  return det < 0;
+}
+
 CArc* CArc::Transform(const std::function<Position(const Position&)>& map, int flag, int transType,
                       const std::string& paramId, int moveType, float p1, float p2, float p3) {
   auto moved = [&](const Position& p) {
@@ -237,11 +301,17 @@ CArc* CArc::Transform(const std::function<Position(const Position&)>& map, int f
     out.Set(m.x, m.y, m.z);
     return out;
   };
+  // A map that turns the sense of rotation round (a reflection in a line or
+  // an upright plane) would draw the other part of the circle from the same
+  // ends: begin and end change places. A three-point arc keeps its sense by
+  // its middle point.
+  const bool reversed = AType != 2 && ReversesTurn(map, Centre());
   if (flag == 1) {
     pBegin = moved(pBegin);
     pEnd = moved(pEnd);
     PCenter = moved(PCenter);
     if (!pMid.ID.empty()) pMid = moved(pMid);
+    if (reversed) std::swap(pBegin, pEnd);
     return nullptr;
   }
   auto img = std::make_unique<CArc>();
@@ -267,6 +337,7 @@ CArc* CArc::Transform(const std::function<Position(const Position&)>& map, int f
     second.ID = Doc.Points.Item(n - 1)->ID;
     img->pEnd.ID = Doc.Points.Item(n)->ID;
   }
+  if (reversed) std::swap(img->pBegin, img->pEnd);
   img->R = img->Radius();
   return Doc.Arcs.Add(std::move(img));
 }

@@ -12,6 +12,12 @@ namespace vt {
 
 class RecordReader;
 
+// True when the map, seen from above, turns the sense of rotation about `at`
+// round: a reflection in a line, or in a plane nearer upright than flat. An
+// arc's image under such a map runs from the image of its end to the image
+// of its begin.
+bool ReversesTurn(const std::function<Position(const Position&)>& map, const Position& at);
+
 class CArc : public CCarrier {
  public:
   CArc() {
@@ -46,8 +52,17 @@ class CArc : public CCarrier {
   float RadiusAngle() const;
   // Start angle and sweep as drawn (a three-point arc may run the other way).
   void Sweep(double& start, double& sweep) const;
-  // The samples of the arc as drawn, from its start to its end.
+  // True when the arc runs counterclockwise from pBegin to pEnd (always but
+  // for a three-point arc whose middle point says otherwise).
+  bool RunsUp() const;
+  // The samples of the arc as drawn, from its start to its end:
+  // PieceCount(Radius(), sweep) + 1 of them.
   std::vector<Position> Samples() const;
+  // How many pieces an arc of this radius and sweep is drawn with: by the
+  // radius as a dashed circle (6, 10, 16 or 20 per unit of radius a whole
+  // turn, at least 3), bounded by what the canvas can show, so that a nearly
+  // straight arc of a huge radius costs no more than a few chords.
+  static int PieceCount(double radius, double sweep);
   // 51 samples along the arc.
   std::vector<Position> Points() const;
   std::vector<Position> GetRotPoints() const { return Points(); }

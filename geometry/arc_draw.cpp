@@ -1,4 +1,6 @@
 // Drawing of arcs.
+#include <cmath>
+
 #include "geometry/arc.h"
 #include "render/gl_batch.h"
 #include "render/strokes.h"
@@ -40,11 +42,11 @@ void CArc::Draw() {
   bool stippled = DrawMode == 1 && LineStippleOf(GELineStyle, factor, pattern);
   if (stippled) glb::LineStipple(factor, pattern);
   glb::Enable(GL_LINE_STIPPLE, stippled);
+  // The arc is one strip, so that a dash pattern runs along it unbroken.
+  glb::Begin(GL_LINE_STRIP);
+  for (const Position& p : s) glVertex3f(p.x, p.y, p.z);
+  glb::End();
   glb::Begin(GL_LINES);
-  for (size_t i = 0; i + 1 < s.size(); ++i) {
-    glVertex3f(s[i].x, s[i].y, s[i].z);
-    glVertex3f(s[i + 1].x, s[i + 1].y, s[i + 1].z);
-  }
   if (AT == 2) {
     glVertex3f(s.front().x, s.front().y, s.front().z);
     glVertex3f(c.x, c.y, c.z);
@@ -59,6 +61,14 @@ void CArc::Draw() {
   glb::Enable(GL_LINE_SMOOTH, false);
   glb::Enable(GL_BLEND, false);
   glb::Enable(GL_LIGHTING, true);
+
+  if (!HideLabel && !Label.empty()) {
+    // Half way along the arc, a tenth of a unit outside it.
+    double start, sweep;
+    Sweep(start, sweep);
+    const double a = start + sweep / 2, r = Radius() + 0.1;
+    QueueLabel(static_cast<float>(c.x + r * std::cos(a)), static_cast<float>(c.y + r * std::sin(a)), c.z, Label);
+  }
 }
 
 }  // namespace vt

@@ -1,4 +1,7 @@
 // Drawing of circles.
+#include <algorithm>
+#include <cmath>
+
 #include "geometry/circle.h"
 #include "render/gl_batch.h"
 #include "render/strokes.h"
@@ -34,46 +37,50 @@ void CCircle::Draw() {
   if (stippled) glb::LineStipple(factor, pattern);
   glb::Enable(GL_LINE_STIPPLE, stippled);
 
-  // Each rim piece is a line of its own, so a dash pattern starts anew on
-  // every piece.
+  // The rim is one strip, so that a dash pattern runs round it unbroken
+  // (restarted on every piece, a circle of more than a few pixels a piece
+  // would look solid).
   bool planar = !(CType == 2 || CType == 5);
   Position centre = Centre();
   if (planar) centre.z = 0;
   if (Filled) {
-    // The disc is painted piece by piece under a blend, the outline after
-    // each piece.
+    // The disc is painted piece by piece under a blend, the outline after it.
     glb::Enable(GL_DEPTH_TEST, false);
+    SetColor(color, 0.3f);
+    glb::Begin(GL_TRIANGLES);
     for (int i = 0; i < DrawSegments; ++i) {
       const Position& a = Rim[static_cast<size_t>(i)];
       const Position& b = Rim[static_cast<size_t>(i) + 1];
-      glb::Begin(GL_TRIANGLES);
-      SetColor(color, 0.3f);
       glVertex3f(centre.x, centre.y, centre.z);
-      glVertex3f(a.x, a.y, a.z);
-      glVertex3f(b.x, b.y, b.z);
-      glb::End();
-      glb::Begin(GL_LINES);
-      SetColor(color);
-      glVertex3f(a.x, a.y, a.z);
-      glVertex3f(b.x, b.y, b.z);
-      glb::End();
-    }
-    glb::Enable(GL_DEPTH_TEST, true);
-  } else {
-    SetColor(color);
-    glb::Begin(GL_LINES);
-    for (int i = 0; i < DrawSegments; ++i) {
-      const Position& a = Rim[static_cast<size_t>(i)];
-      const Position& b = Rim[static_cast<size_t>(i) + 1];
       glVertex3f(a.x, a.y, a.z);
       glVertex3f(b.x, b.y, b.z);
     }
     glb::End();
   }
+  SetColor(color);
+  glb::Begin(GL_LINE_STRIP);
+  for (int i = 0; i <= DrawSegments; ++i) {
+    const Position& a = Rim[static_cast<size_t>(i)];
+    glVertex3f(a.x, a.y, a.z);
+  }
+  glb::End();
+  if (Filled) glb::Enable(GL_DEPTH_TEST, true);
   glb::Enable(GL_LINE_STIPPLE, false);
   glb::Enable(GL_LINE_SMOOTH, false);
   glb::Enable(GL_BLEND, false);
   glb::Enable(GL_LIGHTING, true);
+
+  if (!HideLabel && !CLabel.empty() && !Rim.empty()) {
+    // On the rim, an eighth of a turn up (the text runs outwards from there);
+    // a circle in the plane a tenth of a unit outside its rim.
+    if (planar) {
+      const double out = (Radius() + 0.1) * std::sqrt(0.5);
+      QueueLabel(static_cast<float>(centre.x + out), static_cast<float>(centre.y + out), 0.0f, CLabel);
+    } else {
+      const Position& at = Rim[std::min(Rim.size() - 1, static_cast<size_t>(DrawSegments) / 8)];
+      QueueLabel(at.x, at.y, at.z, CLabel);
+    }
+  }
 }
 
 }  // namespace vt

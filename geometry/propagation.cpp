@@ -417,10 +417,17 @@ void RefreshArc(CArc& a) {
   }
   const CArc* src = Doc.Arcs.FindById(a.LKID);
   if (!src || src == &a) return;
-  PlaceCopy(a.pBegin, ImageUnder(src->pBegin, a, a.Para1, a.Para2, a.Para3));
-  if (src->AType == 2) PlaceCopy(a.pMid, ImageUnder(src->pMid, a, a.Para1, a.Para2, a.Para3));
-  else PlaceCopy(a.PCenter, ImageUnder(src->PCenter, a, a.Para1, a.Para2, a.Para3));
-  PlaceCopy(a.pEnd, ImageUnder(src->pEnd, a, a.Para1, a.Para2, a.Para3));
+  // Under a reflection the image runs from the image of the end to the
+  // image of the begin (see ReversesTurn).
+  const auto image = [&](const Position& p) { return ImageUnder(p, a, a.Para1, a.Para2, a.Para3); };
+  const bool reversed = src->AType != 2 && ReversesTurn(image, src->Centre());
+  // An image made before its ends were exchanged: exchange them now.
+  if (const Position* first = reversed ? FindPoint(a.pBegin.ID) : nullptr)
+    if (first->ptype == 10 && !src->pBegin.ID.empty() && first->LKID == src->pBegin.ID) std::swap(a.pBegin, a.pEnd);
+  PlaceCopy(reversed ? a.pEnd : a.pBegin, image(src->pBegin));
+  if (src->AType == 2) PlaceCopy(a.pMid, image(src->pMid));
+  else PlaceCopy(a.PCenter, image(src->PCenter));
+  PlaceCopy(reversed ? a.pBegin : a.pEnd, image(src->pEnd));
   a.R = a.Radius();
 }
 

@@ -81,7 +81,15 @@ std::unique_ptr<CRegion> CRegion::Load(RecordReader& r) {
 
 // ---- shape ----------------------------------------------------------------------
 
-void CRegion::Draw() { DrawRegionFill(*this, false); }
+void CRegion::Draw() {
+  DrawRegionFill(*this, false);
+  if (Hide || HideLabel || Label.empty() || Points.empty()) return;
+  // In the middle of the corners.
+  double x = 0, y = 0, z = 0;
+  for (const Position& p : Points) x += p.x, y += p.y, z += p.z;
+  const double n = static_cast<double>(Points.size());
+  QueueLabel(static_cast<float>(x / n), static_cast<float>(y / n), static_cast<float>(z / n), Label);
+}
 void CRegion::Draw2() { DrawRegionFill(*this, true); }
 
 void CRegion::GetBox(CBox& box) const {

@@ -1,9 +1,9 @@
 // Drawing of function curves: the polyline forms with their overlays, the
 // implicit curve through the contour tracer, and the point field.
 //
-// Many segments of one look go into one GL_LINES run (each pair is still a
-// separate line, so a stipple starts anew on every chord), and GL state is
-// set once per look, not per segment.
+// A curve's polyline is drawn as one line strip from hole to hole, so that a
+// dash pattern runs along the whole curve (a stipple starts anew only where
+// a strip begins); GL state is set once per look, not per segment.
 #include <GL/gl.h>
 
 #include <algorithm>
@@ -38,25 +38,27 @@ bool CurveStipple(int style, int& factor, unsigned short& pattern) {
   }
 }
 
-// The chords of the first `count` samples, skipping those with a hole at
-// either end; with `swap` the graph of the inverse (x and y exchanged).
+// The polyline of the first `count` samples, broken at the holes: one strip
+// for each run of samples between holes; with `swap` the graph of the
+// inverse (x and y exchanged).
 void DrawChords(const std::vector<Position>& s, size_t count, bool swap) {
   count = std::min(count, s.size());
-  if (count < 2) return;
-  glBegin(GL_LINES);
-  for (size_t i = 0; i + 1 < count; ++i) {
-    const Position& a = s[i];
-    const Position& b = s[i + 1];
-    if (IsHole(a) || IsHole(b)) continue;
-    if (swap) {
-      glVertex3f(a.y, a.x, a.z);
-      glVertex3f(b.y, b.x, b.z);
-    } else {
-      glVertex3f(a.x, a.y, a.z);
-      glVertex3f(b.x, b.y, b.z);
+  size_t i = 0;
+  while (i < count) {
+    while (i < count && IsHole(s[i])) ++i;
+    size_t j = i;
+    while (j < count && !IsHole(s[j])) ++j;
+    if (j - i >= 2) {
+      glBegin(GL_LINE_STRIP);
+      for (size_t k = i; k < j; ++k) {
+        const Position& a = s[k];
+        if (swap) glVertex3f(a.y, a.x, a.z);
+        else glVertex3f(a.x, a.y, a.z);
+      }
+      glEnd();
     }
+    i = j;
   }
-  glEnd();
 }
 
 void LineLook(std::uint32_t color, float width) {

@@ -42,7 +42,13 @@ bool g_dirty = false;
 GLenum g_open = 0xFFFF;  // the primitive left open, or none
 constexpr GLenum kNone = 0xFFFF;
 float g_color[4] = {0, 0, 0, 1};
-bool g_colorSent = false;  // the wanted colour is the one in force
+// The wanted colour has been issued in the primitive that is open now (or,
+// with nothing open, outside any primitive). A closed primitive forgets it:
+// a colour given after the last vertex of a primitive is not reliably the
+// current colour once that primitive ends (display lists drop it), so every
+// primitive issues its colour again before its first vertex.
+bool g_colorSent = false;
+bool g_inside = false;  // between the caller's Begin and End
 
 int CapIndex(GLenum cap) {
   for (int i = 0; i < kCapCount; ++i)
@@ -56,7 +62,13 @@ void CloseOpen() {
   if (g_open != kNone) {
     glEnd();
     g_open = kNone;
+    g_colorSent = false;
   }
+}
+
+void SendColor() {
+  glColor4f(g_color[0], g_color[1], g_color[2], g_color[3]);
+  g_colorSent = true;
 }
 
 void Apply() {
@@ -104,6 +116,7 @@ void Reset() {
   g_dirty = false;
   g_open = kNone;
   g_colorSent = false;
+  g_inside = false;
 }
 
 bool Active() { return g_active; }
@@ -182,14 +195,16 @@ void PolygonMode(GLenum mode) {
 }
 
 void Color(float r, float g, float b, float a) {
-  if (!g_active || g_open != kNone) {
-    // Inside a primitive a colour is a vertex colour.
+  if (!g_active || g_inside) {
+    // Between Begin and End a colour is a vertex colour.
     glColor4f(r, g, b, a);
     g_color[0] = r, g_color[1] = g, g_color[2] = b, g_color[3] = a;
-    g_colorSent = true;
+    g_colorSent = g_active;
     return;
   }
-  if (g_colorSent && g_color[0] == r && g_color[1] == g && g_color[2] == b && g_color[3] == a) return;
+  if (g_color[0] == r && g_color[1] == g && g_color[2] == b && g_color[3] == a) return;
+  // Outside the caller's primitive (a joined one may still be open): the
+  // colour goes with the next primitive, before its first vertex.
   g_color[0] = r, g_color[1] = g, g_color[2] = b, g_color[3] = a;
   g_colorSent = false;
 }
@@ -205,10 +220,8 @@ void Begin(GLenum mode) {
     glBegin(mode);
     g_open = mode;
   }
-  if (!g_colorSent) {
-    glColor4f(g_color[0], g_color[1], g_color[2], g_color[3]);
-    g_colorSent = true;
-  }
+  if (!g_colorSent) SendColor();
+  g_inside = true;
 }
 
 void End() {
@@ -216,6 +229,7 @@ void End() {
     glEnd();
     return;
   }
+  g_inside = false;
   // Stays open for a following primitive of the same kind; a strip or a fan
   // cannot be continued.
   if (!Joinable(g_open)) CloseOpen();
@@ -225,10 +239,7 @@ void Sync() {
   if (!g_active) return;
   CloseOpen();
   Apply();
-  if (!g_colorSent) {
-    glColor4f(g_color[0], g_color[1], g_color[2], g_color[3]);
-    g_colorSent = true;
-  }
+  if (!g_colorSent) SendColor();
 }
 
 void Forget() {

@@ -9,7 +9,11 @@
 // the next primitive, only where it differs, and independent primitives of
 // the same kind (GL_LINES, GL_TRIANGLES, GL_QUADS) join one glBegin/glEnd,
 // colours travelling as vertex colours. The picture is the same: GL_LINES
-// restarts the stipple at every segment anyway.
+// restarts the stipple at every segment anyway. Any change of switch, width,
+// stipple, blend, hint or polygon mode closes the open primitive first; a
+// colour never does, but every primitive that is (re)opened issues the
+// wanted colour before its first vertex, so no object depends on a colour
+// left behind by the one before it.
 //
 // Rules for code that draws into the list:
 // - state through Enable/LineWidth/LineStipple/BlendFunc/Hint/PolygonMode,
@@ -36,6 +40,9 @@ void LineStipple(GLint factor, GLushort pattern);
 void BlendFunc(GLenum src, GLenum dst);
 void Hint(GLenum target, GLenum mode);
 void PolygonMode(GLenum mode);  // front and back
+// Between Begin and End: the colour of the following vertices. Elsewhere:
+// the colour of the next primitive (a joined primitive that is still open
+// takes it as a vertex colour).
 void Color(float r, float g, float b, float a = 1.0f);
 
 // Starts a primitive; continues the open one when it is of the same kind,

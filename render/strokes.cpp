@@ -245,8 +245,13 @@ bool InPointBatch() { return g_pointBatch; }
 
 void QueueLabel(float x, float y, float z, const std::string& text) {
   if (text.empty()) return;
-  if (g_labelBatch) g_labels.push_back(TextAt{x, y, z, &text});
-  else DrawTextAt(x, y, z, text);
+  if (g_labelBatch) {
+    g_labels.push_back(TextAt{x, y, z, &text});
+    return;
+  }
+  glb::Sync();
+  DrawTextAt(x, y, z, text);
+  glb::Forget();
 }
 
 void DrawBall(float radius) {

@@ -115,6 +115,10 @@ class Run {
     return nullptr;
   }
 
+  bool Moved(const std::string& id) const {
+    return !id.empty() && std::find(moved_.begin(), moved_.end(), id) != moved_.end();
+  }
+
   // In place: a free point moves with its copies.
   void MoveFree(const std::string& id) {
     Position* p = FindPoint(id);
@@ -178,8 +182,16 @@ class Run {
   }
 
   void Arc(CArc& a, bool generate) {
+    // A reflection turns the sense round: the arc then runs from the image of
+    // its end to the image of its begin (a three-point arc keeps its sense by
+    // its middle point).
+    const bool reversed =
+        a.AType != 2 && ReversesTurn([this](const Position& p) { return Mapped(p); }, a.Centre());
     if (!generate) {
       for (const Position* s : {&a.pBegin, &a.PCenter, &a.pMid, &a.pEnd}) MoveFree(s->ID);
+      // Its copies follow the points; when its ends and centre all moved,
+      // the ends change places as well.
+      if (reversed && Moved(a.pBegin.ID) && Moved(a.PCenter.ID) && Moved(a.pEnd.ID)) std::swap(a.pBegin, a.pEnd);
       return;
     }
     Position* b = ImageOfSlot(a.pBegin);
@@ -187,6 +199,7 @@ class Run {
     Position* e = ImageOfSlot(a.pEnd);
     CArc* img = MakeImage(a);
     if (!img) return;
+    if (reversed) std::swap(b, e);
     img->pBegin = HolderCopy(*b);
     img->pEnd = HolderCopy(*e);
     if (a.AType == 2) {

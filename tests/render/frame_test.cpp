@@ -9,11 +9,9 @@
 #include <string>
 
 #include "document/globals.h"
-#include "geometry/line.h"
 #include "render/canvas_input.h"
 #include "render/frame.h"
 #include "render/material.h"
-#include "render/strokes.h"
 #include "render/text.h"
 #include "render/view_state.h"
 #include "render_fixture.h"
@@ -29,12 +27,6 @@ using test::Rgb;
 class OverlayText : public CText {
  public:
   void Draw() override { DrawTextAt(PosX, PosY, 0, "Note"); }
-};
-
-// A vector drawn by the shared vector routine.
-class TestVector : public CLine {
- public:
-  void Draw() override { DrawVector(*this); }
 };
 
 class FrameTest : public RenderTest {};
@@ -197,74 +189,6 @@ TEST_F(FrameTest, AxesReachFurtherUpInSpaceAndGainAZAxis) {
   EXPECT_FALSE(DarkNear(0, 0, -7.5f));
   EXPECT_TRUE(DarkNear(0.15f, 0, 4));
   EXPECT_FALSE(DarkNear(-0.6f, 0, 4.5f));  // ticks stand on one side
-}
-
-TEST_F(FrameTest, VectorHasAnArrowHeadInThePlaneOnly) {
-  SetCanvas(kW, kH, 4);  // 30 pixels to the unit
-  auto v = std::make_unique<TestVector>();
-  v->ID = "LN0001";
-  v->lt = 4;
-  v->GELineWidth = 1;
-  v->pBegin.Set(-2, 0, 0);
-  v->pEnd.Set(1.5f, 0, 0);
-  Doc.Lines.Add(std::move(v), "LN0001");
-  Frame();
-  // The head is 0.45 long and 2 * 0.45 * tan 15 deg = 0.24 wide at its base.
-  EXPECT_TRUE(IsDark(At(1.5f - 0.3f, 0.06f)));
-  EXPECT_TRUE(IsDark(At(1.5f - 0.3f, -0.06f)));
-  EXPECT_TRUE(IsWhite(At(1.5f - 0.3f, 0.16f)));
-  EXPECT_TRUE(IsWhite(At(-1.0f, 0.06f)));  // the shaft is thin
-  EXPECT_TRUE(IsWhite(At(1.6f, 0)));       // nothing past the tip
-
-  SceneMode = 3;  // in space a vector is a plain segment
-  Frame();
-  EXPECT_TRUE(IsDark(At(0, 0, 0)));
-  EXPECT_TRUE(IsWhite(At(1.5f - 0.3f, 0.06f)));
-  EXPECT_TRUE(IsWhite(At(1.5f - 0.3f, -0.06f)));
-}
-
-TEST_F(FrameTest, ShortVectorHasAHeadAsLongAsItself) {
-  SetCanvas(kW, kH, 2);  // 60 pixels to the unit
-  auto v = std::make_unique<TestVector>();
-  v->ID = "LN0001";
-  v->lt = 4;
-  v->GELineWidth = 1;
-  v->pBegin.Set(-0.15f, 0, 0);
-  v->pEnd.Set(0.15f, 0, 0);
-  Doc.Lines.Add(std::move(v), "LN0001");
-  Frame();
-  // Near the start the head is still 2 * 0.27 * tan 15 deg = 0.14 wide.
-  EXPECT_TRUE(IsDark(At(-0.12f, 0.04f)));
-  EXPECT_TRUE(IsDark(At(-0.12f, -0.04f)));
-  EXPECT_TRUE(IsWhite(At(-0.2f, 0)));
-}
-
-TEST_F(FrameTest, DashedStyleStipplesOnlyInDrawModeOne) {
-  SetCanvas(kW, kH, 4);
-  auto v = std::make_unique<TestVector>();
-  v->ID = "LN0001";
-  v->GELineStyle = 3;  // dots: every other pixel
-  v->GELineWidth = 1;
-  // Half a pixel above a pixel edge, so the line fills one row.
-  const float y = 0.5f + 0.5f / 30;
-  v->pBegin.Set(-2.5f, y, 0);
-  v->pEnd.Set(1.0f, y, 0);
-  TestVector* line = static_cast<TestVector*>(Doc.Lines.Add(std::move(v), "LN0001"));
-  auto gaps = [&]() {
-    int white = 0;
-    double wx, wy;
-    WindowOf(-2.0f, y, 0, wx, wy);
-    for (int x = static_cast<int>(wx); x < static_cast<int>(wx) + 60; ++x) {
-      if (IsWhite(Pixel(x, static_cast<int>(wy)))) ++white;
-    }
-    return white;
-  };
-  Frame();
-  EXPECT_GT(gaps(), 15);
-  line->DrawMode = 2;  // red, solid
-  Frame();
-  EXPECT_EQ(gaps(), 0);
-  EXPECT_TRUE(Near(At(-2.0f, y), 255, 0, 0, 60));
 }
 
 TEST_F(FrameTest, CoordinateLinesRunFromTheSelectedPointToTheAxes) {

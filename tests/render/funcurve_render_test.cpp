@@ -52,48 +52,6 @@ class FunCurveDrawTest : public RenderTest {
   }
 };
 
-TEST_F(FunCurveDrawTest, PolarRoseShowsFourPetals) {
-  SetCanvas(kW, kH, 4);  // 30 pixels to the unit
-  Curve(2, 2, "", "sin(2a)", 400, "0", "6.2832");
-  Frame();
-  const float t = static_cast<float>(std::sqrt(0.5));
-  for (auto [sx, sy] : {std::pair{1, 1}, {-1, 1}, {-1, -1}, {1, -1}})
-    EXPECT_TRUE(Near(sx * t, sy * t, 2, Bluish)) << "petal " << sx << "," << sy;
-  // Between the petals, on the axes away from the centre, nothing.
-  EXPECT_TRUE(WhiteAround(0.9f, 0, 2));
-  EXPECT_TRUE(WhiteAround(0, -0.9f, 2));
-}
-
-TEST_F(FunCurveDrawTest, ParametricCircleAndTheImplicitOne) {
-  Curve(3, 1, "2cos(u)", "2sin(u)", 200, "0", "6.2832");
-  Frame();
-  for (auto [x, y] : {std::pair{2.0f, 0.0f}, {0.0f, 2.0f}, {-2.0f, 0.0f}, {0.0f, -2.0f}})
-    EXPECT_TRUE(Near(x, y, 1, Bluish)) << x << "," << y;
-  EXPECT_TRUE(WhiteAround(0, 0, 5));
-
-  ClearDocument();
-  Curve(1, 1, "", "x^2+y^2-4", 20, "-5", "5");
-  Frame();
-  for (auto [x, y] : {std::pair{2.0f, 0.0f}, {0.0f, 2.0f}, {-1.4142f, -1.4142f}})
-    EXPECT_TRUE(Near(x, y, 1, Bluish)) << x << "," << y;
-  EXPECT_TRUE(WhiteAround(0, 0, 5));
-  // Repaints trace the grid anew: the same picture.
-  const Image first = image_;
-  Frame();
-  EXPECT_EQ(first.rgb, image_.rgb);
-}
-
-TEST_F(FunCurveDrawTest, ReciprocalLeavesTheAxisColumnEmpty) {
-  Curve(2, 1, "", "1/x", 100, "-1", "1");
-  Frame();
-  // Both branches show, and no chord joins them through the middle.
-  EXPECT_TRUE(Near(0.5f, 2, 1, Bluish));
-  EXPECT_TRUE(Near(-0.5f, -2, 1, Bluish));
-  // A chord across would run from (-0.02, -50) to (0.02, 50) through the
-  // middle; the branches themselves stay 3 pixels off it there.
-  for (float y = -3; y <= 3; y += 0.1f) EXPECT_TRUE(IsWhite(At(0.005f, y))) << y;
-}
-
 TEST_F(FunCurveDrawTest, InequalityIsAFieldOfPoints) {
   SetCanvas(kW, kH, 6);
   CFunCurve* c = Curve(4, 1, "", "x^2+y^2-1", 20, "-2", "2", -2, 2);
@@ -118,24 +76,6 @@ TEST_F(FunCurveDrawTest, InequalityIsAFieldOfPoints) {
   Frame();
   EXPECT_TRUE(Near(0.5f, 0.5f, 1, Bluish));
   EXPECT_TRUE(WhiteAround(1.6f, 0, 2));
-}
-
-TEST_F(FunCurveDrawTest, DrawModesAndLineStyles) {
-  CFunCurve* c = Curve(2, 1, "", "0.5x+1", 50, "-6", "6");
-  c->DrawMode = 2;
-  Frame();
-  EXPECT_TRUE(Near(2, 2, 1, Reddish));
-  c->DrawMode = 4;
-  Frame();
-  EXPECT_TRUE(Near(2, 2, 1, Greenish));
-  c->DrawMode = 1;
-  c->Show2DCurve = false;
-  Frame();
-  EXPECT_TRUE(WhiteAround(2, 2, 2));
-  c->Show2DCurve = true;
-  c->Hide = true;
-  Frame();
-  EXPECT_TRUE(WhiteAround(2, 2, 2));
 }
 
 TEST_F(FunCurveDrawTest, OverlaysReachTheCanvas) {

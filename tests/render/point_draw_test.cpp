@@ -27,26 +27,6 @@ class PointDrawTest : public RenderTest {
   }
 };
 
-TEST_F(PointDrawTest, RedSolidCircleLandsOnThePixelThatGluProjectGives) {
-  Point(1.37f, -0.71f, 1, 2);
-  Frame();
-  GLdouble model[16], proj[16], wx, wy, wz;
-  GLint vp[4];
-  glGetDoublev(GL_MODELVIEW_MATRIX, model);
-  glGetDoublev(GL_PROJECTION_MATRIX, proj);
-  glGetIntegerv(GL_VIEWPORT, vp);
-  ASSERT_TRUE(gluProject(1.37, -0.71, 0, model, proj, vp, &wx, &wy, &wz));
-  const int px = static_cast<int>(std::floor(wx)), py = static_cast<int>(std::floor(wy));
-  bool redNear = false;
-  for (int dy = -1; dy <= 1; ++dy)
-    for (int dx = -1; dx <= 1; ++dx) redNear = redNear || Near(Pixel(px + dx, py + dy), 255, 0, 0, 10);
-  EXPECT_TRUE(redNear) << "no red within one pixel of " << wx << ", " << wy;
-  // Radius 2/30 of a unit is under a pixel of 10 to the unit away from the
-  // centre: two pixels off, the canvas is white.
-  EXPECT_TRUE(IsWhite(Pixel(px + 3, py)));
-  EXPECT_TRUE(IsWhite(Pixel(px, py - 3)));
-}
-
 TEST_F(PointDrawTest, HollowCircleIsWhiteInsideAndCoversWhatLiesBelow) {
   SetCanvas(kW, kH, 4);  // 30 pixels to the unit
   Position* below = Point(0.01f, 0.01f, 1, 9);  // green disc of radius 0.3
@@ -66,31 +46,6 @@ TEST_F(PointDrawTest, HollowCircleIsWhiteInsideAndCoversWhatLiesBelow) {
   // Between the ring and the rim of the disc below, the disc shows.
   EXPECT_TRUE(Near(At(0.25f, 0.01f), 0, 255, 0, 10));
   EXPECT_TRUE(IsWhite(At(0.36f, 0.01f)));
-}
-
-TEST_F(PointDrawTest, HiddenPointDrawsNeitherSymbolNorLabel) {
-  Position* p = Point(-2, 1, 1, 9, "Hidden");
-  p->Hide = true;
-  Frame();
-  for (int y = 0; y < kH; ++y)
-    for (int x = 0; x < kW; ++x) ASSERT_TRUE(IsWhite(Pixel(x, y))) << x << ", " << y;
-
-  p->Hide = false;
-  Frame();
-  EXPECT_TRUE(Near(At(-2, 1), 255, 0, 0, 10));
-  EXPECT_GT(DarkPixelsAround(-1.9f, 1.1f, -0.5f, 2.0f), 5);
-
-  p->HideLabel = true;
-  Frame();
-  EXPECT_TRUE(Near(At(-2, 1), 255, 0, 0, 10));
-  EXPECT_EQ(DarkPixelsAround(-1.9f, 1.1f, -0.5f, 2.0f), 0);
-}
-
-TEST_F(PointDrawTest, LabelStandsAboveRightOfThePoint) {
-  Point(0, 0, 1, 2, "W");
-  Frame();
-  EXPECT_GT(DarkPixelsAround(0.1f, 0.1f, 1.2f, 1.4f), 5);
-  EXPECT_EQ(DarkPixelsAround(-1.5f, -1.5f, -0.1f, -0.1f), 0);
 }
 
 TEST_F(PointDrawTest, EachSymbolHasItsShape) {
