@@ -71,15 +71,17 @@ bool RunOnHeadlessDocument(const std::string& path, int width, int height,
     View.SetScreen(width, height);
     CanvasWidth = width;
     CanvasHeight = height;
-    if (!OpenDocumentText(text)) {
-      error = path + " is damaged: a record cannot be read";
-      ok = false;
-    } else {
-      ok = work(context, error);
-    }
+    // A damaged record costs only itself: the work goes on with what was
+    // kept, and the open's own message names the damage.
+    OpenDocumentText(text);
+    MarkDocumentSaved();  // the file as it stands on disk: nothing to save
+    ok = work(context, error);
   }
   if (messages) {
-    for (const auto& m : local.messages) messages->push_back(m.text);
+    // The read before the work and File-Open in it tell the same damage:
+    // say it once.
+    for (const auto& m : local.messages)
+      if (messages->empty() || messages->back() != m.text) messages->push_back(m.text);
   }
   context.Destroy();
   return ok;
