@@ -9,7 +9,6 @@
 #include "expr/eval_ops.h"
 #include "expr/expression.h"
 #include "expr/functions.h"
-#include "expr/parameters.h"
 #include "expr/text_prep.h"
 
 namespace vt {
@@ -528,7 +527,8 @@ std::string PolishToText(const clsPolish& tree) {
   return out;
 }
 
-bool DerivativeText(const std::string& formula, const std::string& variable, std::string& text) {
+bool DerivativeText(const std::string& formula, const std::string& variable, std::string& text,
+                    const VariableTable* constants) {
   std::string error;
   bool ok = false;
   Node tree = ParseToPolish(formula, error, ok);
@@ -536,9 +536,7 @@ bool DerivativeText(const std::string& formula, const std::string& variable, std
     host().MsgBox(error, "Error", MsgButtons::OK, MsgIcon::Critical);
     return false;
   }
-  VariableTable parameters;
-  LoadParameterTable(parameters);
-  Node d = variable.empty() ? Derive(*tree, nullptr, &parameters) : DerivePartial(*tree, variable, nullptr, &parameters);
+  Node d = variable.empty() ? Derive(*tree, nullptr, constants) : DerivePartial(*tree, variable, nullptr, constants);
   if (!d) return false;
   text = FoldSigns(PolishToText(*d));
   return true;

@@ -94,9 +94,10 @@ std::unique_ptr<clsPolish> DerivePartial(const clsPolish& tree, const std::strin
 std::string PolishToText(const clsPolish& tree);
 
 // The whole chain: parse, derive (by `variable`, or for a curve when it is
-// empty) with the document's parameters as constants (LoadParameterTable),
-// print, fold signs. Every failure shows its message titled "Error" and gives
-// false.
-bool DerivativeText(const std::string& formula, const std::string& variable, std::string& text);
+// empty) with `constants` (the document's parameters, LoadParameterTable) as
+// constants, print, fold signs. Every failure shows its message titled
+// "Error" and gives false.
+bool DerivativeText(const std::string& formula, const std::string& variable, std::string& text,
+                    const VariableTable* constants = nullptr);
 
 }  // namespace vt

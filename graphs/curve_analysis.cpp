@@ -212,7 +212,9 @@ std::string ParityText(const std::string& formula) {
 }
 
 bool CurveDerivativeText(const std::string& formula, std::string& text) {
-  return DerivativeText(formula, "", text);
+  VariableTable parameters;
+  LoadParameterTable(parameters);
+  return DerivativeText(formula, "", text, &parameters);
 }
 
 // ---- the panel ---------------------------------------------------------------------------

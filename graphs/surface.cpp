@@ -469,7 +469,9 @@ std::vector<std::vector<Position>> CSurface::GetRegions() const {
 bool CSurface::Derivatives(std::string& dx, std::string& dy) const {
   if (!IsSurfaceKind() || FunForm != 2 || CoordType != 3) return false;
   const std::string fz = InsertImplicitProducts(ExpressZ);
-  return DerivativeText(fz, "x", dx) && DerivativeText(fz, "y", dy);
+  VariableTable parameters;
+  LoadParameterTable(parameters);
+  return DerivativeText(fz, "x", dx, &parameters) && DerivativeText(fz, "y", dy, &parameters);
 }
 
 namespace {
