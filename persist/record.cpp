@@ -122,8 +122,26 @@ int HexValue(char c) {
 }
 }  // namespace
 
+bool IsValidUtf8(const std::string& s) {
+  size_t i = 0, n = s.size();
+  while (i < n) {
+    unsigned char c = static_cast<unsigned char>(s[i]);
+    size_t extra;
+    if (c < 0x80) extra = 0;
+    else if ((c & 0xE0) == 0xC0 && c >= 0xC2) extra = 1;
+    else if ((c & 0xF0) == 0xE0) extra = 2;
+    else if ((c & 0xF8) == 0xF0 && c <= 0xF4) extra = 3;
+    else return false;
+    if (i + extra >= n && extra > 0) return false;
+    for (size_t k = 1; k <= extra; ++k)
+      if ((static_cast<unsigned char>(s[i + k]) & 0xC0) != 0x80) return false;
+    i += extra + 1;
+  }
+  return true;
+}
+
 bool FrameCarries(const std::string& text) {
-  if (text.find(";;") != std::string::npos) return false;
+  if (text.find(";;") != std::string::npos || !IsValidUtf8(text)) return false;
   for (unsigned char c : text)
     if (IsControl(c)) return false;
   // Read back as FramedText reads "@" + text + "@": every word but the last
@@ -142,9 +160,13 @@ bool FrameCarries(const std::string& text) {
 
 std::string EscapedText(const std::string& text) {
   static const char kHex[] = "0123456789ABCDEF";
+  // Bytes that are no UTF-8 (an escaped byte of a hand-made file) are
+  // escaped too, so the document text stays UTF-8 and a file read takes it
+  // as it was written, not as an old one-byte code page.
+  const bool high = !IsValidUtf8(text);
   std::string out = "%";
   for (unsigned char c : text) {
-    if (MustEscape(c)) {
+    if (MustEscape(c) || (high && c >= 0x80)) {
       out += '%';
       out += kHex[c >> 4];
       out += kHex[c & 0xF];
@@ -176,7 +198,7 @@ std::string Framed(const std::string& text) {
 }
 
 std::string TextField(const std::string& text) {
-  bool bare = !text.empty() && text[0] != '@' && text[0] != '%';
+  bool bare = !text.empty() && text[0] != '@' && text[0] != '%' && IsValidUtf8(text);
   for (unsigned char c : text)
     if (c == ' ' || c == ';' || IsControl(c)) bare = false;
   return bare ? text : Framed(text);

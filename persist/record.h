@@ -74,6 +74,8 @@ std::vector<std::string_view> SplitRecords(std::string_view text);
 // A text field: "@" + text + "@" when the frame carries the text back, else
 // the escaped form.
 std::string Framed(const std::string& text);
+// True when the bytes are well-formed UTF-8.
+bool IsValidUtf8(const std::string& s);
 // True when "@" + text + "@" reads back as the text.
 bool FrameCarries(const std::string& text);
 // The escaped form and its reading ("%" first).

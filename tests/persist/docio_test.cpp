@@ -268,7 +268,11 @@ TEST(DocumentFrame, ShortTextsKeepThePlainFrameLongOnesTheExtendedLength) {
 // holds survives a save and an open unchanged. A byte of 0xDB in a label once
 // came back as two bytes after the save.
 TEST_F(DocumentTest, TextThatIsNoUtf8IsReadAsTheOldCodePage) {
-  const std::string text = "GL Ver3.00 1 1 1 0 0;;" + PointRecord("PT0001", 1, 2, "K\xdb");
+  // The writer escapes bytes that are no UTF-8, so the raw byte is put in by hand.
+  auto raw = [](std::string record, const std::string& label) {
+    return record.replace(record.find("@#@"), 3, "@" + label + "@");
+  };
+  const std::string text = "GL Ver3.00 1 1 1 0 0;;" + raw(PointRecord("PT0001", 1, 2, "#"), "K\xdb");
   OpenUnRe(text);
   ASSERT_EQ(Doc.Points.count(), 1);
   EXPECT_EQ(Doc.Points.Item(1)->PLabel, "K\xc3\x9b");
@@ -279,7 +283,7 @@ TEST_F(DocumentTest, TextThatIsNoUtf8IsReadAsTheOldCodePage) {
 
   ResetGlobals();
   SceneMode = 1;
-  PasteRecords(PointRecord("PT0001", 3, 4, "M\x80"));
+  PasteRecords(raw(PointRecord("PT0001", 3, 4, "#"), "M\x80"));
   ASSERT_EQ(Doc.Points.count(), 1);
   EXPECT_EQ(Doc.Points.Item(1)->PLabel, "M\xe2\x82\xac");  // the euro sign
 }
