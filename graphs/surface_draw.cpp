@@ -304,29 +304,50 @@ void GridPlace(const std::vector<Position>& grid, int su, int sv, float a, float
 
 }  // namespace
 
-void CSurface::ContourSegments(int k, float& level, std::vector<float>& out) const {
-  out.clear();
-  const float range = MaxZ - MinZ;
-  level = MinZ + range * static_cast<float>(k) / static_cast<float>(ContourLevel + 1);
-  if (Vert3D.size() < GridIndex(StepU, StepV, StepV) + 1 || !(range > 0)) return;
-  // The heights over the mesh's own grid of parameters, whatever the system:
-  // the traced points are then placed between the vertices they fall between.
-  ContourGrid grid(StepU + 1, StepV + 1);
-  for (int i = 0; i <= StepU; ++i)
-    for (int j = 0; j <= StepV; ++j) {
-      const Position& p = Vert3D[GridIndex(i, j, StepV)];
+namespace {
+
+// The heights over the mesh's own grid of parameters, whatever the system:
+// traced points are then placed between the vertices they fall between.
+ContourGrid HeightGrid(const std::vector<Position>& vert, int su, int sv) {
+  ContourGrid grid(su + 1, sv + 1);
+  for (int i = 0; i <= su; ++i)
+    for (int j = 0; j <= sv; ++j) {
+      const Position& p = vert[GridIndex(i, j, sv)];
       grid(i + 1, j + 1) = IsHolePosition(p) ? std::nanf("") : p.z;
     }
+  return grid;
+}
+
+// The height of level k of `levels` evenly spaced inside the range.
+float LevelHeight(float minZ, float range, int k, int levels) {
+  return minZ + range * static_cast<float>(k) / static_cast<float>(levels + 1);
+}
+
+// The level line of one height as segments of (x, y, z) triples.
+void TraceLevel(const ContourGrid& grid, const std::vector<Position>& vert, int su, int sv, float level,
+                std::vector<float>& out) {
+  out.clear();
   std::vector<float> segs;
-  CContour::Trace(grid, level, ContourFrame{}, segs);
+  ContourGrid heights = grid;  // the tracer nudges heights that equal the level
+  CContour::Trace(heights, level, ContourFrame{}, segs);
   out.reserve(segs.size() / 2 * 3);
   for (size_t m = 0; m + 1 < segs.size(); m += 2) {
     float x, y;
-    GridPlace(Vert3D, StepU, StepV, segs[m], segs[m + 1], x, y);
+    GridPlace(vert, su, sv, segs[m], segs[m + 1], x, y);
     out.push_back(x);
     out.push_back(y);
     out.push_back(level);
   }
+}
+
+}  // namespace
+
+void CSurface::ContourSegments(int k, float& level, std::vector<float>& out) const {
+  out.clear();
+  const float range = MaxZ - MinZ;
+  level = LevelHeight(MinZ, range, k, ContourLevel);
+  if (Vert3D.size() < GridIndex(StepU, StepV, StepV) + 1 || !(range > 0)) return;
+  TraceLevel(HeightGrid(Vert3D, StepU, StepV), Vert3D, StepU, StepV, level, out);
 }
 
 void CSurface::DrawFieldDisplays() {
@@ -393,9 +414,10 @@ void CSurface::DrawFieldDisplays() {
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glLineWidth(1);
     std::vector<float> pts;
+    const ContourGrid grid = HeightGrid(Vert3D, StepU, StepV);  // one grid for every level
     for (int k = 1; k <= ContourLevel; ++k) {
-      float level;
-      ContourSegments(k, level, pts);
+      const float level = LevelHeight(MinZ, range, k, ContourLevel);
+      TraceLevel(grid, Vert3D, StepU, StepV, level, pts);
       if (pts.empty()) continue;
       Ramp.Lookup(level, MinZ, range, rgb);
       glColor3fv(rgb);

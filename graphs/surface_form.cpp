@@ -1,6 +1,5 @@
 #include "graphs/surface_form.h"
 
-#include <cstdlib>
 #include <memory>
 #include <sstream>
 
@@ -129,13 +128,7 @@ bool ParsePlaces(const std::string& text, std::vector<float>& xs, std::vector<fl
   std::string pair;
   auto number = [](const std::string& t, float& v) {
     const size_t a = t.find_first_not_of(" \t"), b = t.find_last_not_of(" \t");
-    if (a == std::string::npos) return false;
-    const std::string s = t.substr(a, b - a + 1);
-    char* end = nullptr;
-    const double d = std::strtod(s.c_str(), &end);
-    if (end != s.c_str() + s.size() || !(d > -1e9 && d < 1e9)) return false;
-    v = static_cast<float>(d);
-    return true;
+    return a != std::string::npos && TextToSingle(std::string_view(t).substr(a, b - a + 1), v) && v > -1e9f && v < 1e9f;
   };
   while (std::getline(in, pair, ';')) {
     if (pair.find_first_not_of(" \t") == std::string::npos) continue;
