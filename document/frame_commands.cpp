@@ -250,11 +250,9 @@ bool mnuFileSaveAs_Click() {
   std::string path = host().SaveFileDialog("Save File", kDocumentFilter);
   if (path.empty()) return false;
   // "a.VTD" keeps its own case; only a name without the extension gets one.
-  const std::string ext = path.size() >= 4 ? path.substr(path.size() - 4) : std::string();
-  if (!(ext.size() == 4 && ext[0] == '.' && std::tolower(static_cast<unsigned char>(ext[1])) == 'v' &&
-        std::tolower(static_cast<unsigned char>(ext[2])) == 't' &&
-        std::tolower(static_cast<unsigned char>(ext[3])) == 'd'))
-    path += ".vtd";
+  std::string ext = path.size() >= 4 ? path.substr(path.size() - 4) : std::string();
+  for (char& c : ext) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  if (ext != ".vtd") path += ".vtd";
   return SaveDocumentAs(path);
 }
 

@@ -37,6 +37,17 @@ namespace {
 
 std::string LockPath(const std::string& copy) { return copy + ".lock"; }
 
+// Takes the lock of a copy, making its lock file when there is none: the
+// descriptor that holds it, or -1 when another program holds it.
+int TakeLock(const std::string& copy) {
+  int fd = open(LockPath(copy).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  if (fd >= 0 && flock(fd, LOCK_EX | LOCK_NB) != 0) {
+    close(fd);
+    fd = -1;
+  }
+  return fd;
+}
+
 // True when nobody holds the lock of a copy (or there is no lock file).
 bool LockFree(const std::string& copy) {
   int fd = open(LockPath(copy).c_str(), O_RDWR | O_CLOEXEC);
@@ -69,11 +80,7 @@ RecoveryWriter::RecoveryWriter(std::string path) : path_(std::move(path)) {
   if (!path_.empty()) {
     std::error_code ec;
     fs::create_directories(fs::path(path_).parent_path(), ec);
-    lockFd_ = open(LockPath(path_).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (lockFd_ >= 0 && flock(lockFd_, LOCK_EX | LOCK_NB) != 0) {
-      close(lockFd_);
-      lockFd_ = -1;
-    }
+    lockFd_ = TakeLock(path_);
   }
   thread_ = std::thread([this] { Run(); });
 }
@@ -247,13 +254,7 @@ bool OfferRecovery(const std::string& path, bool ours) {
   // The copy's lock is held while it is offered, so that a program started
   // beside this one does not offer it as well.
   int lockFd = -1;
-  if (!ours) {
-    lockFd = open(LockPath(path).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (lockFd >= 0 && flock(lockFd, LOCK_EX | LOCK_NB) != 0) {
-      close(lockFd);
-      return false;
-    }
-  }
+  if (!ours && (lockFd = TakeLock(path)) < 0) return false;
   struct Unlock {
     int fd;
     ~Unlock() {
@@ -283,8 +284,8 @@ bool OfferRecovery(const std::string& path, bool ours) {
 int OfferRecoveryCopies(const std::string& folder, const std::string& ownCopy) {
   // Lock files of programs that ended without a copy to leave are dropped.
   std::error_code ec;
-  for (fs::directory_iterator it(folder.empty() ? fs::path(".") : fs::path(folder), ec), end;
-       !folder.empty() && !ec && it != end; it.increment(ec)) {
+  if (folder.empty()) return 0;
+  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
     const std::string lock = it->path().string();
     const std::string copy = lock.size() > 5 ? lock.substr(0, lock.size() - 5) : std::string();
     std::error_code ignore;
