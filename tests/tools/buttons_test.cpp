@@ -70,40 +70,6 @@ class ButtonsTest : public ToolTest {
   static void PressFace() { PressRelease(Face(), Face()); }
 };
 
-TEST_F(ButtonsTest, NewButtonsTakeTheirKindsCaptionAndStackDownTheCanvas) {
-  EXPECT_STREQ(DefaultButtonLabel(1), "SHOW/HIDE");
-  EXPECT_STREQ(DefaultButtonLabel(2), "LINK");
-  EXPECT_STREQ(DefaultButtonLabel(3), "TUTORIAL 1");
-  EXPECT_STREQ(DefaultButtonLabel(4), "SHOW");
-  EXPECT_STREQ(DefaultButtonLabel(5), "COMMAND");
-  // The sample a new button opens ships with the program.
-  const ButtonForm sample = NewButtonForm(3);
-  EXPECT_TRUE(std::filesystem::is_regular_file(ResolveButtonPath(sample.Para1, sample.PathType)));
-  const float y = NextNotePosY;
-  CButton* a = ConfirmButtonForm(NewButtonForm(2), "");
-  CButton* b = ConfirmButtonForm(NewButtonForm(5), "");
-  EXPECT_EQ(a->ID.substr(0, 2), "BT");
-  EXPECT_FLOAT_EQ(a->PosY, y);
-  EXPECT_FLOAT_EQ(b->PosY, y - 7);
-  EXPECT_EQ(b->Label, "COMMAND");
-}
-
-TEST_F(ButtonsTest, TheShowHideCommandNeedsASelection) {
-  RunHandler("mnuSHButton");
-  EXPECT_EQ(Doc.Buttons.count(), 0);
-  EXPECT_EQ(host_.LastMessage(), "Please select at lease 1 object first.");
-  Position* p = Free(1, 1);
-  SelectObject(*p);
-  const int undo = UndoCount;
-  RunHandler("mnuSHButton");
-  ASSERT_EQ(Doc.Buttons.count(), 1);
-  CButton* b = Doc.Buttons.Item(1);
-  EXPECT_EQ(b->BTType, 1);
-  EXPECT_EQ(b->ObjNum, 1);
-  EXPECT_EQ(b->ObjIDs.at(0), p->ID);
-  EXPECT_EQ(UndoCount, undo + 1);
-}
-
 TEST_F(ButtonsTest, AShowHideButtonPressedTwiceRestoresTheState) {
   Position* p = Free(1, 1);
   Position* q = Free(2, 2);
@@ -167,20 +133,6 @@ TEST_F(ButtonsTest, APressDraggedOffTheFaceRunsNothingAndTheFaceNeitherSelectsNo
   EXPECT_TRUE(IsSelected(b->ID));
   EXPECT_FLOAT_EQ(b->PosX, 20);
   EXPECT_FLOAT_EQ(b->PosY, 40);
-  EXPECT_FALSE(p->Hide);
-}
-
-TEST_F(ButtonsTest, TheFaceGrowsWithTheCaptionAndAHiddenButtonIsNotPressed) {
-  Position* p = Free(1, 1);
-  CButton* b = Make(1, {p->ID});
-  b->Label = "AB";  // 3 + Int(1.2)
-  EXPECT_FLOAT_EQ(b->FaceRight(), 14);
-  EXPECT_TRUE(b->PickMove(13.9f, 54.9f));
-  EXPECT_FALSE(b->PickMove(14.1f, 52));
-  EXPECT_FALSE(b->PickMove(10.5f, 52));  // the grip
-  EXPECT_TRUE(b->PickGrip(10.5f, 52));
-  b->Hide = true;
-  PressRelease(Pct(12, 52), Pct(12, 52));
   EXPECT_FALSE(p->Hide);
 }
 
@@ -295,19 +247,6 @@ TEST_F(ButtonsTest, ASampleButtonOpensOnlyDocumentsAndSaveThenAsksWhereToWrite) 
   c->Click();
   EXPECT_EQ(host_.LastMessage(), kSampleRefused);
   EXPECT_EQ(Doc.Buttons.count(), 1);
-}
-
-TEST_F(ButtonsTest, TheDialogsOfKindsTwoToFiveOpenThroughTheWindow) {
-  std::vector<int> opened;
-  RunHandler("mnuDrawLink");
-  EXPECT_TRUE(opened.empty());
-  SetButtonFormOpener([&](int type, const std::string& id) {
-    EXPECT_TRUE(id.empty());
-    opened.push_back(type);
-  });
-  for (const char* h : {"mnuDrawLink", "mnuDrawSampleBT", "mnuDrawScrollBT", "mnuDrawCommand"}) RunHandler(h);
-  EXPECT_EQ(opened, (std::vector<int>{2, 3, 4, 5}));
-  EXPECT_EQ(Doc.Buttons.count(), 0);
 }
 
 }  // namespace

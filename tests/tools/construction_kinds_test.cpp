@@ -189,39 +189,5 @@ TEST_F(ConstructionKindsTest, TriangleCentres) {
   EXPECT_NEAR(cosBFC, -0.5, 2e-3);
 }
 
-TEST_F(ConstructionKindsTest, HelperPointsTakeNoLetter) {
-  Position* a = Free(4, 0, "A");
-  Position* v = Free(0, 0, "B");
-  Position* c = Free(0, 4, "C");
-  Select({a, v, c});
-  mnuAngleEL_Click();
-  ASSERT_EQ(Doc.Lines.count(), 1);
-  const Position* end = FindPoint(Doc.Lines.Item(1)->pEnd.ID);
-  ASSERT_NE(end, nullptr);
-  EXPECT_TRUE(end->Hide);
-  EXPECT_EQ(end->PLabel, "");
-  // The bisector of a right angle runs at 45 degrees.
-  EXPECT_NEAR(end->x, end->y, 1e-2);
-
-  // A point standing off a polygon: its hidden helper leaves the letters
-  // alone, so the new point is the next one after the last visible.
-  DeselectAll();
-  CRegion* g = Region({a, v, c});
-  Position* base = Free(1, 1, "D");
-  LastPointLabel = "D";
-  Select({base, g});
-  mnuDraw2RegSSD_Click();
-  Position* stand = Doc.Points.Item(Doc.Points.count());
-  EXPECT_EQ(stand->ptype, 12);
-  EXPECT_EQ(stand->PLabel, "E");
-  EXPECT_EQ(stand->LKID, base->ID);
-  EXPECT_EQ(stand->LKID2, g->ID);
-  EXPECT_EQ(base->LKID4, stand->ID);
-  const Position* aux = FindPoint(stand->LKID3);
-  ASSERT_NE(aux, nullptr);
-  EXPECT_TRUE(aux->Hide);
-  EXPECT_EQ(aux->ptype, 2);
-}
-
 }  // namespace
 }  // namespace vt::test

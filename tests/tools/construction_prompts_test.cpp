@@ -63,32 +63,6 @@ class PromptTest : public ToolTest {
   }
 };
 
-TEST_F(PromptTest, CommandsOpenTheirDialogOnlyOnAFittingSelection) {
-  Position* a = Free(0, 0, "A");
-  Select({a});
-  struct Case {
-    const char* command;
-    const char* message;
-  } cases[] = {{"mnuEP", kMsgMiddle},
-               {"mnuDraw2LineSt", kMsgTwoPointsOrSegment},
-               {"mnuDraw2SSD2D", kMsgTwoPointsOrSegment},
-               {"mnuDraw23DCir", kMsgAxisSegment}};
-  for (const Case& c : cases) ExpectRefused([&] { EXPECT_TRUE(RunHandler(c.command)); }, c.message);
-  EXPECT_EQ(opened, 0);
-  // One point is what the circle of a given radius wants.
-  EXPECT_TRUE(RunHandler("mnuDraw2DJC"));
-  EXPECT_EQ(opened, 1);
-
-  Position* b = Free(4, 0, "B");
-  Select({b});
-  host_.messages.clear();
-  for (const char* c : {"mnuEP", "mnuDraw2LineSt", "mnuDraw2SSD2D"}) EXPECT_TRUE(RunHandler(c));
-  EXPECT_EQ(opened, 4);
-  EXPECT_TRUE(host_.messages.empty());
-  ExpectRefused([] { RunHandler("mnuDraw2DJC"); }, kMsgOnePointFirst);
-  EXPECT_EQ(opened, 4);
-}
-
 TEST_F(PromptTest, OkFunctionsRefuseBadSelectionsAndBadNumbers) {
   Position* a = Free(0, 0, "A");
   Select({a});

@@ -195,15 +195,5 @@ TEST_F(ConstructionTest, MirrorInAPointAndHalfTurnLandTogether) {
   ExpectAt(mirrored, -2, -1, 1e-3f);
 }
 
-TEST_F(ConstructionTest, ComputedNoteChecksItsName) {
-  EXPECT_FALSE(ComputeNoteOK("a1", "1+1", "two"));
-  EXPECT_EQ(Doc.Notes.count(), 0);
-  ASSERT_TRUE(ComputeNoteOK("A1_b", "1+2", "three"));
-  ASSERT_EQ(Doc.Notes.count(), 1);
-  EXPECT_EQ(Doc.Notes.Item(1)->VarName, "A1_b");
-  EXPECT_NEAR(Doc.Notes.Item(1)->Value, 3, 1e-6);
-  EXPECT_EQ(Doc.Notes.Item(1)->Note, "three = 3.00");
-}
-
 }  // namespace
 }  // namespace vt::test

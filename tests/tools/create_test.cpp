@@ -288,21 +288,6 @@ TEST_F(CreateTest, BoundsRefuseAClickWithAMessageAndLeaveTheDocumentAsItWas) {
   EXPECT_EQ(full->StruPNum(), CCarrier::kMaxStru);
 }
 
-TEST_F(CreateTest, LabelsRunOnAfterZAndTheResetStartsAgainAtA) {
-  LastPointLabel = "Y";
-  Click(point_, 0, 0);
-  Click(point_, 2, 0);
-  Click(point_, 4, 0);
-  EXPECT_EQ(Doc.Points.Item(1)->PLabel, "Z");
-  EXPECT_EQ(Doc.Points.Item(2)->PLabel, "A1");
-  EXPECT_EQ(Doc.Points.Item(3)->PLabel, "B1");
-  RegisterToolCommands();
-  EXPECT_TRUE(RunHandler("mnuDrawPtReset"));
-  Click(point_, 6, 0);
-  EXPECT_EQ(Doc.Points.Item(4)->PLabel, "A");
-  EXPECT_EQ(Doc.Points.Item(2)->PLabel, "A1");  // existing labels stay
-}
-
 TEST_F(CreateTest, AFollowingPointNeedsOneFreePointAndMovesWithIt) {
   Position* lead = Free(0, 0);
   Position* other = Free(3, 3);
@@ -333,32 +318,6 @@ TEST_F(CreateTest, AFollowingPointNeedsOneFreePointAndMovesWithIt) {
   SelectObject(*f);
   Drag(2, -1, 3, -1);
   ExpectAt(f, 4, 1);
-}
-
-TEST_F(CreateTest, TheTextToolAsksForTheTextAndGoesBackToTheSelectTool) {
-  ActiveTool = 6;
-  Click(text_, 0, 0);  // no dialog: nothing
-  EXPECT_EQ(Doc.Texts.count(), 0);
-  std::string answer = "  two words  ";
-  bool ok = false;
-  TextToolDialog = [&](std::string& t) {
-    t = answer;
-    return ok;
-  };
-  Click(text_, 0, 0);
-  EXPECT_EQ(Doc.Texts.count(), 0);
-  EXPECT_EQ(ActiveTool, 6);
-  ok = true;
-  const int undo = UndoCount;
-  Click(text_, -5, 5);  // a quarter across, three quarters up
-  ASSERT_EQ(Doc.Texts.count(), 1);
-  CText* t = Doc.Texts.Item(1);
-  EXPECT_EQ(t->Content, "two words");
-  EXPECT_EQ(t->ID.substr(0, 2), "TT");
-  EXPECT_FLOAT_EQ(t->PosX, 25);
-  EXPECT_FLOAT_EQ(t->PosY, 75);
-  EXPECT_EQ(ActiveTool, 11);
-  EXPECT_EQ(UndoCount, undo + 1);
 }
 
 TEST_F(CreateTest, InSpaceNewPointsLieInThePlaneZeroAndTheRubberBandKeepsItsDepth) {

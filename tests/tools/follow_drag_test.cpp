@@ -197,16 +197,6 @@ TEST_F(FollowDragTest, DivisionPointsOfACircleKeepTheirShareOfTheTurn) {
   EXPECT_NEAR(c->StruAngle[1], 1.5708 + 2 * 6.2832 / 3, 1e-3);
 }
 
-TEST_F(FollowDragTest, SegmentMiddlePointStillFollows) {
-  Position* a = Free(0, 0);
-  Position* b = Free(4, 2);
-  CLine* l = Segment(a, b);
-  Command({l}, mnuMiddleP_Click);
-  Position* m = Last();
-  DragAlone(4, 2, 6, 6);
-  ExpectAt(m, 3, 3, 1e-3f);
-}
-
 TEST_F(FollowDragTest, IntersectionPointsStandAtTheCrossingFromTheStart) {
   Position* a = Free(-3, -1);
   Position* b = Free(3, 2);

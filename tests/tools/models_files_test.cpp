@@ -307,14 +307,6 @@ INSTANTIATE_TEST_SUITE_P(Models, EachModel, ::testing::ValuesIn(ModelFiles()),
                            return info.param.substr(0, info.param.size() - 4);
                          });
 
-TEST_F(ModelFilesTest, GeneratorKnowsEveryModelCommandsFile) {
-  ASSERT_EQ(ModelRecipes().size(), ModelTable().size());
-  for (const ModelEntry& e : ModelTable()) EXPECT_TRUE(BuildModel(e.file)) << e.file;
-  EXPECT_FALSE(BuildModel("Hexagon.vtd"));
-  // The host the test installed is back after the builds.
-  EXPECT_EQ(&host(), static_cast<Host*>(&host_));
-}
-
 TEST_F(ModelFilesTest, ModelsMergeIntoADocumentThatAlreadyHasPoints) {
   Position* x = Free(5, 5);
   x->PLabel = "Q";
@@ -326,31 +318,6 @@ TEST_F(ModelFilesTest, ModelsMergeIntoADocumentThatAlreadyHasPoints) {
   EXPECT_GT(IdNumber(c.P(1)->ID), before);
   EXPECT_EQ(FindPoint(x->ID), x);
   ExpectShape("Square.vtd", c, "merged after Q");
-}
-
-TEST_F(ModelFilesTest, StartDocumentOpensWithItsFigure) {
-  ASSERT_TRUE(OpenFile(kData + "/Tutorials/T000.vtd"));
-  EXPECT_TRUE(host_.messages.empty()) << host_.LastMessage();
-  EXPECT_EQ(SceneMode, 1);
-  EXPECT_EQ(Doc.Points.count(), 3);
-  EXPECT_EQ(Doc.Lines.count(), 3);
-  ASSERT_EQ(Doc.Circles.count(), 1);
-  EXPECT_EQ(Doc.FunCurves.count(), 1);
-  EXPECT_EQ(Doc.Texts.count(), 2);
-  ASSERT_EQ(Doc.Notes.count(), 2);
-  ASSERT_EQ(Doc.AniCtrls.count(), 1);
-  // The circle is the triangle's circumcircle.
-  const CCircle* c = Doc.Circles.Item(1);
-  const Position centre = c->Centre();
-  for (Position* p : Doc.Points) EXPECT_NEAR(Dist(p, &centre), c->Radius(), kTol) << p->PLabel;
-  // The curve reads the player's parameter.
-  EXPECT_NE(Doc.FunCurves.Item(1)->ExpressY.find('K'), std::string::npos);
-  // Dragging a corner keeps the circle through all three.
-  SelectKind(18);
-  Drag(-7, -2, -6.5f, -1);
-  ExpectAt(Doc.Points.Item(1), -6.5f, -1);
-  const Position moved = c->Centre();
-  for (Position* p : Doc.Points) EXPECT_NEAR(Dist(p, &moved), c->Radius(), kTol) << p->PLabel;
 }
 
 TEST_F(ModelFilesTest, StartDocumentIsWhatTheGeneratorBuilds) {

@@ -25,19 +25,5 @@ TEST(ParameterName, RefusesEachRuleWithItsMessage) {
   EXPECT_NE(ParameterNameError(digitFirst), "");
 }
 
-TEST(ParameterName, CheckShowsTheMessageOnlyWhenRefused) {
-  RecordingHost rec;
-  SetHost(&rec);
-  std::string good = "Speed";
-  EXPECT_TRUE(CheckParameterName(good));
-  EXPECT_TRUE(rec.messages.empty());
-  std::string bad = "speed";
-  EXPECT_FALSE(CheckParameterName(bad));
-  ASSERT_EQ(rec.messages.size(), 1u);
-  EXPECT_EQ(rec.messages[0].text,
-            "The name is invalid, the first letter must be written in capitals. ");
-  SetHost(nullptr);
-}
-
 }  // namespace
 }  // namespace vt

@@ -219,71 +219,6 @@ TEST_F(SelectTest, TheIntersectionOfTwoCirclesFollowsADragAndWaitsWhileTheyAreAp
   EXPECT_NEAR(x2->y, -x1->y, 1e-4);
 }
 
-TEST_F(SelectTest, HoverShowsWhatIsUnderTheMouseInItsDrawMode) {
-  Position* a = Free(0, 0);
-  Position* m = Midpoint(a, Free(4, 0));
-  CLine* l = Segment(Free(0, 3), Free(4, 3));
-  RubberBandOn = false;
-  auto hover = [&](float x, float y) {
-    CSelect s;
-    Move(s, At(x, y));
-  };
-  hover(0, 0);
-  EXPECT_EQ(a->DrawMode, 4);
-  EXPECT_EQ(m->DrawMode, 5);
-  EXPECT_EQ(l->DrawMode, 1);
-  hover(2, 3);
-  EXPECT_EQ(a->DrawMode, 1);
-  EXPECT_EQ(l->DrawMode, 4);
-  SelectObject(*l);
-  hover(2, 3);
-  EXPECT_EQ(l->DrawMode, 3);
-  hover(2, 0);
-  EXPECT_EQ(m->DrawMode, 4);
-  EXPECT_EQ(l->DrawMode, 2);
-  hover(9, 9);
-  EXPECT_EQ(m->DrawMode, 5);
-}
-
-TEST_F(SelectTest, SelectionCommandsTakeEachKindAndTheEmptyCodeClearsAll) {
-  Position* a = Free(0, 0);
-  Position* b = Free(4, 0);
-  Position* hidden = Free(1, 1);
-  hidden->Hide = true;
-  CLine* l = Segment(a, b);
-  CCircle* c = Circle(a, b);
-  CRegion* g = Region({a, b, Free(0, 4)});
-  auto t = std::make_unique<CText>();
-  t->ID = NewObjectId("TT");
-  CText* text = Doc.Texts.Add(std::move(t));
-  RegisterToolCommands();
-
-  EXPECT_TRUE(RunHandler("mnuSelPoints"));
-  EXPECT_EQ(Sel.Points.count(), 3);
-  EXPECT_FALSE(IsSelectedPoint(*hidden));
-  EXPECT_EQ(a->DrawMode, 2);
-  EXPECT_EQ(Sel.Lines.count(), 0);
-  EXPECT_TRUE(DoCommand("Edit-Select All Lines"));
-  EXPECT_TRUE(IsSelectedLine(*l));
-  EXPECT_TRUE(RunHandler("mnuSelCircles"));
-  EXPECT_TRUE(IsSelectedCircle(*c));
-  EXPECT_TRUE(RunHandler("mnuSelPoly"));
-  EXPECT_TRUE(IsSelectedRegion(*g));
-  EXPECT_TRUE(RunHandler("mnuSelTexts"));
-  EXPECT_TRUE(text->Selected);
-  SelectKind(18);
-  for (Kind k : kAllKinds) EXPECT_EQ(Sel.Of(k).count(), 0);
-  EXPECT_FALSE(text->Selected);
-  EXPECT_EQ(a->DrawMode, 1);
-  EXPECT_EQ(g->DrawMode, 1);
-  EXPECT_TRUE(RunHandler("mnuEditSelAll"));
-  EXPECT_EQ(Sel.Points.count() + Sel.Lines.count() + Sel.Circles.count() + Sel.Regions.count() + Sel.Texts.count(), 7);
-  // Nothing is selected twice.
-  EXPECT_TRUE(RunHandler("mnuSelPoints"));
-  EXPECT_EQ(Sel.Points.count(), 3);
-  EXPECT_TRUE(RunHandler("mnuSelArcs"));
-}
-
 TEST_F(SelectTest, ADragOfMoreThanFiveHundredPointsEndsWithAMessageAndMovesNothing) {
   for (int i = 0; i < kMaxDragPoints; ++i) Free(static_cast<float>(i % 40) * 0.5f, static_cast<float>(i / 40));
   SelectKind(19);
@@ -350,22 +285,6 @@ TEST_F(SelectTest, ExtensionPointsRiseByAFixedStepAndFollowTheirBase) {
   Drag(-2, -4, 0, -4);  // its base's end: the point turns with it
   ExpectAt(e, 0, -4);
   ExpectAt(dir, 0, -2, 1e-3f);
-}
-
-TEST_F(SelectTest, ScreenItemsAreDraggedInPerCentOfTheCanvas) {
-  auto t = std::make_unique<CText>();
-  t->ID = NewObjectId("TT");
-  t->PosX = 50;
-  t->PosY = 50;
-  CText* text = Doc.Texts.Add(std::move(t));
-  Position* p = Free(0, 1);
-  // The text spans 50..65 % across and 50..53 % up: x 0..3, y 0..0.6.
-  Drag(0.5f, 0.2f, 2.5f, 1.2f);
-  EXPECT_TRUE(text->Selected);
-  EXPECT_TRUE(DragScreenHit);
-  EXPECT_NEAR(text->PosX, 60, 1e-3);
-  EXPECT_NEAR(text->PosY, 55, 1e-3);
-  ExpectAt(p, 0, 1);  // the world stays where it was
 }
 
 }  // namespace

@@ -33,27 +33,6 @@ class TextItemTest : public ToolTest {
   static Mouse Pct(float px, float py) { return At(px / 5 - 10, (py - 50) / 5); }
 };
 
-TEST_F(TextItemTest, AnEmptyTextCanBeCreatedWithTheDialogsStyle) {
-  CCreateText tool;
-  TextToolDialog = [](std::string& t) {
-    t = "   ";
-    return true;
-  };
-  TextToolStyle.FontName = "Courier New";
-  TextToolStyle.FontSize = 20;
-  TextToolStyle.ForeColor = RGB(0, 0, 255);
-  ActiveTool = 6;
-  Click(tool, 0, 0);
-  ASSERT_EQ(Doc.Texts.count(), 1);
-  CText* t = Doc.Texts.Item(1);
-  EXPECT_EQ(t->Content, "");
-  EXPECT_EQ(t->TType, 1);
-  EXPECT_EQ(t->FontName, "Courier New");
-  EXPECT_EQ(t->FontSize, 20);
-  EXPECT_EQ(t->ForeColor, RGB(0, 0, 255));
-  EXPECT_EQ(ActiveTool, 11);
-}
-
 TEST_F(TextItemTest, ALongTextIsHitOverItsFirstFifteenUnitsOnly) {
   CText* t = AddText(20, 40, std::string(200, 'W'));
   EXPECT_TRUE(t->PickPct(20, 40));
