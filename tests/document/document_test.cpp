@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <tuple>
 
 #include "document/document.h"
@@ -39,13 +40,10 @@ TEST_F(DocumentTest, LabelSequenceWrapsWithSuffix) {
 }
 
 TEST_F(DocumentTest, LaterLabelRules) {
-  EXPECT_EQ(LaterPointLabel("A", "B"), "B");
-  EXPECT_EQ(LaterPointLabel("Z", "A1"), "A1");  // longer is later
-  EXPECT_EQ(LaterPointLabel("C1", "B2"), "B2");  // higher suffix
-  EXPECT_EQ(LaterPointLabel("C2", "B2"), "C2");  // then higher letter
-  EXPECT_EQ(LaterPointLabel("A''", "B"), "B");   // a prime is no label
-  EXPECT_EQ(LaterPointLabel("Z'", ""), "");
-  EXPECT_EQ(LaterPointLabel("", "C"), "C");
+  // Longer is later, then the higher suffix, then the higher letter; a prime is no label.
+  const std::array<const char*, 3> cases[] = {{"A", "B", "B"},   {"Z", "A1", "A1"}, {"C1", "B2", "B2"}, {"C2", "B2", "C2"},
+                                              {"A''", "B", "B"}, {"Z'", "", ""},     {"", "C", "C"}};
+  for (const auto& [a, b, later] : cases) EXPECT_EQ(LaterPointLabel(a, b), later) << a << " " << b;
 }
 
 TEST_F(DocumentTest, LastLabelComesFromPointsAndIgnoresPrimes) {
