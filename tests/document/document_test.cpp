@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <array>
+#include <tuple>
+
 #include "document/document.h"
 #include "document/frame_commands.h"
 #include "document/globals.h"
@@ -37,13 +40,10 @@ TEST_F(DocumentTest, LabelSequenceWrapsWithSuffix) {
 }
 
 TEST_F(DocumentTest, LaterLabelRules) {
-  EXPECT_EQ(LaterPointLabel("A", "B"), "B");
-  EXPECT_EQ(LaterPointLabel("Z", "A1"), "A1");  // longer is later
-  EXPECT_EQ(LaterPointLabel("C1", "B2"), "B2");  // higher suffix
-  EXPECT_EQ(LaterPointLabel("C2", "B2"), "C2");  // then higher letter
-  EXPECT_EQ(LaterPointLabel("A''", "B"), "B");   // a prime is no label
-  EXPECT_EQ(LaterPointLabel("Z'", ""), "");
-  EXPECT_EQ(LaterPointLabel("", "C"), "C");
+  // Longer is later, then the higher suffix, then the higher letter; a prime is no label.
+  const std::array<const char*, 3> cases[] = {{"A", "B", "B"},   {"Z", "A1", "A1"}, {"C1", "B2", "B2"}, {"C2", "B2", "C2"},
+                                              {"A''", "B", "B"}, {"Z'", "", ""},     {"", "C", "C"}};
+  for (const auto& [a, b, later] : cases) EXPECT_EQ(LaterPointLabel(a, b), later) << a << " " << b;
 }
 
 TEST_F(DocumentTest, LastLabelComesFromPointsAndIgnoresPrimes) {
@@ -91,31 +91,25 @@ TEST_F(DocumentTest, FindObjectIndexCoversEveryKindAndTracks) {
   addWithId(Doc.Lines, std::make_unique<CLine>(), "LN0002");
   addWithId(Doc.Notes, std::make_unique<CNote>(), "NT0003");
   addWithId(Doc.Spheres, std::make_unique<CSphere>(), "SP0004");
-  auto ctrl = std::make_unique<CAniControl>();
-  ctrl->ID = "AC0005";
-  for (int i = 0; i < 2; ++i) {
-    auto a = std::make_unique<CAnimation>();
-    a->ID = "AN000" + std::to_string(6 + i);
-    ctrl->anis.push_back(std::move(a));
-  }
-  Doc.AniCtrls.Add(std::move(ctrl));
-  auto ctrl2 = std::make_unique<CAniControl>();
-  ctrl2->ID = "AC0008";
-  auto track = std::make_unique<CAnimation>();
-  track->ID = "AN0009";
-  ctrl2->anis.push_back(std::move(track));
-  Doc.AniCtrls.Add(std::move(ctrl2));
+  auto addPlayer = [](const std::string& id, const std::vector<std::string>& tracks) {
+    auto ctrl = std::make_unique<CAniControl>();
+    ctrl->ID = id;
+    for (const std::string& t : tracks) {
+      ctrl->anis.push_back(std::make_unique<CAnimation>());
+      ctrl->anis.back()->ID = t;
+    }
+    Doc.AniCtrls.Add(std::move(ctrl));
+  };
+  addPlayer("AC0005", {"AN0006", "AN0007"});
+  addPlayer("AC0008", {"AN0009"});
 
   int index = 0, ani = 0;
-  ASSERT_TRUE(FindObjectIndex("LN0002", index, ani));
-  EXPECT_EQ(index, 1);
-  EXPECT_EQ(ani, 0);
-  ASSERT_TRUE(FindObjectIndex("AN0007", index, ani));
-  EXPECT_EQ(index, 1);
-  EXPECT_EQ(ani, 2);
-  ASSERT_TRUE(FindObjectIndex("AN0009", index, ani));
-  EXPECT_EQ(index, 2);
-  EXPECT_EQ(ani, 1);
+  const std::tuple<const char*, int, int> found[] = {{"LN0002", 1, 0}, {"AN0007", 1, 2}, {"AN0009", 2, 1}};
+  for (const auto& [id, wantIndex, wantAni] : found) {
+    ASSERT_TRUE(FindObjectIndex(id, index, ani)) << id;
+    EXPECT_EQ(index, wantIndex) << id;
+    EXPECT_EQ(ani, wantAni) << id;
+  }
   EXPECT_FALSE(FindObjectIndex("AN0010", index, ani));
 
   EXPECT_EQ(GetObjectById("SP0004")->ID, "SP0004");
@@ -125,27 +119,6 @@ TEST_F(DocumentTest, FindObjectIndexCoversEveryKindAndTracks) {
   EXPECT_EQ(GetObjectById(""), nullptr);
   // Objects plus tracks: 1 point, 1 line, 1 note, 1 sphere, 2 players, 3 tracks.
   EXPECT_EQ(DocumentObjectCount(), 9);
-}
-
-TEST_F(DocumentTest, SelectionShadowsAgreeWithFlags) {
-  Position* p = AddPoint(1, 2, 3);
-  p->ptype = 7;
-  SelectObject(*p);
-  EXPECT_TRUE(p->Selected);
-  ASSERT_EQ(Sel.Points.count(), 1);
-  Position* shadow = Sel.Points.Item(1);
-  EXPECT_NE(shadow, p);  // a separate instance
-  EXPECT_EQ(shadow->ID, p->ID);
-  EXPECT_EQ(shadow->z, 3);
-  EXPECT_EQ(shadow->ptype, 7);
-  SelectObject(*p);  // twice selects once
-  EXPECT_EQ(Sel.Points.count(), 1);
-  EXPECT_TRUE(IsSelectedPoint(*p));
-  int index = 0;
-  EXPECT_TRUE(FindSelIndex(p->ID, index));
-  DeselectObject(*p);
-  EXPECT_FALSE(p->Selected);
-  EXPECT_FALSE(IsSelectedPoint(*p));
 }
 
 // ---- deletion ---------------------------------------------------------------------------

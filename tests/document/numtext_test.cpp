@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <cstring>
+#include <utility>
 #include <string>
 
 #include "document/numtext.h"
@@ -10,21 +9,12 @@ namespace vt {
 namespace {
 
 TEST(SingleToText, PlainAndExponentForms) {
-  EXPECT_EQ(SingleToText(0.0f), "0");
-  EXPECT_EQ(SingleToText(-0.0f), "0");  // no negative zero in a document
-  EXPECT_EQ(SingleToText(1.0f), "1");
-  EXPECT_EQ(SingleToText(-2.5f), "-2.5");
-  EXPECT_EQ(SingleToText(0.1f), "0.1");
-  EXPECT_EQ(SingleToText(1.0f / 3.0f), "0.3333333");
-  EXPECT_EQ(SingleToText(1234567.0f), "1234567");      // all 7 digits, no exponent
-  EXPECT_EQ(SingleToText(9999999.0f), "9999999");
-  EXPECT_EQ(SingleToText(10000000.0f), "1E+07");
-  EXPECT_EQ(SingleToText(12345678.0f), "1.234568E+07");
-  EXPECT_EQ(SingleToText(1.234568e-5f), "1.234568E-05");
-  EXPECT_EQ(SingleToText(0.0001f), "0.0001");
-  EXPECT_EQ(SingleToText(0.00001f), "1E-05");
-  EXPECT_EQ(SingleToText(3.4028235e38f), "3.402823E+38");
-  EXPECT_EQ(SingleToText(0.12345f), "0.12345");
+  const std::pair<float, const char*> cases[] = {
+      {0.0f, "0"}, {-0.0f, "0"} /* no negative zero in a document */, {1.0f, "1"}, {-2.5f, "-2.5"}, {0.1f, "0.1"},
+      {1.0f / 3.0f, "0.3333333"}, {1234567.0f, "1234567"} /* all 7 digits */, {9999999.0f, "9999999"},
+      {10000000.0f, "1E+07"}, {12345678.0f, "1.234568E+07"}, {1.234568e-5f, "1.234568E-05"}, {0.0001f, "0.0001"},
+      {0.00001f, "1E-05"}, {3.4028235e38f, "3.402823E+38"}, {0.12345f, "0.12345"}};
+  for (const auto& [v, text] : cases) EXPECT_EQ(SingleToText(v), text) << text;
 }
 
 TEST(SingleToText, ReadsBackToTheSameText) {
@@ -40,27 +30,16 @@ TEST(SingleToText, ReadsBackToTheSameText) {
 
 TEST(TextToNumber, StrictFields) {
   float f = 0;
-  EXPECT_TRUE(TextToSingle("1.5", f));
-  EXPECT_FLOAT_EQ(f, 1.5f);
-  EXPECT_TRUE(TextToSingle(" -2 ", f));
-  EXPECT_FLOAT_EQ(f, -2.0f);
-  EXPECT_TRUE(TextToSingle("1E+07", f));
-  EXPECT_FLOAT_EQ(f, 1e7f);
-  EXPECT_TRUE(TextToSingle("1.234568E-05", f));
-  EXPECT_FLOAT_EQ(f, 1.234568e-5f);
-  EXPECT_TRUE(TextToSingle(".5", f));
-  EXPECT_FLOAT_EQ(f, 0.5f);
-  EXPECT_TRUE(TextToSingle("+3", f));
-  EXPECT_FLOAT_EQ(f, 3.0f);
-  EXPECT_FALSE(TextToSingle("", f));
-  EXPECT_FALSE(TextToSingle("abc", f));
-  EXPECT_FALSE(TextToSingle("1x", f));
-  EXPECT_FALSE(TextToSingle("1,5", f));  // the period is the decimal mark
-  EXPECT_FALSE(TextToSingle("1E", f));
-  EXPECT_FALSE(TextToSingle(".", f));
-  EXPECT_FALSE(TextToSingle("1e39", f));  // beyond a single
+  const std::pair<const char*, float> good[] = {{"1.5", 1.5f},  {" -2 ", -2.0f}, {"1E+07", 1e7f},
+                                                {"1.234568E-05", 1.234568e-5f}, {".5", 0.5f}, {"+3", 3.0f}};
+  for (const auto& [text, v] : good) {
+    EXPECT_TRUE(TextToSingle(text, f)) << text;
+    EXPECT_FLOAT_EQ(f, v) << text;
+  }
   EXPECT_TRUE(TextToSingle("1e-50", f));  // underflow reads as zero
   EXPECT_EQ(f, 0.0f);
+  // The period is the decimal mark; 1e39 is beyond a single.
+  for (const char* bad : {"", "abc", "1x", "1,5", "1E", ".", "1e39"}) EXPECT_FALSE(TextToSingle(bad, f)) << bad;
 
   long n = 0;
   EXPECT_TRUE(TextToLong("42", n));
@@ -105,19 +84,18 @@ TEST(TextToNumber, ValTakesTheLeadingNumber) {
 }
 
 TEST(FormatPatterns, DecimalsAndRounding) {
-  EXPECT_EQ(FormatPattern(5.0, "0."), "5.");
   EXPECT_EQ(FormatDecimals(5.0, 0), "5.");
-  EXPECT_EQ(FormatPattern(5.0, "0"), "5");
-  EXPECT_EQ(FormatPattern(3.14159, "0.00"), "3.14");
-  EXPECT_EQ(FormatPattern(2.5, "0."), "3.");       // a display rounds ties up
-  EXPECT_EQ(FormatPattern(0.125, "0.00"), "0.13");  // exact tie in binary
-  EXPECT_EQ(FormatPattern(2.675f, "0.00"), "2.67");  // 2.675f lies just below the tie
-  EXPECT_EQ(FormatPattern(-1.005, "0.00"), "-1.00");
-  EXPECT_EQ(FormatPattern(-0.001, "0.00"), "0.00");  // no "-0.00"
-  EXPECT_EQ(FormatPattern(9.999, "0.00"), "10.00");
-  EXPECT_EQ(FormatPattern(0.5, "0.000"), "0.500");
-  EXPECT_EQ(FormatPattern(1e7, "0.0"), "10000000.0");
-  EXPECT_EQ(FormatPattern(-2.5, "0."), "-3.");
+  const struct {
+    double v;
+    const char *pattern, *text;
+  } cases[] = {
+      {5.0, "0.", "5."}, {5.0, "0", "5"}, {3.14159, "0.00", "3.14"},
+      {2.5, "0.", "3."},                          // a display rounds ties up
+      {0.125, "0.00", "0.13"},                    // exact tie in binary
+      {2.675f, "0.00", "2.67"},                   // 2.675f lies just below the tie
+      {-1.005, "0.00", "-1.00"}, {-0.001, "0.00", "0.00"},  // no "-0.00"
+      {9.999, "0.00", "10.00"},  {0.5, "0.000", "0.500"}, {1e7, "0.0", "10000000.0"}, {-2.5, "0.", "-3."}};
+  for (const auto& c : cases) EXPECT_EQ(FormatPattern(c.v, c.pattern), c.text) << c.v << " " << c.pattern;
 }
 
 TEST(Rounding, HalfToEvenAndWholeParts) {
