@@ -87,29 +87,25 @@ class GuiTest : public QObject {
   void openUrl(const QUrl& url) { openedUrls_ << url; }
 
  private slots:
+  void theStartDocumentReplacesADocumentFromTheCommandLine();
+  void copyAsBitmapPutsTheCanvasOnTheClipboard();
+  void printingToPdf();
+  void helpAboutAndExit();
   void initTestCase();
   void init();
   void cleanup();
   void cleanupTestCase();
 
   void startsOnTheStartDocumentAndRegistersTheDocumentType();
-  void theStartDocumentReplacesADocumentFromTheCommandLine();
-  void menusCarryTheNamesAndCaptionsOfTheTable();
   void menuItemsToolbarButtonsAndCommandNamesRunTheSameHandler();
   void togglesFlipTheirThreeMirrors();
-  void toolbarButtonsShowIconsAndHoverTexts();
   void svgDrawingsRenderAsDrawn();
   void newOnAnEmptyDocumentAsksNothingAndOtherwiseAsksToSave();
   void saveUndoEditAndCloseAsksAndTheTitleMarksChanges();
   void openOfADamagedFileKeepsTheOldDocument();
-  void undoIsDisabledAtStartAndEnabledAfterTheFirstChange();
   void aClickReachesTheToolWithTheScenePointUnderThePixel();
   void aZoomDragDownwardsEnlargesTheViewAndClearsTheFlags();
-  void aRightPressWithTheSelectToolShowsGraphEdit();
   void copyCutAndPasteUseTheSystemClipboard();
-  void copyAsBitmapPutsTheCanvasOnTheClipboard();
-  void printingToPdf();
-  void helpAboutAndExit();
   void withoutOpenGLTheProgramStartsAndSaysSo();
 
  private:
@@ -235,56 +231,7 @@ void GuiTest::startsOnTheStartDocumentAndRegistersTheDocumentType() {
   QVERIFY(QFile::exists(data + "icons/hicolor/scalable/mimetypes/application-x-vantrel-document.svg"));
 }
 
-void GuiTest::theStartDocumentReplacesADocumentFromTheCommandLine() {
-  delete window_;
-  const std::string path = temp_->filePath("one point.vtd").toStdString();
-  std::string error;
-  QVERIFY(WriteDocumentFile(path,
-                            "GL Ver3.00 2 0 0 1 1 ;;PT0001 5 5 0 1 2 255 0 1 1 @Q@ 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 0 0 0;;",
-                            error));
-  window_ = new frmF1(path);
-  window_->show();
-  QVERIFY(QTest::qWaitForWindowExposed(window_));
-  QTRY_VERIFY(window_->started());
-  QCOMPARE(Doc.Points.count(), RecordsOf(startText_, "PT"));
-  QCOMPARE(SceneMode, 1);
-  QVERIFY(!SnapToGrid);
-}
-
 // ---- menus and toolbars -------------------------------------------------------------------
-
-void GuiTest::menusCarryTheNamesAndCaptionsOfTheTable() {
-  int items = 0;
-  for (const MenuItemDef& m : MenuTable()) {
-    if (m.role == MenuRole::Item) {
-      QAction* a = window_->menuAction(m.name);
-      QVERIFY2(a, m.name);
-      QCOMPARE(a->text(), QString(m.caption));
-      QCOMPARE(a->objectName(), QString(m.name));
-      QCOMPARE(a->isEnabled(), HandlerEnabled(m.handler));
-      ++items;
-    } else {
-      QMenu* menu = window_->menuNamed(m.name);
-      QVERIFY2(menu, m.name);
-      QCOMPARE(menu->title(), QString(m.caption));
-      QCOMPARE(window_->findChild<QMenu*>(m.name), menu);
-    }
-  }
-  QVERIFY(items > 150);
-  // The menu bar, in order.
-  QStringList bar;
-  for (QAction* a : window_->menuBar()->actions()) bar << a->text();
-  QCOMPARE(bar, QStringList({"File", "Edit", "View", "Draw", "Measurement", "Transform", "Animation", "Help"}));
-  // Wired commands are enabled, later ones are not.
-  QVERIFY(window_->menuAction("mnuFileOpen")->isEnabled());
-  QVERIFY(window_->menuAction("mnuViewISO")->isEnabled());
-  QVERIFY(window_->menuAction("mnuMiddleP")->isEnabled());
-  // The usual keys.
-  QCOMPARE(window_->menuAction("mnuFileNew")->shortcut(), QKeySequence(QKeySequence::New));
-  QCOMPARE(window_->menuAction("mnuFUndo")->shortcut(), QKeySequence("Ctrl+Z"));
-  QCOMPARE(window_->menuAction("mnuEditDelete")->shortcut(), QKeySequence(Qt::Key_Delete));
-  QVERIFY(window_->menuAction("mnuGraphUndo")->shortcut().isEmpty());
-}
 
 void GuiTest::menuItemsToolbarButtonsAndCommandNamesRunTheSameHandler() {
   // Every handler replaced by a spy: a command name, its menu item, a
@@ -346,37 +293,6 @@ void GuiTest::togglesFlipTheirThreeMirrors() {
     QVERIFY2(mirrorsAre(!before), t.menu);
     window_->RunCommand(CommandHandler(t.command));  // a command name
     QVERIFY2(mirrorsAre(before), t.menu);
-  }
-}
-
-void GuiTest::toolbarButtonsShowIconsAndHoverTexts() {
-  QLabel* status = window_->statusPanel();
-  for (const ToolbarButtonDef& b : ToolbarTable()) {
-    QAction* a = window_->toolbarButton(b.toolbar, b.index);
-    QVERIFY(a);
-    QVERIFY2(!a->icon().isNull(), b.icon);
-    QVERIFY2(!a->icon().pixmap(22, 22).isNull(), b.icon);
-    QWidget* w = ButtonWidget(b.toolbar, b.index);
-    QVERIFY2(w && w->isVisible(), b.status);  // nothing hides in an overflow
-    QTest::mouseMove(w, w->rect().center());
-    QTRY_COMPARE(status->text(), QString(b.status));
-  }
-  // Off every button, on the toolbar and on the canvas.
-  QToolBar* bar = window_->toolbar(1);
-  QTest::mouseMove(bar, QPoint(bar->width() - 3, bar->height() / 2));
-  QTRY_COMPARE(status->text(), QString("Ready"));
-  QTest::mouseMove(ButtonWidget(2, 4), ButtonWidget(2, 4)->rect().center());
-  QTRY_COMPARE(status->text(), QString("Add a point"));
-  QTest::mouseMove(window_->picDraw(), QPoint(50, 50));
-  QTRY_COMPARE(status->text(), QString("Ready"));
-  // Separators are no buttons; the drop-downs hang on their buttons.
-  QVERIFY(!window_->toolbarButton(1, 22));
-  QVERIFY(!window_->toolbarButton(2, 30));
-  for (const DropDownDef& d : DropDownTable()) {
-    auto* button = qobject_cast<QToolButton*>(ButtonWidget(d.toolbar, d.index));
-    QVERIFY(button && button->menu());
-    QVERIFY(button->menu()->actions().contains(window_->dropDownEntry(d.key)));
-    QCOMPARE(window_->dropDownEntry(d.key)->text(), QString(FindMenuItem(d.handler)->caption));
   }
 }
 
@@ -543,32 +459,6 @@ void GuiTest::openOfADamagedFileKeepsTheOldDocument() {
   QCOMPARE(window_->windowTitle(), QString("Vantrel - good.vtd[*]"));
 }
 
-void GuiTest::undoIsDisabledAtStartAndEnabledAfterTheFirstChange() {
-  auto undoMirrors = [&](bool on) {
-    return window_->menuAction("mnuFUndo")->isEnabled() == on &&
-           window_->menuAction("mnuGraphUndo")->isEnabled() == on && window_->toolbarButton(1, 14)->isEnabled() == on;
-  };
-  auto redoMirrors = [&](bool on) {
-    return window_->menuAction("mnuFRedo")->isEnabled() == on &&
-           window_->menuAction("mnuGraphRedo")->isEnabled() == on && window_->toolbarButton(1, 15)->isEnabled() == on;
-  };
-  QVERIFY(undoMirrors(false));
-  QVERIFY(redoMirrors(false));
-  QVERIFY(DocumentObjectCount() > 0);
-  window_->RunCommand("mnuEditDelAll");
-  QVERIFY(undoMirrors(true));
-  QVERIFY(redoMirrors(false));
-  // Ctrl+Z reaches the command.
-  window_->activateWindow();
-  QVERIFY(QTest::qWaitForWindowActive(window_));
-  QTest::keyClick(window_, Qt::Key_Z, Qt::ControlModifier);
-  QTRY_VERIFY(undoMirrors(false));
-  QVERIFY(redoMirrors(true));
-  window_->toolbarButton(1, 15)->trigger();
-  QVERIFY(undoMirrors(true));
-  QVERIFY(redoMirrors(false));
-}
-
 // ---- canvas -------------------------------------------------------------------------------
 
 void GuiTest::aClickReachesTheToolWithTheScenePointUnderThePixel() {
@@ -630,17 +520,6 @@ void GuiTest::aZoomDragDownwardsEnlargesTheViewAndClearsTheFlags() {
   QVERIFY(!ViewZoom && !ViewMove && !ViewRotate && !SceneChanged);
 }
 
-void GuiTest::aRightPressWithTheSelectToolShowsGraphEdit() {
-  QCOMPARE(ActiveTool, 11);
-  QMenu* menu = window_->menuNamed("GraphEdit");
-  QVERIFY(!menu->isVisible());
-  QTest::mousePress(window_->picDraw(), Qt::RightButton, Qt::NoModifier, QPoint(120, 100));
-  QTRY_VERIFY(menu->isVisible());
-  QCOMPARE(menu->actions().size(), 11 + 4);  // eleven items and four separators
-  menu->hide();
-  QTest::mouseRelease(window_->picDraw(), Qt::RightButton, Qt::NoModifier, QPoint(120, 100));
-}
-
 // ---- clipboard and printing -------------------------------------------------------------------
 
 void GuiTest::copyCutAndPasteUseTheSystemClipboard() {
@@ -669,6 +548,40 @@ void GuiTest::copyCutAndPasteUseTheSystemClipboard() {
   QGuiApplication::clipboard()->setText("something");
   window_->RunCommand("mnuEditCopy");
   QCOMPARE(QGuiApplication::clipboard()->text(), QString());
+}
+
+// ---- help and exit -----------------------------------------------------------------------------
+
+void GuiTest::withoutOpenGLTheProgramStartsAndSaysSo() {
+  // A display that gives no OpenGL: the program must show its message and
+  // stay up, not fall over when its window is painted.
+  QProcess program;
+  QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+  env.insert("QT_XCB_GL_INTEGRATION", "none");
+  env.insert("XDG_DATA_HOME", xdg_->path() + "/data");
+  env.insert("XDG_DATA_DIRS", xdg_->path() + "/none");
+  program.setProcessEnvironment(env);
+  program.start(QCoreApplication::applicationDirPath() + "/vantrel", {});
+  QVERIFY(program.waitForStarted(5000));
+  QVERIFY2(!program.waitForFinished(2000), "the program ended without OpenGL");
+  program.kill();
+  program.waitForFinished(5000);
+}
+
+void GuiTest::theStartDocumentReplacesADocumentFromTheCommandLine() {
+  delete window_;
+  const std::string path = temp_->filePath("one point.vtd").toStdString();
+  std::string error;
+  QVERIFY(WriteDocumentFile(path,
+                            "GL Ver3.00 2 0 0 1 1 ;;PT0001 5 5 0 1 2 255 0 1 1 @Q@ 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 0 0 0;;",
+                            error));
+  window_ = new frmF1(path);
+  window_->show();
+  QVERIFY(QTest::qWaitForWindowExposed(window_));
+  QTRY_VERIFY(window_->started());
+  QCOMPARE(Doc.Points.count(), RecordsOf(startText_, "PT"));
+  QCOMPARE(SceneMode, 1);
+  QVERIFY(!SnapToGrid);
 }
 
 void GuiTest::copyAsBitmapPutsTheCanvasOnTheClipboard() {
@@ -713,7 +626,6 @@ void GuiTest::printingToPdf() {
 }
 
 // ---- help and exit -----------------------------------------------------------------------------
-
 void GuiTest::helpAboutAndExit() {
   window_->RunCommand("mnuHelpCon");
   QCOMPARE(openedUrls_.size(), 1);
@@ -735,22 +647,6 @@ void GuiTest::helpAboutAndExit() {
   QVERIFY(window_->menuAction("mnuFileExit")->isEnabled());
   QVERIFY(DoCommand("File-Exit"));
   QTRY_VERIFY(!window_->isVisible());
-}
-
-void GuiTest::withoutOpenGLTheProgramStartsAndSaysSo() {
-  // A display that gives no OpenGL: the program must show its message and
-  // stay up, not fall over when its window is painted.
-  QProcess program;
-  QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-  env.insert("QT_XCB_GL_INTEGRATION", "none");
-  env.insert("XDG_DATA_HOME", xdg_->path() + "/data");
-  env.insert("XDG_DATA_DIRS", xdg_->path() + "/none");
-  program.setProcessEnvironment(env);
-  program.start(QCoreApplication::applicationDirPath() + "/vantrel", {});
-  QVERIFY(program.waitForStarted(5000));
-  QVERIFY2(!program.waitForFinished(2000), "the program ended without OpenGL");
-  program.kill();
-  program.waitForFinished(5000);
 }
 
 int main(int argc, char** argv) {
