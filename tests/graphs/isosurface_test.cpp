@@ -13,26 +13,6 @@
 namespace vt {
 namespace {
 
-TEST(CubeTables, EdgeMasksAndTrianglesAgree) {
-  // Corner 0 alone cuts edges 0, 3, 8; corner 1 edges 0, 1, 9; both 1, 3, 8, 9.
-  EXPECT_EQ(CubeEdgeMask(1), 0x109);
-  EXPECT_EQ(CubeEdgeMask(2), 0x203);
-  EXPECT_EQ(CubeEdgeMask(3), 0x30a);
-  EXPECT_EQ(CubeEdgeMask(0), 0);
-  EXPECT_EQ(CubeEdgeMask(255), 0);
-  EXPECT_TRUE(CubeTriangles(0).empty());
-  EXPECT_EQ(CubeTriangles(1).size(), 3u);
-  for (int c = 0; c < 256; ++c) {
-    // Complementary patterns cut the same edges; every cut edge is used by
-    // the triangles and no other.
-    EXPECT_EQ(CubeEdgeMask(c), CubeEdgeMask(255 - c));
-    unsigned used = 0;
-    for (std::int8_t e : CubeTriangles(c)) used |= 1u << e;
-    EXPECT_EQ(used, CubeEdgeMask(c)) << c;
-    EXPECT_EQ(CubeTriangles(c).size() % 3, 0u);
-  }
-}
-
 struct MeshStats {
   double area = 0;
   bool closed = true;      // every edge in exactly two triangles
