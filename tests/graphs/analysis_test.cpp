@@ -97,9 +97,7 @@ TEST_F(AnalysisTest, ARootOnASampleIsFoundOnceForEachChord) {
 
 TEST_F(AnalysisTest, MaximaMinimaAndInflexionsOfACubic) {
   auto c = MakeGraph("x^3-3x", 97, "-3", "3");
-  c->ShowMax = true;
-  c->ShowMin = true;
-  c->ShowGuai = true;
+  c->ShowMax = c->ShowMin = c->ShowGuai = true;
   ASSERT_TRUE(c->GetPoints());
   ASSERT_EQ(c->MaxMarks().size(), 1u);
   ASSERT_EQ(c->MinMarks().size(), 1u);
@@ -115,17 +113,14 @@ TEST_F(AnalysisTest, MaximaMinimaAndInflexionsOfACubic) {
 
   // An extreme at the end of the range is no sign change: nothing.
   auto line = MakeGraph("x", 10, "0", "1");
-  line->ShowMax = true;
-  line->ShowMin = true;
+  line->ShowMax = line->ShowMin = true;
   ASSERT_TRUE(line->GetPoints());
   EXPECT_TRUE(line->ResultLines().empty());
 }
 
 TEST_F(AnalysisTest, IntegralStripValueAndArcLength) {
   auto c = MakeGraph("x^2", 60, "-1", "4");
-  c->ShowInt = true;
-  c->IntFrom = 0;
-  c->IntTo = 3;
+  c->ShowInt = true, c->IntFrom = 0, c->IntTo = 3;
   ASSERT_TRUE(c->GetPoints());
   EXPECT_NEAR(c->IntegralValue(), 9, 0.01);
   ASSERT_EQ(c->ResultLines().size(), 2u);
@@ -133,30 +128,23 @@ TEST_F(AnalysisTest, IntegralStripValueAndArcLength) {
   EXPECT_THAT(c->ResultLines()[1], StartsWith("    Area is 9"));
 
   auto y = MakeGraph("x", 10, "0", "2");
-  y->ShowLen = true;
-  y->LenFrom = 0;
-  y->LenTo = 1;
+  y->ShowLen = true, y->LenFrom = 0, y->LenTo = 1;
   ASSERT_TRUE(y->GetPoints());
   EXPECT_NEAR(y->LengthValue(), std::sqrt(2.0), 0.01);
   EXPECT_THAT(y->ResultLines(), ElementsAre("    The length of curve from 0 to 1 is 1.414214"));
 
   // Polar: the area of the unit disc, and the length of its rim.
   auto disc = MakeCurve(2, 2, "", "1", 36, "0", "6.2832");
-  disc->ShowInt = true;
-  disc->IntFrom = 0;
-  disc->IntTo = 6.2832f;
-  disc->ShowLen = true;
-  disc->LenFrom = 0;
-  disc->LenTo = 6.2832f;
+  disc->ShowInt = disc->ShowLen = true;
+  disc->IntFrom = disc->LenFrom = 0;
+  disc->IntTo = disc->LenTo = 6.2832f;
   ASSERT_TRUE(disc->GetPoints());
   EXPECT_NEAR(disc->IntegralValue(), M_PI, 0.01);
   EXPECT_NEAR(disc->LengthValue(), 2 * M_PI, 0.01);
 
   // Parametric: the circle of radius 2.
   auto ring = MakeCurve(3, 1, "2cos(u)", "2sin(u)", 36, "0", "6.2832");
-  ring->ShowLen = true;
-  ring->LenFrom = 0;
-  ring->LenTo = 6.2832f;
+  ring->ShowLen = true, ring->LenFrom = 0, ring->LenTo = 6.2832f;
   ASSERT_TRUE(ring->GetPoints());
   EXPECT_NEAR(ring->LengthValue(), 4 * M_PI, 0.01);
 }
@@ -280,11 +268,8 @@ TEST_F(AnalysisTest, ParitySamplesHoldFOfMinusX) {
 
 TEST_F(AnalysisTest, TangentNormalAndCurvatureLines) {
   auto c = MakeGraph("x^2", 40, "-2", "2");
-  c->ShowQie = true;
-  c->QieX = {1};
-  c->ShowNml = true;
-  c->NmlX = {1};
-  c->ShowCurv = true;
+  c->ShowQie = c->ShowNml = c->ShowCurv = true;
+  c->QieX = c->NmlX = {1};
   c->CurvX = {0};
   ASSERT_TRUE(c->GetPoints());
   EXPECT_THAT(c->ResultLines(),
@@ -313,9 +298,7 @@ TEST_F(AnalysisTest, TangentNormalAndCurvatureLines) {
 
 TEST_F(AnalysisTest, AFailedDerivativeEndsItsOverlaysOnly) {
   auto c = MakeGraph("abs(x)-1", 97, "-3", "3");
-  c->ShowDev = true;
-  c->ShowMax = true;
-  c->ShowRoot = true;
+  c->ShowDev = c->ShowMax = c->ShowRoot = true;
   ASSERT_TRUE(c->GetPoints());
   ASSERT_FALSE(host_.messages.empty());
   EXPECT_THAT(host_.messages[0].text, HasSubstr("Can not find derivative of"));

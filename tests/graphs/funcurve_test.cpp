@@ -23,6 +23,12 @@ using test::MakeGraph;
 class FunCurveTest : public test::DocumentTest {
  protected:
   static bool Hole(const Position& p) { return p.x == BreakValue || p.y == BreakValue || p.z == BreakValue; }
+  // The total length of traced segments (x1, y1, x2, y2 each).
+  static double Length(const std::vector<float>& s) {
+    double len = 0;
+    for (size_t k = 0; k + 3 < s.size(); k += 4) len += std::hypot(s[k + 2] - s[k], s[k + 3] - s[k + 1]);
+    return len;
+  }
 };
 
 // ---- sampling ----------------------------------------------------------------------
@@ -50,8 +56,7 @@ TEST_F(FunCurveTest, ZeroStepsBehaveAsOneAndRangesMayRunBackwards) {
   auto c = MakeGraph("x^2", 0, "1", "3");
   c->StepV = 0;
   ASSERT_TRUE(c->GetPoints());
-  EXPECT_EQ(c->StepU, 1);
-  EXPECT_EQ(c->StepV, 1);
+  EXPECT_TRUE(c->StepU == 1 && c->StepV == 1);
   ASSERT_EQ(c->Vert3D.size(), 2u);
   EXPECT_FLOAT_EQ(c->Vert3D[0].y, 1);
   EXPECT_FLOAT_EQ(c->Vert3D[1].y, 9);
@@ -160,24 +165,15 @@ TEST_F(FunCurveTest, ImplicitCircleTracesClosedLinesOfLengthFourPi) {
   EXPECT_EQ(c->StepU, 90);
   EXPECT_EQ(c->StepV, 90);
   const std::vector<float>& s = c->TracedSegments();
-  double len = 0;
-  for (size_t k = 0; k + 3 < s.size(); k += 4) {
-    len += std::hypot(s[k + 2] - s[k], s[k + 3] - s[k + 1]);
-    EXPECT_NEAR(std::hypot(s[k], s[k + 1]), 2, 0.01);
-  }
-  EXPECT_NEAR(len, 4 * M_PI, 0.01 * 4 * M_PI);
+  for (size_t k = 0; k + 1 < s.size(); k += 2) EXPECT_NEAR(std::hypot(s[k], s[k + 1]), 2, 0.01);
+  EXPECT_NEAR(Length(s), 4 * M_PI, 0.01 * 4 * M_PI);
   EXPECT_FLOAT_EQ(s[s.size() - 2], s[0]);
   EXPECT_FLOAT_EQ(s[s.size() - 1], s[1]);
 
   // Polar: r = 2 in the a, r plane is the same circle.
   auto p = MakeCurve(1, 2, "", "r-2", 20, "0", "6.2832", 0, 5);
   ASSERT_TRUE(p->TraceImplicit());
-  double plen = 0;
-  for (size_t k = 0; k + 3 < p->TracedSegments().size(); k += 4) {
-    const auto& t = p->TracedSegments();
-    plen += std::hypot(t[k + 2] - t[k], t[k + 3] - t[k + 1]);
-  }
-  EXPECT_NEAR(plen, 4 * M_PI, 0.01 * 4 * M_PI);
+  EXPECT_NEAR(Length(p->TracedSegments()), 4 * M_PI, 0.01 * 4 * M_PI);
 }
 
 TEST_F(FunCurveTest, ImplicitSyntaxErrorIsShownOncePerCompile) {
@@ -225,26 +221,27 @@ TEST_F(FunCurveTest, PointFieldDensitySwitchesAtArea300) {
 TEST_F(FunCurveTest, PickFollowsTheChords) {
   auto c = MakeGraph("x^2", 40, "-2", "2");
   ASSERT_TRUE(c->GetPoints());
-  auto ray = [&](float x, float y) { return c->Pick(Position(x, y, 0), Position(x, y, -50), Position(x, y, 50)); };
-  EXPECT_TRUE(ray(1, 1));
-  EXPECT_TRUE(ray(1.5f, 2.3f));
-  EXPECT_FALSE(ray(1, 1.5f));
-  EXPECT_FALSE(ray(3, 9));  // beyond the range
+  // A ray along z through (x, y).
+  auto ray = [](CFunCurve& k, float x, float y) { return k.Pick(Position(x, y, 0), Position(x, y, -50), Position(x, y, 50)); };
+  EXPECT_TRUE(ray(*c, 1, 1));
+  EXPECT_TRUE(ray(*c, 1.5f, 2.3f));
+  EXPECT_FALSE(ray(*c, 1, 1.5f));
+  EXPECT_FALSE(ray(*c, 3, 9));  // beyond the range
   c->Hide = true;
-  EXPECT_FALSE(ray(1, 1));
+  EXPECT_FALSE(ray(*c, 1, 1));
 
   auto imp = MakeCurve(1, 1, "", "x^2+y^2-4", 20, "-5", "5");
-  EXPECT_FALSE(imp->Pick(Position(2, 0, 0), Position(2, 0, -50), Position(2, 0, 50)));  // nothing traced yet
+  EXPECT_FALSE(ray(*imp, 2, 0));  // nothing traced yet
   ASSERT_TRUE(imp->TraceImplicit());
-  EXPECT_TRUE(imp->Pick(Position(2, 0, 0), Position(2, 0, -50), Position(2, 0, 50)));
-  EXPECT_FALSE(imp->Pick(Position(0, 0, 0), Position(0, 0, -50), Position(0, 0, 50)));
+  EXPECT_TRUE(ray(*imp, 2, 0));
+  EXPECT_FALSE(ray(*imp, 0, 0));
 
   auto field = MakeCurve(4, 1, "", "x^2+y^2-1", 20, "-2", "2", -2, 2);
-  EXPECT_TRUE(field->Pick(Position(0.2f, 0.3f, 0), Position(0.2f, 0.3f, -50), Position(0.2f, 0.3f, 50)));
-  EXPECT_FALSE(field->Pick(Position(1.5f, 0, 0), Position(1.5f, 0, -50), Position(1.5f, 0, 50)));
+  EXPECT_TRUE(ray(*field, 0.2f, 0.3f));
+  EXPECT_FALSE(ray(*field, 1.5f, 0));
   // A broken field says so once, not at every pass of the mouse.
   field->ExpressY = "x^2+";
-  for (int i = 0; i < 3; ++i) EXPECT_FALSE(field->Pick(Position(0, 0, 0), Position(0, 0, -50), Position(0, 0, 50)));
+  for (int i = 0; i < 3; ++i) EXPECT_FALSE(ray(*field, 0, 0));
   EXPECT_EQ(host_.messages.size(), 1u);
 }
 
