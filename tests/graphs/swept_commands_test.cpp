@@ -46,6 +46,10 @@ class SweptCommandsTest : public test::DocumentTest {
     rim->AddLink(CLinkObj{c->ID, 3, 2, c->CType, 0});
     return Doc.Circles.Add(std::move(c));
   }
+  template <class... T>
+  static void Select(T&... o) { (SelectObject(o), ...); }
+  template <class... T>
+  static void Deselect(T&... o) { (DeselectObject(o), ...); }
   std::string LastMessage() const { return host_.messages.empty() ? std::string() : host_.messages.back().text; }
 };
 
@@ -59,8 +63,7 @@ TEST_F(SweptCommandsTest, RotationFromTheSelection) {
   EXPECT_EQ(Doc.SurRots.count(), 0);
   EXPECT_EQ(GetUndoVar(), before);
 
-  SelectObject(*profile);
-  SelectObject(*axis);
+  Select(*profile, *axis);
   const SweptForm f = NewSweptForm(true);
   EXPECT_EQ(f.objId, profile->ID);
   EXPECT_EQ(f.centerId, axis->ID);
@@ -147,8 +150,7 @@ TEST_F(SweptCommandsTest, ExtrusionAlongASelectedVector) {
   EXPECT_EQ(Doc.Stretchs.count(), 0);
   CRegion* g = Square(0);
   CLine* v = Segment(0, 0, 0, 0, 0, 3, 4);
-  SelectObject(*g);
-  SelectObject(*v);
+  Select(*g, *v);
   RunHandler("mnuDraw2Stretch");
   ASSERT_EQ(Doc.Stretchs.count(), 1);
   CStretch* s = Doc.Stretchs.Item(1);
@@ -175,8 +177,7 @@ TEST_F(SweptCommandsTest, SectorsRibbonsAndIntersectionLines) {
   EXPECT_EQ(Doc.Fans.count(), 0);
   CRegion* top = Square(1);
   Position* apex = AddPoint(0, 0, -1);
-  SelectObject(*apex);
-  SelectObject(*top);
+  Select(*apex, *top);
   // A pyramid: the point and a polygon; every face reaches the apex.
   host_.messages.clear();
   RunHandler("mnuDraw2Fan");
@@ -212,31 +213,26 @@ TEST_F(SweptCommandsTest, SectorsRibbonsAndIntersectionLines) {
   Position* centre = AddPoint(0, 0, 1);
   Position* rim = AddPoint(1, 0, 1);
   CCircle* circle = Circle(centre, rim);
-  SelectObject(*apex);
-  SelectObject(*circle);
+  Select(*apex, *circle);
   RunHandler("mnuDraw2Fan");
   ASSERT_EQ(Doc.Fans.count(), 2);
   CFan* cone = Doc.Fans.Item(2);
   EXPECT_EQ(cone->LKID, apex->ID);
   EXPECT_EQ(cone->LKID2, circle->ID);
   EXPECT_EQ(cone->GetRGNum(), 50);
-  DeselectObject(*apex);
-  DeselectObject(*circle);
+  Deselect(*apex, *circle);
 
   // Two segments make no ribbon; two circles do.
   CLine* a = Segment(0, 0, 0, 2, 0, 0);
   CLine* b = Segment(0, 1, 0, 2, 1, 1);
-  SelectObject(*a);
-  SelectObject(*b);
+  Select(*a, *b);
   RunHandler("mnuDraw2Ribbon");
   EXPECT_EQ(LastMessage(), kMsgRibbon);
   EXPECT_EQ(Doc.Ribbons.count(), 0);
-  DeselectObject(*a);
-  DeselectObject(*b);
+  Deselect(*a, *b);
   CCircle* lower = Circle(AddPoint(0, 0, 2), AddPoint(1, 0, 2));
   CCircle* upper = Circle(AddPoint(0, 0, 3), AddPoint(2, 0, 3));
-  SelectObject(*lower);
-  SelectObject(*upper);
+  Select(*lower, *upper);
   RunHandler("mnuDraw2Ribbon");
   ASSERT_EQ(Doc.Ribbons.count(), 1);
   CRibbon* rb = Doc.Ribbons.Item(1);
@@ -247,8 +243,7 @@ TEST_F(SweptCommandsTest, SectorsRibbonsAndIntersectionLines) {
   EXPECT_NEAR(first[0].x, 1, 1e-5);
   EXPECT_NEAR(first[3].x, 2, 1e-5);
   EXPECT_NEAR(first[3].z, 3, 1e-5);
-  DeselectObject(*lower);
-  DeselectObject(*upper);
+  Deselect(*lower, *upper);
 
   // The line where the square at z = 0 meets the cone: the circle of radius
   // 1/2, as 50 chords.
@@ -276,8 +271,7 @@ TEST_F(SweptCommandsTest, ASpaceCurveHasNoFacesToCut) {
   auto c = std::make_unique<CSurface>();
   c->Init("C30001", "", 1, 3, 3, "cos(u)", "sin(u)", "u", 20, 1, "-1", "1", "0", "0");
   CSurface* curve = Doc.Surfaces.Add(std::move(c));
-  SelectObject(*g);
-  SelectObject(*curve);
+  Select(*g, *curve);
   const std::string before = GetUndoVar();
   RunHandler("mnuDraw2IntLine");
   EXPECT_EQ(LastMessage(), kMsgInterLine);
@@ -290,8 +284,7 @@ TEST_F(SweptCommandsTest, SphereThroughTwoPoints) {
   EXPECT_EQ(LastMessage(), kMsgTwoPointsSphere);
   Position* c = AddPoint(0, 0, 0);
   Position* p = AddPoint(3, 4, 0);
-  SelectObject(*c);
-  SelectObject(*p);
+  Select(*c, *p);
   SphereForm f = NewSphereForm();
   f.alpha = "2";
   EXPECT_EQ(ConfirmSphereForm(f), SweptConfirm::Stay);
