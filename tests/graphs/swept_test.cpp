@@ -106,9 +106,7 @@ TEST_F(SweptTest, ProfileOnTheAxisGivesZeroNormalsAndNoNaN) {
   s->ComputeNormals();
   for (const Vec3& v : s->FaceNormalsOf()) {
     ASSERT_TRUE(Finite(v));
-    EXPECT_EQ(v.x, 0.0f);
-    EXPECT_EQ(v.y, 0.0f);
-    EXPECT_EQ(v.z, 0.0f);
+    EXPECT_TRUE(v.x == 0.0f && v.y == 0.0f && v.z == 0.0f);
   }
   for (const Vec3& v : s->VertexNormalsOf()) ASSERT_TRUE(Finite(v));
 
@@ -118,11 +116,7 @@ TEST_F(SweptTest, ProfileOnTheAxisGivesZeroNormalsAndNoNaN) {
   ASSERT_TRUE(p->GetPoints());
   EXPECT_EQ(p->StepU, 0);
   ASSERT_EQ(p->Vert3D.size(), 11u);
-  for (const Position& v : p->Vert3D) {
-    EXPECT_FLOAT_EQ(v.x, 0);
-    EXPECT_FLOAT_EQ(v.y, 0);
-    EXPECT_FLOAT_EQ(v.z, 1);
-  }
+  for (const Position& v : p->Vert3D) EXPECT_TRUE(v.x == 0 && v.y == 0 && v.z == 1);
   p->ComputeNormals();
   for (const Vec3& v : p->VertexNormalsOf()) ASSERT_TRUE(Finite(v));
   EXPECT_TRUE(p->GetRegions().empty());
@@ -177,8 +171,6 @@ TEST_F(SweptTest, ExtrusionByAZeroVectorIsFlatWithoutNaN) {
   for (const Vec3& v : s->VertexNormalsOf()) ASSERT_TRUE(Finite(v));
 
   // A real vector: a prism side wall, each step a fifth of the vector.
-  s->DX = "0";
-  s->DY = "0";
   s->DZ = "2*1.5";
   ASSERT_TRUE(s->GetPoints());
   EXPECT_NEAR(s->Vert3D[GridIndex(1, 1, 5)].z, 0.6, 1e-6);
