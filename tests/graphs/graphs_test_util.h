@@ -1,10 +1,15 @@
 // Helpers of the graph tests: curves made as the curve dialog makes them.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "document/document.h"
+#include "geometry/line.h"
 #include "graphs/funcurve.h"
 
 namespace vt::test {
@@ -31,6 +36,34 @@ inline CNote* AddParameter(const std::string& name, float value) {
   n->VarName = name;
   n->Value = value;
   return Doc.Notes.Add(std::move(n));
+}
+
+// A segment between two points, linked as the line tool links it.
+inline CLine* LinkedLine(Position* a, Position* b, int lt = 1) {
+  auto l = std::make_unique<CLine>();
+  l->ID = NewObjectId("LN");
+  l->lt = lt;
+  l->Line1(a->ID, b->ID);
+  a->AddLink(CLinkObj{l->ID, 2, 1, 0, 0});
+  b->AddLink(CLinkObj{l->ID, 2, 2, 0, 0});
+  return Doc.Lines.Add(std::move(l));
+}
+
+// A dialog's fields changed one step after another; after each step the
+// confirmation refuses (keeps the dialog open) and shows the message.
+template <class Form>
+struct Refusal {
+  std::function<void(Form&)> edit;
+  std::string message;
+};
+template <class Form, class Refuses, class Message>
+void ExpectRefusals(Form& f, const std::vector<Refusal<Form>>& steps, Refuses refuses, Message message) {
+  for (const Refusal<Form>& r : steps) {
+    SCOPED_TRACE(r.message);
+    r.edit(f);
+    EXPECT_TRUE(refuses(f));
+    EXPECT_EQ(message(), r.message);
+  }
 }
 
 }  // namespace vt::test

