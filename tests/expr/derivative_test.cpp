@@ -46,51 +46,6 @@ TEST(ParseToPolish, Messages) {
   EXPECT_EQ(ParseError("2 3"), "Expression is illegal.");
 }
 
-TEST(Derive, FunctionsWithoutARule) {
-  HostScope s;
-  for (const char* f : {"abs", "int", "rnd", "asec", "acsec", "sech", "csech", "asech", "acsech"}) {
-    std::string error, text;
-    bool ok = false;
-    auto tree = ParseToPolish(std::string(f) + "(x)*x", error, ok);
-    ASSERT_TRUE(ok);
-    auto d = Derive(*tree, &error);
-    EXPECT_EQ(d, nullptr) << f;
-    EXPECT_EQ(error, std::string("Can not find derivative of ") + f);
-    EXPECT_EQ(s.host.LastMessage(), error);
-    EXPECT_EQ(s.host.messages.back().title, "Error");
-  }
-  // A symbol that is no parameter has no rule for a curve; the curve
-  // variables derive to 1, a bare one too; a constant (a parameter, found
-  // before the variables as the evaluator finds it) to 0.
-  std::string text;
-  EXPECT_FALSE(DerivativeText("k*x", "", text));
-  EXPECT_EQ(s.host.LastMessage(), "Can not find derivative of k");
-  ASSERT_TRUE(DerivativeText("x+y+a+r+u", "", text));
-  EXPECT_EQ(text, "1+1+1+1+1");
-  ASSERT_TRUE(DerivativeText("U", "", text));
-  EXPECT_EQ(text, "1");
-  VariableTable constants;
-  constants.Add("K");
-  constants.Add("a");
-  bool ok = false;
-  std::string error;
-  auto tree = ParseToPolish("k*x+a*x^2", error, ok);
-  ASSERT_TRUE(ok);
-  EXPECT_EQ(PolishToText(*Derive(*tree, nullptr, &constants)), "k+a*(2*x)");
-  EXPECT_EQ(PolishToText(*DerivePartial(*tree, "x", nullptr, &constants)), "k+a*(2*x)");
-  // The partial derivative knows its variable, x and y, and nothing else.
-  ASSERT_TRUE(DerivativeText("x*y", "X", text));
-  EXPECT_EQ(text, "y");
-  ASSERT_TRUE(DerivativeText("x*y", "y", text));
-  EXPECT_EQ(text, "x");
-  EXPECT_FALSE(DerivativeText("x*k", "x", text));
-  EXPECT_EQ(s.host.LastMessage(), "Expression is illegal.");
-  // Parse errors are shown by the whole chain.
-  EXPECT_FALSE(DerivativeText("x+", "", text));
-  EXPECT_EQ(s.host.LastMessage(), "Lack of parameter at 3");
-  EXPECT_EQ(s.host.messages.back().title, "Error");
-}
-
 // The derivative text, compiled and evaluated, against a central difference
 // of the formula (both evaluated by the engine, in Single).
 double Evaluate(const std::string& formula, double x, double y = 0) {

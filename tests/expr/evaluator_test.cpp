@@ -200,25 +200,6 @@ TEST(Evaluator, DegreeFlag) {
   EXPECT_EQ(Value(s, "sinh(x)", 0.5f, 0, true), Value(s, "sinh(x)", 0.5f));
 }
 
-TEST(Evaluator, RandomIgnoresItsArgument) {
-  HostScope s;
-  VariableTable t = XY(0);
-  Cls6 calc;
-  SeedRandom(7);
-  std::vector<float> a;
-  for (int i = 0; i < 50; ++i) {
-    float r = 0;
-    bool ok = false;
-    calc.DoEvaluate(i % 2 ? "5 RND " : "X RND ", false, t, r, ok);
-    ASSERT_TRUE(ok);
-    EXPECT_GE(r, 0.0f);
-    EXPECT_LT(r, 1.0f);
-    a.push_back(r);
-  }
-  SeedRandom(7);
-  for (float expected : a) EXPECT_EQ(NextRandom(), expected);
-}
-
 TEST(Evaluator, FailuresReachTheCaller) {
   HostScope s;
   VariableTable t = XY(1);
