@@ -46,43 +46,28 @@ TEST(Compiler, ErrorPositionsAndMessages) {
   };
   const Case cases[] = {
       // Operators and ")" report the token before them.
-      {")(", 1, "Operand expected"},
-      {"x)(", 0, "Closing parenthesis without matching open parenthesis"},
-      {"(x))", 3, "Closing parenthesis without matching open parenthesis"},
-      {"1+*2", 2, "Operand expected"},
-      {"2+-3", 2, "Operand expected"},
-      {"--x", 1, "Operand expected"},
-      {"*2", 1, "Operand expected"},
-      {"(*2)", 1, "Operand expected"},
-      {"2*/3", 2, "Operand expected"},
-      {"sin*2", 0, "Operand expected"},
+      {")(", 1, "Operand expected"}, {"x)(", 0, "Closing parenthesis without matching open parenthesis"},
+      {"(x))", 3, "Closing parenthesis without matching open parenthesis"}, {"1+*2", 2, "Operand expected"},
+      {"2+-3", 2, "Operand expected"}, {"--x", 1, "Operand expected"},
+      {"*2", 1, "Operand expected"}, {"(*2)", 1, "Operand expected"},
+      {"2*/3", 2, "Operand expected"}, {"sin*2", 0, "Operand expected"},
       {"()", 1, "Operand expected"},
       // Numbers: the index before their last digit, or the value before them.
-      {"2 3", 0, "Operator expected"},
-      {"x+12 34", 3, "Operator expected"},
+      {"2 3", 0, "Operator expected"}, {"x+12 34", 3, "Operator expected"},
       {"1..2", 1, "Operand contains multiple decimal points"},
       {"x+1,2.5", 2, "Operand contains multiple decimal points"},
-      {".", 0, "Invalid operand"},
-      {"x+,", 2, "Invalid operand"},
-      {"sin 2", 4, "Open parenthesis expected"},
-      {"sin 123", 6, "Open parenthesis expected"},
+      {".", 0, "Invalid operand"}, {"x+,", 2, "Invalid operand"},
+      {"sin 2", 4, "Open parenthesis expected"}, {"sin 123", 6, "Open parenthesis expected"},
       // Symbols: the index before their first character.
-      {"q", 0, "Undefined symbol : 'q'"},
-      {"x+Qq", 2, "Undefined symbol : 'Qq'"},
-      {"x+sin2x", 2, "Undefined symbol : 'sin2x'"},
-      {"_", 0, "Undefined symbol : '_'"},
+      {"q", 0, "Undefined symbol : 'q'"}, {"x+Qq", 2, "Undefined symbol : 'Qq'"},
+      {"x+sin2x", 2, "Undefined symbol : 'sin2x'"}, {"_", 0, "Undefined symbol : '_'"},
       // Other characters: the value before them.
-      {"#", 1, "Unexpected character encountered"},
-      {"x+#", 2, "Unexpected character encountered"},
-      {"12#", 1, "Unexpected character encountered"},
-      {"x\xC3\xA9", 0, "Unexpected character encountered"},
+      {"#", 1, "Unexpected character encountered"}, {"x+#", 2, "Unexpected character encountered"},
+      {"12#", 1, "Unexpected character encountered"}, {"x\xC3\xA9", 0, "Unexpected character encountered"},
       // The end of the text: its length.
-      {"1+", 2, "Operand expected"},
-      {"2*(", 3, "Operand expected"},
-      {"sin", 3, "Operand expected"},
-      {"(1+2", 4, "Closing parenthesis expected"},
-      {"((x)", 4, "Closing parenthesis expected"},
-      {"(", 1, "Closing parenthesis expected"},
+      {"1+", 2, "Operand expected"}, {"2*(", 3, "Operand expected"},
+      {"sin", 3, "Operand expected"}, {"(1+2", 4, "Closing parenthesis expected"},
+      {"((x)", 4, "Closing parenthesis expected"}, {"(", 1, "Closing parenthesis expected"},
   };
   for (const Case& k : cases) {
     Compiled c = Compile(scope, k.formula, vars);

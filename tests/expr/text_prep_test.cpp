@@ -68,30 +68,12 @@ TEST(FilterExprText, KeepsFormulaCharacters) {
 
 TEST(InsertImplicitProducts, FourRules) {
   const std::pair<const char*, const char*> cases[] = {
-      {"x", "x"},
-      {"", "*"},
-      {"2", "2"},
-      {"x2", "x*2"},
-      {"ax2", "ax2"},
-      {"2pi", "2*pi"},
-      {"2x", "2*x"},
-      {"3x2", "3*x*2"},
-      {"2(x+1)", "2*(x+1)"},
-      {"(x+1)(x-1)", "(x+1)*(x-1)"},
-      {"(x)2", "(x)*2"},
-      {"(x).5", "(x)*.5"},
-      {"x(x+1)", "x*(x+1)"},
-      {"+x(2)", "+x*(2)"},
-      {"pi(2)", "pi*(2)"},
-      {"pi2", "pi*2"},
-      {"sin(x)", "sin(x)"},
-      {"tan(x)", "tan(x)"},
-      {"sin2x", "sin2*x"},
-      {"q(2)", "q(2)"},
-      {"2q", "2*q"},
-      {"y,5", "y*,5"},
-      {"exp(-x^2)*cos(3x)", "exp(-x^2)*cos(3*x)"},
-      {"sqr(x^2+y^2)", "sqr(x^2+y^2)"},
+      {"x", "x"}, {"", "*"}, {"2", "2"}, {"x2", "x*2"},
+      {"ax2", "ax2"}, {"2pi", "2*pi"}, {"2x", "2*x"}, {"3x2", "3*x*2"},
+      {"2(x+1)", "2*(x+1)"}, {"(x+1)(x-1)", "(x+1)*(x-1)"}, {"(x)2", "(x)*2"}, {"(x).5", "(x)*.5"},
+      {"x(x+1)", "x*(x+1)"}, {"+x(2)", "+x*(2)"}, {"pi(2)", "pi*(2)"}, {"pi2", "pi*2"},
+      {"sin(x)", "sin(x)"}, {"tan(x)", "tan(x)"}, {"sin2x", "sin2*x"}, {"q(2)", "q(2)"},
+      {"2q", "2*q"}, {"y,5", "y*,5"}, {"exp(-x^2)*cos(3x)", "exp(-x^2)*cos(3*x)"}, {"sqr(x^2+y^2)", "sqr(x^2+y^2)"},
   };
   for (const auto& [in, out] : cases) EXPECT_EQ(InsertImplicitProducts(in), out) << in;
 }

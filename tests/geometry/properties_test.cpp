@@ -311,25 +311,5 @@ TEST_F(PropertyCommandsTest, AVanishedObjectOpensNoDialogAndSaysSo) {
   EXPECT_FALSE(EditMode);
 }
 
-TEST_F(PropertyCommandsTest, ADoubleClickOnAnObjectOpensTheDialogOfItsKind) {
-  AddPoint(-5, 5);
-  CLine* l = AddLine(AddPoint(-3, 0), AddPoint(3, 0));
-  ActiveTool = 11;
-  // A ray straight down the z axis through (1, 0): on the line, off the points.
-  LastFarPoint.Set(1, 0, -10);
-  LastNearPoint.Set(1, 0, 10);
-  LastScenePoint.Set(1, 0, 0);
-  picDraw_DblClick();
-  ASSERT_EQ(opened_.size(), 1u);
-  EXPECT_EQ(opened_[0], std::make_pair(PropertyForm::Line, l->ID));
-  EXPECT_TRUE(editModeSeen_);
-  // On the point at (-3, 0) the point comes first.
-  LastFarPoint.Set(-3, 0, -10);
-  LastNearPoint.Set(-3, 0, 10);
-  picDraw_DblClick();
-  ASSERT_EQ(opened_.size(), 2u);
-  EXPECT_EQ(opened_[1], std::make_pair(PropertyForm::Point, l->pBegin.ID));
-}
-
 }  // namespace
 }  // namespace vt
