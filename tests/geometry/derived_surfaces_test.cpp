@@ -1,6 +1,6 @@
 // Sectors, ribbons, spherical surfaces and intersection lines: the meshes
 // from their sources, their faces, picking, the re-initialisation after a
-// drag, the crossing of two polygons and the records.
+// drag and the crossing of two polygons.
 #include <gtest/gtest.h>
 
 #include <algorithm>
