@@ -27,23 +27,18 @@ std::string ParseError(const std::string& text) {
 }
 
 TEST(ParseToPolish, Messages) {
-  EXPECT_EQ(ParseError("x--1"), "Double - exist.");
-  EXPECT_EQ(ParseError("x+*2"), "Double * exist.");
-  EXPECT_EQ(ParseError("x*/2"), "Double / exist.");
-  EXPECT_EQ(ParseError("x-+2"), "Double + exist.");
-  EXPECT_EQ(ParseError("*x"), "Lack of parameter at 1");
-  EXPECT_EQ(ParseError("(^x)"), "Lack of parameter at 2");
-  EXPECT_EQ(ParseError("x+"), "Lack of parameter at 3");
-  EXPECT_EQ(ParseError("sin"), "Lack of parameter at 4");
-  EXPECT_EQ(ParseError("x+()"), "Lack of parameter at 4");
-  EXPECT_EQ(ParseError("x)"), "Closing parenthesis without matching open parenthesis");
-  EXPECT_EQ(ParseError("x$"), "Illegal symbol $");
-  EXPECT_EQ(ParseError("1..2"), "Illegal symbol .");
-  EXPECT_EQ(ParseError(""), "Expression is illegal.");
-  EXPECT_EQ(ParseError("   "), "Expression is illegal.");
-  EXPECT_EQ(ParseError("(x"), "Expression is illegal.");
-  EXPECT_EQ(ParseError("x#+1"), "Expression is illegal.");
-  EXPECT_EQ(ParseError("2 3"), "Expression is illegal.");
+  const std::pair<const char*, const char*> cases[] = {
+      {"x--1", "Double - exist."}, {"x+*2", "Double * exist."},
+      {"x*/2", "Double / exist."}, {"x-+2", "Double + exist."},
+      {"*x", "Lack of parameter at 1"}, {"(^x)", "Lack of parameter at 2"},
+      {"x+", "Lack of parameter at 3"}, {"sin", "Lack of parameter at 4"},
+      {"x+()", "Lack of parameter at 4"}, {"x)", "Closing parenthesis without matching open parenthesis"},
+      {"x$", "Illegal symbol $"}, {"1..2", "Illegal symbol ."},
+      {"", "Expression is illegal."}, {"   ", "Expression is illegal."},
+      {"(x", "Expression is illegal."}, {"x#+1", "Expression is illegal."},
+      {"2 3", "Expression is illegal."},
+  };
+  for (const auto& [text, message] : cases) EXPECT_EQ(ParseError(text), message) << text;
 }
 
 // The derivative text, compiled and evaluated, against a central difference

@@ -271,43 +271,15 @@ TEST_F(PropertiesTest, OnlyACircleOfAGivenRadiusTakesANewRadiusAndItsRimPointsFo
 
 // ---- the commands that open the dialogs --------------------------------------------------------
 
-class PropertyCommandsTest : public PropertiesTest {
- protected:
-  void SetUp() override {
-    PropertiesTest::SetUp();
-    ClearHandlers();
-    RegisterPropertyCommands();
-    SetPropertyFormOpener([this](PropertyForm form, const std::string& id) {
-      opened_.emplace_back(form, id);
-      // What the dialog finds when it opens.
-      editModeSeen_ = EditMode;
-      editIdSeen_ = EditObjectId;
-    });
-  }
-  void TearDown() override {
-    SetPropertyFormOpener({});
-    ClearHandlers();
-    for (Kind k : kAllKinds) RegisterEditDialog(k, {});
-    PropertiesTest::TearDown();
-  }
-  // The one note shown since the last call.
-  std::string TakeNote() {
-    if (host_.messages.size() != 1) return "(" + std::to_string(host_.messages.size()) + " messages)";
-    std::string note = host_.messages[0].title + ": " + host_.messages[0].text;
-    host_.messages.clear();
-    return note;
-  }
-
-  std::vector<std::pair<PropertyForm, std::string>> opened_;
-  bool editModeSeen_ = false;
-  std::string editIdSeen_;
-};
-
-TEST_F(PropertyCommandsTest, AVanishedObjectOpensNoDialogAndSaysSo) {
+TEST_F(PropertiesTest, AVanishedObjectOpensNoDialogAndSaysSo) {
+  int opened = 0;
+  SetPropertyFormOpener([&](PropertyForm, const std::string&) { ++opened; });
   EditMode = false;
   EXPECT_FALSE(OpenPropertyForm(PropertyForm::Line, "LN0042"));
-  EXPECT_EQ(TakeNote(), std::string("Error: ") + kObjectNotExist);
-  EXPECT_TRUE(opened_.empty());
+  SetPropertyFormOpener({});
+  ASSERT_EQ(host_.messages.size(), 1u);
+  EXPECT_EQ(host_.messages[0].title + ": " + host_.messages[0].text, std::string("Error: ") + kObjectNotExist);
+  EXPECT_EQ(opened, 0);
   EXPECT_FALSE(EditMode);
 }
 
