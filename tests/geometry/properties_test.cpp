@@ -1,20 +1,18 @@
 // The property dialogs without their windows: what Load shows, what Apply
-// refuses and changes, the undo snapshot a change leaves, and the commands
-// that decide which dialog opens for which object.
+// refuses and changes, the undo snapshot a change leaves, and the opening
+// of a dialog for an object that is gone.
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <utility>
 #include <vector>
 
-#include "document/command_table.h"
 #include "document/globals.h"
 #include "document/undo.h"
 #include "geometry/properties.h"
 #include "geometry/property_commands.h"
 #include "persist/docio.h"
 #include "support/fixtures.h"
-#include "tools/canvas_input.h"
 
 namespace vt {
 namespace {
