@@ -36,48 +36,6 @@ VariableTable Vars(std::initializer_list<const char*> names) {
   return t;
 }
 
-TEST(Compiler, PostfixOfOperatorsRanksAndGrouping) {
-  HostScope scope;
-  VariableTable vars = Vars({"x", "Y", "x2"});
-  const std::vector<std::pair<std::string, std::string>> cases = {
-      {"2^3^2", "2 3 ^ 2 ^ "},           // "^" groups to the left
-      {"-2^2", "2 2 ^ (-) "},            // unary minus below "^"
-      {"-x*y", "X (-) Y * "},            // and above "*"
-      {"2^-3", "2 3 (-) ^ "},            // a sign after "^" pops nothing
-      {"1-2-3", "1 2 - 3 - "},
-      {"1+2*3", "1 2 3 * + "},
-      {"(1+2)*3", "1 2 + 3 * "},
-      {"+x", "X "},                      // unary plus is nothing
-      {"(-x)", "X (-) "},
-      {"sin(x)^2", "X SIN 2 ^ "},        // the function leaves by rank after ")"
-      {"sin x", "X SIN "},               // a symbol may follow a function name
-      {"sin cos x", "X COS SIN "},
-      {"SiN(X)", "X SIN "},              // case never matters
-      {"asech(x)+1", "X 1 + ASECH "},    // ASECH has rank 0: "(" in effect
-      {"asech(x+1)", "X 1 + ASECH "},
-      {"asech(x)*2^x", "X 2 X ^ * ASECH "},
-      {"pi", "3.1415926 "},
-      {"1,5", "1,5 "},                   // a number as its digits stand
-      {".5", ".5 "},
-      {"x2", "X2 "},                     // one symbol
-      {"2x", "2 X * "},                  // implicit products
-      {"2pi", "2 3.1415926 * "},
-      {"x(x+1)", "X X 1 + * "},
-      {"(x+1)(x-1)", "X 1 + X 1 - * "},
-      {"2sin(x)", "2 X SIN * "},
-      {"x y", "X Y * "},
-      {"1\t+\r\n2", "1 2 + "},           // control characters are skipped
-      {"", ""},
-      {"   ", ""},
-  };
-  for (const auto& [formula, postfix] : cases) {
-    Compiled c = Compile(scope, formula, vars);
-    EXPECT_EQ(c.result, 0) << formula;
-    EXPECT_EQ(c.boxes, 0u) << formula;
-    EXPECT_EQ(c.postfix, postfix) << formula;
-  }
-}
-
 TEST(Compiler, ErrorPositionsAndMessages) {
   HostScope scope;
   VariableTable vars = Vars({"x", "y"});
@@ -88,43 +46,28 @@ TEST(Compiler, ErrorPositionsAndMessages) {
   };
   const Case cases[] = {
       // Operators and ")" report the token before them.
-      {")(", 1, "Operand expected"},
-      {"x)(", 0, "Closing parenthesis without matching open parenthesis"},
-      {"(x))", 3, "Closing parenthesis without matching open parenthesis"},
-      {"1+*2", 2, "Operand expected"},
-      {"2+-3", 2, "Operand expected"},
-      {"--x", 1, "Operand expected"},
-      {"*2", 1, "Operand expected"},
-      {"(*2)", 1, "Operand expected"},
-      {"2*/3", 2, "Operand expected"},
-      {"sin*2", 0, "Operand expected"},
+      {")(", 1, "Operand expected"}, {"x)(", 0, "Closing parenthesis without matching open parenthesis"},
+      {"(x))", 3, "Closing parenthesis without matching open parenthesis"}, {"1+*2", 2, "Operand expected"},
+      {"2+-3", 2, "Operand expected"}, {"--x", 1, "Operand expected"},
+      {"*2", 1, "Operand expected"}, {"(*2)", 1, "Operand expected"},
+      {"2*/3", 2, "Operand expected"}, {"sin*2", 0, "Operand expected"},
       {"()", 1, "Operand expected"},
       // Numbers: the index before their last digit, or the value before them.
-      {"2 3", 0, "Operator expected"},
-      {"x+12 34", 3, "Operator expected"},
+      {"2 3", 0, "Operator expected"}, {"x+12 34", 3, "Operator expected"},
       {"1..2", 1, "Operand contains multiple decimal points"},
       {"x+1,2.5", 2, "Operand contains multiple decimal points"},
-      {".", 0, "Invalid operand"},
-      {"x+,", 2, "Invalid operand"},
-      {"sin 2", 4, "Open parenthesis expected"},
-      {"sin 123", 6, "Open parenthesis expected"},
+      {".", 0, "Invalid operand"}, {"x+,", 2, "Invalid operand"},
+      {"sin 2", 4, "Open parenthesis expected"}, {"sin 123", 6, "Open parenthesis expected"},
       // Symbols: the index before their first character.
-      {"q", 0, "Undefined symbol : 'q'"},
-      {"x+Qq", 2, "Undefined symbol : 'Qq'"},
-      {"x+sin2x", 2, "Undefined symbol : 'sin2x'"},
-      {"_", 0, "Undefined symbol : '_'"},
+      {"q", 0, "Undefined symbol : 'q'"}, {"x+Qq", 2, "Undefined symbol : 'Qq'"},
+      {"x+sin2x", 2, "Undefined symbol : 'sin2x'"}, {"_", 0, "Undefined symbol : '_'"},
       // Other characters: the value before them.
-      {"#", 1, "Unexpected character encountered"},
-      {"x+#", 2, "Unexpected character encountered"},
-      {"12#", 1, "Unexpected character encountered"},
-      {"x\xC3\xA9", 0, "Unexpected character encountered"},
+      {"#", 1, "Unexpected character encountered"}, {"x+#", 2, "Unexpected character encountered"},
+      {"12#", 1, "Unexpected character encountered"}, {"x\xC3\xA9", 0, "Unexpected character encountered"},
       // The end of the text: its length.
-      {"1+", 2, "Operand expected"},
-      {"2*(", 3, "Operand expected"},
-      {"sin", 3, "Operand expected"},
-      {"(1+2", 4, "Closing parenthesis expected"},
-      {"((x)", 4, "Closing parenthesis expected"},
-      {"(", 1, "Closing parenthesis expected"},
+      {"1+", 2, "Operand expected"}, {"2*(", 3, "Operand expected"},
+      {"sin", 3, "Operand expected"}, {"(1+2", 4, "Closing parenthesis expected"},
+      {"((x)", 4, "Closing parenthesis expected"}, {"(", 1, "Closing parenthesis expected"},
   };
   for (const Case& k : cases) {
     Compiled c = Compile(scope, k.formula, vars);
@@ -164,50 +107,6 @@ TEST(Compiler, NamesAreLookedUpInTheTableOnly) {
   EXPECT_EQ(Compile(scope, "b", t).message, "Undefined symbol : 'b'");
   // The output uses the symbol folded to upper case.
   EXPECT_EQ(Compile(scope, "Alpha_1", Vars({"ALPHA_1"})).postfix, "ALPHA_1 ");
-}
-
-TEST(Compiler, LastSyntaxErrorKeepsTheLastMessage) {
-  HostScope scope;
-  Cls6 calc;
-  VariableTable vars = Vars({"x"});
-  std::string post;
-  EXPECT_EQ(calc.GetLastSyntaxError(), "");
-  calc.InfixToPostfix("1+", vars, post);
-  EXPECT_EQ(calc.GetLastSyntaxError(), "Operand expected");
-  post.clear();
-  EXPECT_EQ(calc.InfixToPostfix("x", vars, post), 0);
-  EXPECT_EQ(calc.GetLastSyntaxError(), "Operand expected");
-}
-
-TEST(VariableTable, LookupAndStamp) {
-  VariableTable t;
-  EXPECT_EQ(t.Add("Speed", 2), 1);
-  EXPECT_EQ(t.Add("x", 3), 2);
-  EXPECT_EQ(t.Add("SPEED", 4), 3);
-  EXPECT_EQ(t.Find("speed"), 1);  // first match, any case
-  EXPECT_EQ(t.Find("X"), 2);
-  EXPECT_EQ(t.Find("y"), 0);
-
-  const std::uint64_t s1 = t.Stamp();
-  EXPECT_EQ(t.Stamp(), s1);
-  t.values[2] = 9;  // values do not touch the stamp
-  EXPECT_EQ(t.Stamp(), s1);
-  // The same names again after a Clear: the same stamp.
-  t.Clear();
-  t.Add("Speed");
-  t.Add("x");
-  t.Add("SPEED");
-  EXPECT_EQ(t.Stamp(), s1);
-  t.SetName(2, "y");
-  const std::uint64_t s2 = t.Stamp();
-  EXPECT_NE(s2, s1);
-  t.SetCount(2);
-  EXPECT_NE(t.Stamp(), s2);
-
-  VariableTable full;
-  for (int i = 1; i <= VariableTable::kLastIndex; ++i) EXPECT_EQ(full.Add("v" + std::to_string(i)), i);
-  EXPECT_EQ(full.Add("more"), 0);
-  EXPECT_EQ(full.Count(), 50);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // Sectors, ribbons, spherical surfaces and intersection lines: the meshes
 // from their sources, their faces, picking, the re-initialisation after a
-// drag, the crossing of two polygons and the records.
+// drag and the crossing of two polygons.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -322,63 +322,6 @@ TEST_F(DerivedSurfaceTest, InterLineOfARegionAndASurface) {
   RefreshSurfaces();
   ASSERT_FALSE(il->Lines.empty());
   for (const Segment3& seg : il->Lines) EXPECT_NEAR(seg.a.x, 0.5, 1e-5);
-}
-
-TEST_F(DerivedSurfaceTest, RecordsRoundTrip) {
-  Position* c = AddPoint(0, 0, 0);
-  Position* on = AddPoint(0, 0, 2);
-  CSphere* s = Sphere(c, on);
-  s->Alpha = 0.4f;
-  s->AngleATo = 3.1416f;
-  ASSERT_TRUE(s->InitPos());
-  const std::string text = s->Save();
-  EXPECT_EQ(text, s->ID + " 0.4 " + std::to_string(s->ForeColor) + " 255 4 @Rainbow@ 1 2 0 3.1416 0 3.1416 0 0 @" +
-                      c->ID + "@ @" + on->ID + "@;;");
-  RecordReader r(text.substr(0, text.size() - 2));
-  std::unique_ptr<CSphere> back = CSphere::Load(r);
-  EXPECT_EQ(back->Save(), text);
-
-  // A pyramid from the square at z = 1 down to the apex at z = -1 crosses
-  // the square at z = 0.
-  CRegion* a = Region({{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}});
-  CRegion* top = Region({{-1, -1, 1}, {1, -1, 1}, {1, 1, 1}, {-1, 1, 1}});
-  Position* apex = AddPoint(0, 0, -1);
-  auto f = std::make_unique<CFan>();
-  f->ID = NewObjectId("FA");
-  f->LKID = apex->ID;
-  f->LKID2 = top->ID;
-  CFan* fan = Doc.Fans.Add(std::move(f));
-  const std::string fanText = fan->Save();
-  EXPECT_EQ(fanText, fan->ID + " 0.3 " + std::to_string(fan->ForeColor) + " 255 4 @Rainbow@ 1 0 0 @" + apex->ID +
-                         "@ @" + top->ID + "@;;");
-  CInterLine* il = InterLine(a->ID, fan->ID);
-  EXPECT_EQ(il->Save(), il->ID + " 16711680 1 0 0 @" + a->ID + "@ @" + fan->ID + "@;;");
-
-  // The document keeps spheres, sectors and intersection lines.
-  SceneMode = 3;
-  const std::string doc = GetUndoVar();
-  EXPECT_NE(doc.find(il->Save()), std::string::npos);
-  OpenUnRe(doc);
-  OpenUnRe(doc);
-  ASSERT_EQ(Doc.Spheres.count(), 1);
-  ASSERT_EQ(Doc.Fans.count(), 1);
-  ASSERT_EQ(Doc.InterLines.count(), 1);
-  EXPECT_EQ(Doc.Spheres.Item(1)->Save(), text);
-  Doc.Spheres.Item(1)->EnsureBuilt();
-  EXPECT_EQ(Doc.Spheres.Item(1)->GetRGNum(), 625);
-  Doc.InterLines.Item(1)->InitLines();
-  // The four sides of the square of half side 0.5 where the pyramid passes.
-  double length = 0;
-  for (const Segment3& seg : Doc.InterLines.Item(1)->Lines) {
-    EXPECT_NEAR(seg.a.z, 0, 1e-5);
-    EXPECT_NEAR(std::max(std::fabs(seg.a.x), std::fabs(seg.a.y)), 0.5, 1e-5);
-    length += std::hypot(seg.b.x - seg.a.x, seg.b.y - seg.a.y);
-  }
-  EXPECT_NEAR(length, 4.0, 1e-4);
-
-  // A damaged record stops its reader.
-  RecordReader cut(text.substr(0, 20));
-  EXPECT_THROW(CSphere::Load(cut), RecordError);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "geometry/circle.h"
 #include "geometry/geom.h"
@@ -86,11 +87,8 @@ TEST(LineCircle, RootOrderAndShapeCodes) {
 
 TEST(CircleCircle, RelationsAndCrossings) {
   Position a(0, 0, 0), b(4, 0, 0), first, second;
-  EXPECT_EQ(CircleRelation(a, 1, b, 1), 1);
-  EXPECT_EQ(CircleRelation(a, 2, b, 2), 2);
-  EXPECT_EQ(CircleRelation(a, 3, b, 3), 3);
-  EXPECT_EQ(CircleRelation(a, 10, b, 6), 4);
-  EXPECT_EQ(CircleRelation(a, 10, b, 1), 5);
+  const std::tuple<float, float, int> relations[] = {{1, 1, 1}, {2, 2, 2}, {3, 3, 3}, {10, 6, 4}, {10, 1, 5}};
+  for (const auto& [r1, r2, rel] : relations) EXPECT_EQ(CircleRelation(a, r1, b, r2), rel) << r1 << " " << r2;
   ASSERT_EQ(CircleCircle(a, 3, b, 3, first, second), 2);
   // Both crossings on x = 2 at y = +-sqrt(5), the first with y > 0.
   ExpectAt(first, 2, std::sqrt(5.0));
@@ -209,12 +207,12 @@ TEST(SpaceRoutines, CirclesPlanesAndRays) {
 
 TEST(ProjectOnLine, LimitsByShape) {
   Position a(0, 0, 0), b(4, 0, 0);
-  ExpectAt(ProjectOnLine(Position(2, 3, 0), a, b, 1), 2, 0);
-  ExpectAt(ProjectOnLine(Position(-2, 3, 0), a, b, 1), 0, 0);
-  ExpectAt(ProjectOnLine(Position(6, 3, 0), a, b, 4), 4, 0);
-  ExpectAt(ProjectOnLine(Position(6, 3, 0), a, b, 3), 6, 0);
-  ExpectAt(ProjectOnLine(Position(-2, 3, 0), a, b, 3), 0, 0);
-  ExpectAt(ProjectOnLine(Position(-2, 3, 0), a, b, 2), -2, 0);
+  // {x of the point at y = 3, shape, x of the projection}
+  const std::tuple<float, int, float> cases[] = {{2, 1, 2}, {-2, 1, 0}, {6, 4, 4}, {6, 3, 6}, {-2, 3, 0}, {-2, 2, -2}};
+  for (const auto& [x, shape, want] : cases) {
+    SCOPED_TRACE(shape);
+    ExpectAt(ProjectOnLine(Position(x, 3, 0), a, b, shape), want, 0);
+  }
   ExpectAt(ProjectOnLine(Position(5, 5, 0), a, a, 1), 0, 0);  // coinciding ends
 }
 

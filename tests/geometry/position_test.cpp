@@ -70,23 +70,10 @@ TEST_F(PointImageTest, ImageObjectsJoinTheDocument) {
   Position* c = AddPoint(0, 0, 0, "O");
   Position* img = p->RotateP0(0, c->ID, static_cast<float>(M_PI));
   ASSERT_NE(img, nullptr);
-  EXPECT_EQ(img->ID, "PT0003");
-  EXPECT_EQ(img->ptype, 10);
-  EXPECT_EQ(img->PLabel, "A'");
-  EXPECT_EQ(img->TransType, 2);
   EXPECT_EQ(img->LKID, p->ID);
-  EXPECT_EQ(img->LKID2, c->ID);
-  EXPECT_FLOAT_EQ(img->Para1, static_cast<float>(M_PI));
   ExpectAt(*img, -1, 0, 0);
   EXPECT_EQ(p->Child, std::vector<std::string>{"PT0003"});
   EXPECT_EQ(FindPoint("PT0003"), img);
-
-  Position* moved = p->Move0(0, 2, 1, 2, 3, "", "");
-  EXPECT_EQ(moved->TransType, 1);
-  EXPECT_EQ(moved->MoveType, 2);
-  EXPECT_FLOAT_EQ(moved->Para3, 3);
-  EXPECT_EQ(p->Zoom0(0, 2)->TransType, 3);
-  EXPECT_EQ(p->MirrorP0(0, c->ID)->TransType, 4);
 
   // Flag 1: the point itself moves, nothing is added.
   int count = Doc.Points.count();

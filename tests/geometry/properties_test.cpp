@@ -1,20 +1,18 @@
 // The property dialogs without their windows: what Load shows, what Apply
-// refuses and changes, the undo snapshot a change leaves, and the commands
-// that decide which dialog opens for which object.
+// refuses and changes, the undo snapshot a change leaves, and the opening
+// of a dialog for an object that is gone.
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <utility>
 #include <vector>
 
-#include "document/command_table.h"
 #include "document/globals.h"
 #include "document/undo.h"
 #include "geometry/properties.h"
 #include "geometry/property_commands.h"
 #include "persist/docio.h"
 #include "support/fixtures.h"
-#include "tools/canvas_input.h"
 
 namespace vt {
 namespace {
@@ -196,67 +194,7 @@ TEST_F(PropertiesTest, AnObjectThatVanishedUnderTheDialogIsReported) {
   EXPECT_EQ(UndoCount, undo);
 }
 
-TEST_F(PropertiesTest, ThePointStyleGoesToEverySelectedPointAndOnlyToThem) {
-  Position* a = AddPoint(0, 0);
-  Position* b = AddPoint(1, 0);
-  Position* c = AddPoint(2, 0);
-  PointStyle s;
-  EXPECT_FALSE(LoadPointStyleFromSelection(s));
-  b->Symbol = 4;
-  b->Size = 7;
-  SelectObject(*b);
-  SelectObject(*c);
-  ASSERT_TRUE(LoadPointStyleFromSelection(s));
-  EXPECT_EQ(s.symbol, 4);  // the first selected point's
-  EXPECT_EQ(s.size, 7);
-  const std::string unselected = a->Save();
-  const int undo = UndoCount;
-
-  s = PointStyle{RGB(1, 2, 3), 9, 6};
-  s.size = 10;
-  EXPECT_EQ(ApplyPointStyleToSelection(s), kIllegalData);
-  EXPECT_EQ(UndoCount, undo);
-  EXPECT_EQ(c->Symbol, 1);
-
-  s.size = 9;
-  EXPECT_EQ(ApplyPointStyleToSelection(s), "");
-  for (Position* p : {b, c}) {
-    EXPECT_EQ(p->ForeColor, RGB(1, 2, 3));
-    EXPECT_EQ(p->Size, 9);
-    EXPECT_EQ(p->Symbol, 6);
-  }
-  EXPECT_EQ(a->Save(), unselected);
-  ExpectOneSnapshot(undo);
-}
-
 // ---- lines, circles, arcs, regions ---------------------------------------------------------
-
-TEST_F(PropertiesTest, LineKindStyleWidthColourAndLabelChangeInOneStep) {
-  CLine* l = AddLine(AddPoint(0, 0), AddPoint(3, 0));
-  LineProps p;
-  ASSERT_TRUE(LoadLineProps(l->ID, p));
-  EXPECT_EQ(p.width, "2");
-  EXPECT_EQ(p.style, 1);
-  const int undo = UndoCount;
-  p.lt = 3;
-  p.style = 4;
-  p.width = "3,5";  // a decimal comma reads as a point
-  p.color = RGB(0, 128, 255);
-  p.label = "g";
-  p.hideLabel = true;
-  EXPECT_EQ(ApplyLineProps(l->ID, p), "");
-  EXPECT_EQ(l->lt, 3);
-  EXPECT_EQ(l->GELineStyle, 4);
-  EXPECT_FLOAT_EQ(l->GELineWidth, 3.5f);
-  EXPECT_EQ(l->ForeColor, RGB(0, 128, 255));
-  EXPECT_EQ(l->LLabel, "g");
-  EXPECT_TRUE(l->HideLabel);
-  ExpectOneSnapshot(undo);
-  // The snapshot reads back to the same line.
-  const std::string text = GetUndoVar();
-  ASSERT_TRUE(OpenDocumentText(text));
-  EXPECT_EQ(Doc.Lines.Item(1)->GELineStyle, 4);
-}
 
 TEST_F(PropertiesTest, WidthsThatAreNoPositiveNumberAreRefusedForEveryKind) {
   Position* a = AddPoint(0, 0);
@@ -329,183 +267,18 @@ TEST_F(PropertiesTest, OnlyACircleOfAGivenRadiusTakesANewRadiusAndItsRimPointsFo
   EXPECT_EQ(drawn->GELineStyle, 3);
 }
 
-TEST_F(PropertiesTest, ArcShowModeAndRegionOpacityAreCheckedAndApplied) {
-  Position* a = AddPoint(0, 0);
-  Position* b = AddPoint(1, 0);
-  Position* c = AddPoint(0, 1);
-  CArc* arc = AddArc(b, a, c);
-  CRegion* g = AddRegion({a, b, c});
-  const std::string before = GetUndoVar();
-  const int undo = UndoCount;
-
-  ArcProps ap;
-  ASSERT_TRUE(LoadArcProps(arc->ID, ap));
-  ap.show = 4;
-  EXPECT_EQ(ApplyArcProps(arc->ID, ap), kIllegalData);
-  RegionProps rp;
-  ASSERT_TRUE(LoadRegionProps(g->ID, rp));
-  EXPECT_EQ(rp.alpha, "0.3");
-  for (const char* alpha : {"1.5", "-0.1", "half"}) {
-    rp.alpha = alpha;
-    EXPECT_EQ(ApplyRegionProps(g->ID, rp), kIllegalData) << alpha;
-  }
-  rp.alpha = "0.3";
-  rp.label = "x;y";
-  EXPECT_EQ(ApplyRegionProps(g->ID, rp), kIllegalData);
-  ExpectNothingChanged(before, undo);
-
-  ap.show = 2;
-  ap.hideLabel = true;
-  EXPECT_EQ(ApplyArcProps(arc->ID, ap), "");
-  EXPECT_EQ(arc->AT, 2);
-  EXPECT_TRUE(arc->HideLabel);
-  ExpectOneSnapshot(undo);
-  rp.label = "T";
-  rp.alpha = "1";
-  rp.color = RGB(0, 255, 0);
-  EXPECT_EQ(ApplyRegionProps(g->ID, rp), "");
-  EXPECT_FLOAT_EQ(g->Alpha, 1);
-  EXPECT_EQ(g->ForeColor, RGB(0, 255, 0));
-  EXPECT_EQ(g->Label, "T");
-  ExpectOneSnapshot(undo + 1);
-}
-
 // ---- the commands that open the dialogs --------------------------------------------------------
 
-class PropertyCommandsTest : public PropertiesTest {
- protected:
-  void SetUp() override {
-    PropertiesTest::SetUp();
-    ClearHandlers();
-    RegisterPropertyCommands();
-    SetPropertyFormOpener([this](PropertyForm form, const std::string& id) {
-      opened_.emplace_back(form, id);
-      // What the dialog finds when it opens.
-      editModeSeen_ = EditMode;
-      editIdSeen_ = EditObjectId;
-    });
-  }
-  void TearDown() override {
-    SetPropertyFormOpener({});
-    ClearHandlers();
-    for (Kind k : kAllKinds) RegisterEditDialog(k, {});
-    PropertiesTest::TearDown();
-  }
-  // The one note shown since the last call.
-  std::string TakeNote() {
-    if (host_.messages.size() != 1) return "(" + std::to_string(host_.messages.size()) + " messages)";
-    std::string note = host_.messages[0].title + ": " + host_.messages[0].text;
-    host_.messages.clear();
-    return note;
-  }
-
-  std::vector<std::pair<PropertyForm, std::string>> opened_;
-  bool editModeSeen_ = false;
-  std::string editIdSeen_;
-};
-
-TEST_F(PropertyCommandsTest, EachMenuItemSaysWhatToSelectAndOpensItsDialogForTheFirstSelected) {
-  Position* a = AddPoint(0, 0);
-  Position* b = AddPoint(2, 0);
-  Position* c = AddPoint(0, 2);
-  CLine* l1 = AddLine(a, b);
-  CLine* l2 = AddLine(b, c);
-  CRegion* g = AddRegion({a, b, c});
-
-  EXPECT_TRUE(DoCommand("Edit-Line Properties"));
-  EXPECT_EQ(TakeNote(), std::string("Note: ") + kSelectLineFirst);
-  RunHandler("mnuEditRegion");
-  EXPECT_EQ(TakeNote(), std::string("Note: ") + kSelectRegionFirst);
-  RunHandler("mnuEditPoint");
-  EXPECT_EQ(TakeNote(), std::string("Note: ") + kSelectPointFirst);
-  RunHandler("mnuEditProp");
-  EXPECT_EQ(TakeNote(), std::string("Note: ") + kSelectObjectsFirst);
-  EXPECT_TRUE(opened_.empty());
-  EXPECT_FALSE(EditMode);
-
-  // The wrong kind selected is no selection for these items.
-  SelectObject(*g);
-  RunHandler("mnuEditLine");
-  EXPECT_EQ(TakeNote(), std::string("Note: ") + kSelectLineFirst);
-  SelectObject(*l2);
-  SelectObject(*l1);
-  SelectObject(*b);
-  RunHandler("mnuEditLine");
-  ASSERT_EQ(opened_.size(), 1u);
-  EXPECT_EQ(opened_[0], std::make_pair(PropertyForm::Line, l2->ID));  // first in selection order
-  EXPECT_TRUE(editModeSeen_);
-  EXPECT_EQ(editIdSeen_, l2->ID);
-  RunHandler("mnuEditRegion");
-  ASSERT_EQ(opened_.size(), 2u);
-  EXPECT_EQ(opened_[1], std::make_pair(PropertyForm::Region, g->ID));
-  EXPECT_EQ(editIdSeen_, g->ID);
-  RunHandler("mnuEditPoint");
-  ASSERT_EQ(opened_.size(), 3u);
-  EXPECT_EQ(opened_[2], std::make_pair(PropertyForm::PointStyle, std::string()));
-  EXPECT_TRUE(host_.messages.empty());
-}
-
-TEST_F(PropertyCommandsTest, PropertiesOpensTheFirstSelectedKindInDoubleClickOrder) {
-  Position* a = AddPoint(0, 0);
-  Position* b = AddPoint(2, 0);
-  Position* c = AddPoint(0, 2);
-  CCircle* k = AddCircle(1, a, b, 2);
-  CArc* r = AddArc(b, a, c);
-  CLine* l = AddLine(a, c);
-  SelectObject(*k);
-  SelectObject(*r);
-  RunHandler("mnuEditProp");
-  ASSERT_EQ(opened_.size(), 1u);
-  EXPECT_EQ(opened_.back(), std::make_pair(PropertyForm::Arc, r->ID));  // arcs come before circles
-  EXPECT_TRUE(editModeSeen_);
-  EXPECT_EQ(editIdSeen_, r->ID);
-  SelectObject(*l);
-  RunHandler("mnuEditProp");
-  EXPECT_EQ(opened_.back(), std::make_pair(PropertyForm::Line, l->ID));
-  SelectObject(*c);
-  RunHandler("mnuEditProp");
-  EXPECT_EQ(opened_.back(), std::make_pair(PropertyForm::Point, c->ID));  // frmF16, not the style dialog
-  EXPECT_TRUE(host_.messages.empty());
-}
-
-TEST_F(PropertyCommandsTest, WithoutTheWindowsOpenerTheItemsAreDisabledAndOpenNothing) {
-  EXPECT_TRUE(HandlerEnabled("mnuEditLine"));
-  SetPropertyFormOpener({});
-  for (const char* h : {"mnuEditPoint", "mnuEditLine", "mnuEditRegion", "mnuEditProp"}) {
-    EXPECT_TRUE(HandlerRegistered(h)) << h;
-    EXPECT_FALSE(HandlerEnabled(h)) << h;
-  }
-  CLine* l = AddLine(AddPoint(0, 0), AddPoint(1, 0));
-  EXPECT_FALSE(OpenPropertyForm(PropertyForm::Line, l->ID));
-  EXPECT_FALSE(EditMode);
-}
-
-TEST_F(PropertyCommandsTest, AVanishedObjectOpensNoDialogAndSaysSo) {
+TEST_F(PropertiesTest, AVanishedObjectOpensNoDialogAndSaysSo) {
+  int opened = 0;
+  SetPropertyFormOpener([&](PropertyForm, const std::string&) { ++opened; });
   EditMode = false;
   EXPECT_FALSE(OpenPropertyForm(PropertyForm::Line, "LN0042"));
-  EXPECT_EQ(TakeNote(), std::string("Error: ") + kObjectNotExist);
-  EXPECT_TRUE(opened_.empty());
+  SetPropertyFormOpener({});
+  ASSERT_EQ(host_.messages.size(), 1u);
+  EXPECT_EQ(host_.messages[0].title + ": " + host_.messages[0].text, std::string("Error: ") + kObjectNotExist);
+  EXPECT_EQ(opened, 0);
   EXPECT_FALSE(EditMode);
-}
-
-TEST_F(PropertyCommandsTest, ADoubleClickOnAnObjectOpensTheDialogOfItsKind) {
-  AddPoint(-5, 5);
-  CLine* l = AddLine(AddPoint(-3, 0), AddPoint(3, 0));
-  ActiveTool = 11;
-  // A ray straight down the z axis through (1, 0): on the line, off the points.
-  LastFarPoint.Set(1, 0, -10);
-  LastNearPoint.Set(1, 0, 10);
-  LastScenePoint.Set(1, 0, 0);
-  picDraw_DblClick();
-  ASSERT_EQ(opened_.size(), 1u);
-  EXPECT_EQ(opened_[0], std::make_pair(PropertyForm::Line, l->ID));
-  EXPECT_TRUE(editModeSeen_);
-  // On the point at (-3, 0) the point comes first.
-  LastFarPoint.Set(-3, 0, -10);
-  LastNearPoint.Set(-3, 0, 10);
-  picDraw_DblClick();
-  ASSERT_EQ(opened_.size(), 2u);
-  EXPECT_EQ(opened_[1], std::make_pair(PropertyForm::Point, l->pBegin.ID));
 }
 
 }  // namespace
