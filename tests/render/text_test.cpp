@@ -117,13 +117,11 @@ TEST_F(TextTest, SharedRoutineWritesBlackWhateverTheStateAndEmptyTextIsNothing) 
 }
 
 TEST_F(TextTest, LabelPassMatchesTheBitmapGlyphsPixelForPixel) {
-  std::vector<Position*> pts;
-  pts.push_back(AddPoint(-5.93f, 3.31f, 0, "Ag9"));
-  pts.push_back(AddPoint(0.117f, -0.449f, 0, "W1 x"));
-  pts.push_back(AddPoint(6.93f, -5.27f, 0, "Edge"));  // runs off the right edge
-  pts.push_back(AddPoint(-9.5f, 0, 0, "Outside"));    // no valid raster position
-  pts.push_back(AddPoint(2.25f, 2.25f, 0, "\xC3\xA9t\xC3\xA9"));
-  CompareLabelPaths(pts, 0.1f, false);
+  CompareLabelPaths({AddPoint(-5.93f, 3.31f, 0, "Ag9"), AddPoint(0.117f, -0.449f, 0, "W1 x"),
+                     AddPoint(6.93f, -5.27f, 0, "Edge"),   // runs off the right edge
+                     AddPoint(-9.5f, 0, 0, "Outside"),     // no valid raster position
+                     AddPoint(2.25f, 2.25f, 0, "\xC3\xA9t\xC3\xA9")},
+                    0.1f, false);
 }
 
 TEST_F(TextTest, LabelPassMatchesTheBitmapGlyphsInARotatedSpace) {
@@ -131,10 +129,8 @@ TEST_F(TextTest, LabelPassMatchesTheBitmapGlyphsInARotatedSpace) {
   ViewGraph.RotRoll = 111;
   ViewGraph.RotPitch = -41;
   ViewGraph.RotYaw = 60;
-  std::vector<Position*> pts;
-  pts.push_back(AddPoint(1.3f, -2.2f, 0.7f, "B7"));
-  pts.push_back(AddPoint(-3.1f, 0.4f, -1.9f, "Zq"));
-  pts.push_back(AddPoint(0.05f, 4.4f, 2.6f, "Mid"));
+  std::vector<Position*> pts = {AddPoint(1.3f, -2.2f, 0.7f, "B7"), AddPoint(-3.1f, 0.4f, -1.9f, "Zq"),
+                                AddPoint(0.05f, 4.4f, 2.6f, "Mid")};
   for (Position* p : pts) p->Size = 0;  // balls of no size
   CompareLabelPaths(pts, 0.3f, true);
 }
