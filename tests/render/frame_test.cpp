@@ -38,9 +38,7 @@ TEST_F(FrameTest, OneSceneListIsAliveAtATime) {
   DrawScene();
   const unsigned second = SceneList();
   EXPECT_TRUE(glIsList(second));
-  if (second != first) {
-    EXPECT_FALSE(glIsList(first));
-  }
+  if (second != first) EXPECT_FALSE(glIsList(first));
   // The glyph lists are untouched by the scene's turnover.
   EXPECT_TRUE(glIsList(FontBitmapBase + 'A'));
 }

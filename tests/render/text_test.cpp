@@ -182,13 +182,11 @@ TEST_F(TextTest, OutlineGlyphsAreInEmUnitsExtrudedAndAdvance) {
   ASSERT_TRUE(draw(FontOutlineLarge, "H", 0, one));
   // A capital under one em high, on the base line.
   EXPECT_NEAR(one.y0, 0, 0.02);
-  EXPECT_GT(one.y1, 0.6);
-  EXPECT_LT(one.y1, 0.8);
+  EXPECT_TRUE(one.y1 > 0.6 && one.y1 < 0.8) << one.y1;
   // The second glyph stands one advance to the right.
   ASSERT_TRUE(draw(FontOutlineLarge, "HH", 0, two));
   const double advance = two.x1 - one.x1;
-  EXPECT_GT(advance, 0.6);
-  EXPECT_LT(advance, 0.9);
+  EXPECT_TRUE(advance > 0.6 && advance < 0.9) << advance;
   EXPECT_NEAR(two.x0, one.x0, 0.02);
   // Seen from the side the glyph is 0.3 deep, from z 0 back to -0.3.
   ASSERT_TRUE(draw(FontOutlineLarge, "H", 90, side, 0.5f));

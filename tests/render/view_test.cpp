@@ -100,12 +100,9 @@ TEST_F(ViewTest, IsoAnglesStandTheZAxisUp) {
   Apply(SceneMatrix, x, sx);
   Apply(SceneMatrix, y, sy);
   Apply(SceneMatrix, z, sz);
-  EXPECT_NEAR(sz[0], 0, 0.01);  // z straight up the screen
-  EXPECT_GT(sz[1], 0.9f);
-  EXPECT_LT(sx[0], -0.6f);  // x to the lower left, y to the lower right
-  EXPECT_LT(sx[1], 0);
-  EXPECT_GT(sy[0], 0.6f);
-  EXPECT_LT(sy[1], 0);
+  EXPECT_TRUE(std::fabs(sz[0]) <= 0.01f && sz[1] > 0.9f);  // z straight up the screen
+  EXPECT_TRUE(sx[0] < -0.6f && sx[1] < 0);  // x to the lower left
+  EXPECT_TRUE(sy[0] > 0.6f && sy[1] < 0);   // y to the lower right
   // The angles' rotation is kept as the quaternion a drag continues from.
   EXPECT_NEAR(Norm(SceneQuat), 1, 1e-5);
   float again[16];
