@@ -49,8 +49,7 @@ class SpaceGallery : public RenderTest {
                     const std::string& maxV) {
     auto s = std::make_unique<CSurface>();
     s->Init(NewObjectId("SF"), "", 2, funForm, coordType, fx, fy, fz, steps, steps, minU, maxU, minV, maxV);
-    s->FillStyle = 4;
-    s->FirstColor = kBlue;
+    Blue(*s);
     return Doc.Surfaces.Add(std::move(s));
   }
   CRegion* Region(const std::vector<P3>& corners) {
