@@ -35,13 +35,7 @@ class FunCurveDrawTest : public RenderTest {
   }
   // Some pixel within `radius` pixels of the scene point passes the test.
   bool Near(float x, float y, int radius, const std::function<bool(const Rgb&)>& test) const {
-    double wx, wy;
-    if (!WindowOf(x, y, 0, wx, wy)) return false;
-    const int px = static_cast<int>(std::floor(wx)), py = static_cast<int>(std::floor(wy));
-    for (int dy = -radius; dy <= radius; ++dy)
-      for (int dx = -radius; dx <= radius; ++dx)
-        if (test(Pixel(px + dx, py + dy))) return true;
-    return false;
+    return AnyNear(x, y, 0, radius, test);
   }
   static bool Bluish(const Rgb& c) { return c[2] > 180 && c[0] < 140 && c[1] < 140; }
   static bool Reddish(const Rgb& c) { return c[0] > 180 && c[1] < 140 && c[2] < 140; }

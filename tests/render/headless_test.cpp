@@ -57,7 +57,7 @@ class HeadlessTest : public RenderTest {
   TempDir dir_;
 };
 
-TEST_F(HeadlessTest, PngShowsThePointsOfTheDocument) {
+TEST_F(HeadlessTest, PngShowsThePointsOfTheDocumentInThePlaneAndInSpace) {
   HeadlessRender r;
   r.documentPath = WriteDocument("three.vtd");
   r.pngPath = dir_.path("three.png");
@@ -69,8 +69,7 @@ TEST_F(HeadlessTest, PngShowsThePointsOfTheDocument) {
   EXPECT_TRUE(messages.empty());
   Png png;
   ASSERT_TRUE(Load(r.pngPath, png));
-  EXPECT_EQ(png.w, 240);
-  EXPECT_EQ(png.h, 180);
+  EXPECT_TRUE(png.w == 240 && png.h == 180);
   EXPECT_TRUE(Near(png.At(-3, -2), 255, 0, 0, 10));
   EXPECT_TRUE(Near(png.At(3, -2), 0, 255, 0, 10));
   EXPECT_TRUE(Near(png.At(0, 3), 0, 0, 255, 10));  // a square, symbol 3
@@ -78,19 +77,11 @@ TEST_F(HeadlessTest, PngShowsThePointsOfTheDocument) {
   // The host the test installed is back, and the document is the one opened.
   EXPECT_EQ(&host(), static_cast<Host*>(&host_));
   EXPECT_EQ(Doc.Points.count(), 3);
-}
 
-TEST_F(HeadlessTest, SpaceViewOfTheSameDocument) {
-  HeadlessRender r;
-  r.documentPath = WriteDocument("three.vtd");
   r.pngPath = dir_.path("three3d.png");
-  r.width = 200;
-  r.height = 150;
   r.space = true;
-  std::string error;
   ASSERT_TRUE(RenderDocumentToPng(r, error)) << error;
   EXPECT_EQ(SceneMode, 3);
-  Png png;
   ASSERT_TRUE(Load(r.pngPath, png));
   int red = 0;
   for (size_t i = 0; i + 2 < png.rgb.size(); i += 3)

@@ -4,6 +4,8 @@
 #include <GL/glu.h>
 
 #include <cmath>
+#include <tuple>
+#include <vector>
 
 #include "document/globals.h"
 #include "render/frame.h"
@@ -57,44 +59,20 @@ TEST_F(PointDrawTest, EachSymbolHasItsShape) {
   Point(-1.5f, -1.2f, 6, 9);
   Point(0, -1.2f, 7, 9);  // no such symbol
   Frame();
-  // Square: its corners are filled.
-  EXPECT_TRUE(Near(At(-1.5f + 0.25f, 0.5f + 0.25f), 255, 0, 0));
-  EXPECT_TRUE(Near(At(-1.5f - 0.25f, 0.5f - 0.25f), 255, 0, 0));
-  EXPECT_TRUE(IsWhite(At(-1.5f + 0.36f, 0.5f)));
-  // Triangle: apex up, base corners filled, upper corners of its box empty.
-  EXPECT_TRUE(Near(At(0, 0.5f + 0.35f), 255, 0, 0));
-  EXPECT_TRUE(Near(At(-0.38f, 0.5f - 0.4f), 255, 0, 0));
-  EXPECT_TRUE(IsWhite(At(-0.35f, 0.5f + 0.35f)));
-  // Diamond: points on the axes filled, the corners of its box empty.
-  EXPECT_TRUE(Near(At(1.5f + 0.38f, 0.5f), 255, 0, 0));
-  EXPECT_TRUE(Near(At(1.5f, 0.5f - 0.38f), 255, 0, 0));
-  EXPECT_TRUE(IsWhite(At(1.5f + 0.3f, 0.5f + 0.3f)));
-  // Crosshair: arms filled, the quadrants between them empty.
-  EXPECT_TRUE(Near(At(-1.5f + 0.35f, -1.2f), 255, 0, 0, 60));
-  EXPECT_TRUE(Near(At(-1.5f, -1.2f - 0.35f), 255, 0, 0, 60));
-  EXPECT_TRUE(IsWhite(At(-1.5f + 0.3f, -1.2f + 0.3f)));
+  // Square: corners filled; triangle: apex up, base corners filled, upper
+  // corners of its box empty; diamond: points on the axes filled, corners of
+  // its box empty; crosshair: arms filled, the quadrants between them empty.
+  // Each place: x, y, red (or else white), tolerance.
+  const std::vector<std::tuple<float, float, bool, int>> spots = {
+      {-1.25f, 0.75f, true, 30}, {-1.75f, 0.25f, true, 30}, {-1.14f, 0.5f, false, 0},
+      {0, 0.85f, true, 30},      {-0.38f, 0.1f, true, 30},  {-0.35f, 0.85f, false, 0},
+      {1.88f, 0.5f, true, 30},   {1.5f, 0.12f, true, 30},   {1.8f, 0.8f, false, 0},
+      {-1.15f, -1.2f, true, 60}, {-1.5f, -1.55f, true, 60}, {-1.2f, -0.9f, false, 0}};
+  for (const auto& [x, y, red, tol] : spots)
+    EXPECT_TRUE(red ? Near(At(x, y), 255, 0, 0, tol) : IsWhite(At(x, y))) << x << ", " << y;
   // Symbol 7 draws nothing.
   EXPECT_EQ(DarkPixelsAround(-0.5f, -1.7f, 0.5f, -0.7f), 0);
   EXPECT_TRUE(IsWhite(At(0, -1.2f)));
-}
-
-TEST_F(PointDrawTest, DrawModesSetTheColour) {
-  SetCanvas(kW, kH, 4);
-  const int modes[] = {1, 2, 3, 4, 5, 6};
-  Position* pts[6];
-  for (int i = 0; i < 6; ++i) {
-    pts[i] = Point(-1.8f + 0.7f * static_cast<float>(i), 0, 3, 6);
-    pts[i]->DrawMode = modes[i];
-  }
-  Frame();
-  EXPECT_TRUE(Near(At(-1.8f, 0), 255, 0, 0, 5));
-  EXPECT_TRUE(Near(At(-1.1f, 0), 0, 0, 255, 5));
-  EXPECT_TRUE(IsWhite(At(-0.4f, 0)));
-  EXPECT_TRUE(Near(At(0.3f, 0), 0, 255, 0, 5));
-  EXPECT_TRUE(Near(At(1.0f, 0), 150, 0, 100, 5));
-  // Mode 6 is grey and drawn with size 1 in the plane: half side 1/30.
-  EXPECT_TRUE(Near(At(1.7f, 0), 128, 128, 128, 5));
-  EXPECT_TRUE(IsWhite(At(1.7f + 0.12f, 0)));
 }
 
 TEST_F(PointDrawTest, InSpaceEveryPointIsABallWithItsLabelOffset) {

@@ -82,11 +82,14 @@ Rgb RenderTest::At(float x, float y, float z) const {
   return Pixel(static_cast<int>(std::floor(wx)), static_cast<int>(std::floor(wy)));
 }
 
-bool RenderTest::DarkNear(float x, float y, float z) const {
+bool RenderTest::AnyNear(float x, float y, float z, int radius, const std::function<bool(const Rgb&)>& is) const {
   double wx, wy;
   if (!WindowOf(x, y, z, wx, wy)) return false;
   const int px = static_cast<int>(std::floor(wx)), py = static_cast<int>(std::floor(wy));
-  return DarkPixels(px - 1, py - 1, px + 1, py + 1) > 0;
+  for (int dy = -radius; dy <= radius; ++dy)
+    for (int dx = -radius; dx <= radius; ++dx)
+      if (is(Pixel(px + dx, py + dy))) return true;
+  return false;
 }
 
 int RenderTest::DarkPixels(int x0, int y0, int x1, int y1) const {

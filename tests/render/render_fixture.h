@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
 #include <string>
 
 #include "document/document.h"
@@ -54,7 +55,9 @@ class RenderTest : public DocumentTest {
   static bool IsDark(const Rgb& c) { return c[0] < 140 && c[1] < 140 && c[2] < 140; }
   // Dark within one pixel of where the scene point falls (for lines that may
   // lie on a pixel edge).
-  bool DarkNear(float x, float y, float z = 0) const;
+  bool DarkNear(float x, float y, float z = 0) const { return AnyNear(x, y, z, 1, IsDark); }
+  // Some pixel within `radius` pixels of where the scene point falls passes `is`.
+  bool AnyNear(float x, float y, float z, int radius, const std::function<bool(const Rgb&)>& is) const;
   static bool Near(const Rgb& c, int r, int g, int b, int tol = 30) {
     return std::abs(c[0] - r) <= tol && std::abs(c[1] - g) <= tol && std::abs(c[2] - b) <= tol;
   }

@@ -49,8 +49,7 @@ class SpaceGallery : public RenderTest {
                     const std::string& maxV) {
     auto s = std::make_unique<CSurface>();
     s->Init(NewObjectId("SF"), "", 2, funForm, coordType, fx, fy, fz, steps, steps, minU, maxU, minV, maxV);
-    s->FillStyle = 4;
-    s->FirstColor = kBlue;
+    Blue(*s);
     return Doc.Surfaces.Add(std::move(s));
   }
   CRegion* Region(const std::vector<P3>& corners) {
@@ -79,15 +78,7 @@ class SpaceGallery : public RenderTest {
 
   bool Covered(const P3& p) const { return !IsWhite(At(p.x, p.y, p.z)); }
   // A colour within one pixel of where p falls.
-  bool ColourNear(const P3& p, const std::function<bool(const Rgb&)>& is) const {
-    double wx, wy;
-    if (!WindowOf(p.x, p.y, p.z, wx, wy)) return false;
-    const int px = static_cast<int>(std::floor(wx)), py = static_cast<int>(std::floor(wy));
-    for (int dy = -1; dy <= 1; ++dy)
-      for (int dx = -1; dx <= 1; ++dx)
-        if (is(Pixel(px + dx, py + dy))) return true;
-    return false;
-  }
+  bool ColourNear(const P3& p, const std::function<bool(const Rgb&)>& is) const { return AnyNear(p.x, p.y, p.z, 1, is); }
   std::vector<bool> Mask() const {
     std::vector<bool> m;
     for (int y = 0; y < height_; ++y)

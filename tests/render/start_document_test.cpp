@@ -12,16 +12,13 @@
 namespace vt {
 namespace {
 
+using test::Rgb;
+
 class StartDocumentTest : public test::RenderTest {
  protected:
   // A pixel of about this colour within two pixels of the scene point.
   bool ColourNear(float x, float y, int r, int g, int b) const {
-    double wx, wy;
-    if (!WindowOf(x, y, 0, wx, wy)) return false;
-    for (int dy = -2; dy <= 2; ++dy)
-      for (int dx = -2; dx <= 2; ++dx)
-        if (Near(Pixel(static_cast<int>(wx) + dx, static_cast<int>(wy) + dy), r, g, b, 40)) return true;
-    return false;
+    return AnyNear(x, y, 0, 2, [&](const Rgb& c) { return Near(c, r, g, b, 40); });
   }
   static std::string Fixed2(double v) {
     char buf[32];

@@ -107,14 +107,10 @@ TEST_F(SurfaceDrawTest, PictureSidesBecomePowersOfTwo) {
   std::vector<std::uint8_t> rgb(6 * 3 * 3, 128);
   int w = 6, h = 3;
   ASSERT_TRUE(Cls15::ScaleImg(rgb, w, h));
-  EXPECT_EQ(w, 8);
-  EXPECT_EQ(h, 4);
-  EXPECT_EQ(rgb.size(), 8u * 4u * 3u);
+  EXPECT_TRUE(w == 8 && h == 4 && rgb.size() == 8u * 4u * 3u);
   EXPECT_EQ(Cls15::PowerOfTwoSide(5000, 256), 256);
   Cls15 t;
-  EXPECT_FALSE(t.LoadGLTextures("picture.png"));
-  EXPECT_FALSE(t.LoadGLTextures(""));
-  EXPECT_FALSE(t.LoadGLTextures("/no/such/file.BMP"));
+  for (const char* bad : {"picture.png", "", "/no/such/file.BMP"}) EXPECT_FALSE(t.LoadGLTextures(bad)) << bad;
 }
 
 }  // namespace

@@ -19,22 +19,8 @@ void Apply(const float m[16], const float v[3], float out[3]) {
 
 double Norm(const float q[4]) { return std::sqrt(q[0] * q[0] + q[1] * q[1] + q[2] * q[2] + q[3] * q[3]); }
 
-TEST_F(ViewTest, ViewRectangleKeepsTheScreensAspect) {
-  View.SetScreen(400, 200);
-  EXPECT_FLOAT_EQ(View.VolWidth, 80);  // 40 high, twice as wide
-  View.SetViewRect(3, 10);
-  EXPECT_FLOAT_EQ(View.VolHeight, 10);
-  EXPECT_FLOAT_EQ(View.VolWidth, 20);
-  float w, h;
-  View.GetViewRect(w, h);
-  EXPECT_FLOAT_EQ(w, 20);
-  EXPECT_FLOAT_EQ(h, 10);
-}
-
 TEST_F(ViewTest, ScreenOfNoHeightKeepsTheAspectFinite) {
   View.SetScreen(300, 0);
-  EXPECT_FLOAT_EQ(View.ScreenHeight, 1);
-  EXPECT_TRUE(std::isfinite(View.VolWidth));
   EXPECT_FLOAT_EQ(View.VolWidth, 40 * 300);
   View.SetScreen(300, 150);  // the height of the volume survived
   EXPECT_FLOAT_EQ(View.VolHeight, 40);
@@ -43,134 +29,20 @@ TEST_F(ViewTest, ScreenOfNoHeightKeepsTheAspectFinite) {
 
 TEST_F(ViewTest, ZoomRefusesFactorsAtOrBelowZero) {
   View.Zoom(0.3f);
-  EXPECT_FLOAT_EQ(View.VolWidth, 12);
-  EXPECT_FLOAT_EQ(View.VolHeight, 12);
   View.Zoom(0);
   View.Zoom(-2);
   EXPECT_FLOAT_EQ(View.VolWidth, 12);
-  View.Zoom(2);
-  EXPECT_FLOAT_EQ(View.VolHeight, 24);
-}
-
-TEST_F(ViewTest, ViewTypesPlaceTheEyeAroundTheReference) {
-  View.SetRef(1, 2, 3);
-  View.SetEye(1, 2, 3);  // eye on the reference: distance 50
-  View.SetViewType(1);
-  EXPECT_FLOAT_EQ(View.EyePos.x, 1);
-  EXPECT_FLOAT_EQ(View.EyePos.z, 53);
-  View.SetViewType(2);
-  EXPECT_FLOAT_EQ(View.EyePos.z, 3 - 50);
-  View.SetViewType(3);
-  EXPECT_FLOAT_EQ(View.EyePos.y, 52);
-  EXPECT_FLOAT_EQ(View.VecUp.z, 1);
-  EXPECT_FLOAT_EQ(View.VecUp.y, 0);
-  View.SetViewType(4);
-  EXPECT_FLOAT_EQ(View.EyePos.y, 2 - 50);
-  View.SetViewType(5);
-  EXPECT_FLOAT_EQ(View.EyePos.x, 51);
-  // Recomputed up: perpendicular to the view, leaning to +y.
-  EXPECT_NEAR(View.VecUp.x, 0, 1e-6);
-  EXPECT_NEAR(View.VecUp.y, 1, 1e-6);
-  View.SetViewType(6);
-  EXPECT_FLOAT_EQ(View.EyePos.x, 1 - 50);
-  const float k = static_cast<float>(50 / std::sqrt(3.0));
-  View.SetViewType(7);
-  EXPECT_NEAR(View.EyePos.x, 1 - k, 1e-4);
-  EXPECT_NEAR(View.EyePos.y, 2 + k, 1e-4);
-  EXPECT_NEAR(View.EyePos.z, 3 - k, 1e-4);
-  const double dx = View.RefPos.x - View.EyePos.x, dy = View.RefPos.y - View.EyePos.y,
-               dz = View.RefPos.z - View.EyePos.z;
-  EXPECT_NEAR(dx * View.VecUp.x + dy * View.VecUp.y + dz * View.VecUp.z, 0, 1e-3);
-  EXPECT_GT(View.VecUp.y, 0);
-  View.SetViewType(8);
-  EXPECT_NEAR(View.EyePos.x, 1 + k, 1e-4);
-  EXPECT_NEAR(View.EyePos.y, 2 - k, 1e-4);
-  View.SetViewType(9);
-  EXPECT_NEAR(View.EyePos.z, 3 + k, 1e-4);
-  View.SetViewType(10);
-  EXPECT_NEAR(View.EyePos.z, 3 - k, 1e-4);
-  // A far eye is brought to 10000.
-  View.SetEye(1, 2, 3 + 40000);
-  View.SetViewType(1);
-  EXPECT_FLOAT_EQ(View.EyePos.z, 3 + 10000);
-  View.SetViewType(11);  // no such type: nothing moves
-  EXPECT_FLOAT_EQ(View.EyePos.z, 3 + 10000);
-}
-
-TEST_F(ViewTest, MoveViewMakesThePictureFollowTheMouse) {
-  View.SetScreen(200, 100);  // 80 x 40
-  View.MoveView(0.25f, 0);
-  EXPECT_FLOAT_EQ(View.RefPos.x, -20);
-  EXPECT_FLOAT_EQ(View.EyePos.x, -20);
-  EXPECT_FLOAT_EQ(View.EyePos.z, 50);
-  View.MoveView(0, -0.5f);
-  EXPECT_FLOAT_EQ(View.RefPos.y, 20);
-  EXPECT_FLOAT_EQ(View.EyePos.y, 20);
-}
-
-TEST_F(ViewTest, ZoomAllCentresTheBoxInScaleUnits) {
-  View.SetScreen(200, 100);
-  ScaleX = 2;
-  CBox box;
-  box.MinX = -2;
-  box.MaxX = 6;  // 4 wide in axis units
-  box.MinY = -1;
-  box.MaxY = 2;
-  box.MinZ = 0;
-  box.MaxZ = 1;
-  View.ZoomAll(box);
-  EXPECT_FLOAT_EQ(View.VolHeight, 4);
-  EXPECT_FLOAT_EQ(View.VolWidth, 8);
-  EXPECT_FLOAT_EQ(View.RefPos.x, 1);
-  EXPECT_FLOAT_EQ(View.RefPos.y, 0.5f);
-  EXPECT_FLOAT_EQ(View.RefPos.z, 0.5f);
-  EXPECT_FLOAT_EQ(View.EyePos.x, 1);  // the eye moved with it
-  EXPECT_FLOAT_EQ(View.EyePos.z, 50.5f);
-  CBox dot;  // a box of no extent keeps the rectangle
-  View.ZoomAll(dot);
-  EXPECT_FLOAT_EQ(View.VolHeight, 4);
-  EXPECT_FLOAT_EQ(View.RefPos.x, 0);
-}
-
-TEST_F(ViewTest, RotateViewTurnsTheEyeAboutTheReference) {
-  View.SetRef(1, 0, 0);
-  View.SetEye(1, 0, 10);
-  View.RotateView(static_cast<float>(M_PI / 2), 0, 1, 0);
-  EXPECT_NEAR(View.EyePos.x, 11, 1e-5);
-  EXPECT_NEAR(View.EyePos.y, 0, 1e-5);
-  EXPECT_NEAR(View.EyePos.z, 0, 1e-5);
-  View.RotateView(0.7f, 1, 2, 3);
-  const double dx = View.EyePos.x - 1, dy = View.EyePos.y, dz = View.EyePos.z;
-  EXPECT_NEAR(std::sqrt(dx * dx + dy * dy + dz * dz), 10, 1e-4);
+  EXPECT_FLOAT_EQ(View.VolHeight, 12);
 }
 
 TEST_F(ViewTest, ZeroLengthDragGivesTheIdentity) {
   float q[4] = {9, 9, 9, 9};
   for (int mode = 1; mode <= 4; ++mode) {
     TrackBall(q, 0.3f, -0.2f, 0.3f, -0.2f, mode);
-    EXPECT_EQ(q[0], 0);
-    EXPECT_EQ(q[1], 0);
-    EXPECT_EQ(q[2], 0);
-    EXPECT_EQ(q[3], 1);
+    EXPECT_TRUE(q[0] == 0 && q[1] == 0 && q[2] == 0 && q[3] == 1) << mode;
   }
   TrackBall(q, 0, 0, 0, 0, 0);
   EXPECT_EQ(q[3], 1);
-}
-
-TEST_F(ViewTest, TrackBallAngleFollowsTheBallAndItsHyperbola) {
-  float q[4];
-  // Both points on the sphere of radius 0.5: z 0.5 and 0.4.
-  TrackBall(q, 0, 0, 0.3f, 0, 1);
-  const double t1 = std::sqrt(0.09 + 0.01);
-  EXPECT_NEAR(q[3], std::cos(std::asin(t1)), 1e-6);
-  // Beyond 0.5 * 7071/10000 the hyperbola (0.5/1.414)^2 / d takes over.
-  TrackBall(q, 0, 0, 0.4f, 0, 1);
-  const double t = 0.5 / 1414 * 1000, z = t * t / 0.4;
-  const double t2 = std::sqrt(0.16 + (0.5 - z) * (0.5 - z));
-  EXPECT_NEAR(q[3], std::cos(std::asin(t2)), 1e-6);
-  // Long drags are clamped to half a turn.
-  TrackBall(q, -1, 0, 1, 0, 1);
-  EXPECT_NEAR(q[3], 0, 1e-6);
 }
 
 TEST_F(ViewTest, DragCarriesTheSceneAlongWithTheMouse) {
@@ -198,27 +70,6 @@ TEST_F(ViewTest, DragCarriesTheSceneAlongWithTheMouse) {
   float up[3];
   Apply(SceneMatrix, front, up);
   EXPECT_GT(up[1], 0.4f);  // and the near point went up
-}
-
-TEST_F(ViewTest, AxisModesTurnAboutFixedAxesWithTheSignOfTheDrag) {
-  float q[4];
-  TrackBall(q, 0.2f, 0, -0.1f, 0, 2);  // start x beyond end x
-  EXPECT_EQ(q[0], 0);
-  EXPECT_EQ(q[1], 0);
-  EXPECT_LT(q[2], 0);
-  TrackBall(q, -0.2f, 0, 0.1f, 0.3f, 2);
-  EXPECT_GT(q[2], 0);
-  TrackBall(q, 0, 0.3f, 0.1f, 0.3f, 3);  // start y at end y
-  EXPECT_LT(q[0], 0);
-  EXPECT_EQ(q[1], 0);
-  TrackBall(q, 0, -0.3f, 0, 0.3f, 3);
-  EXPECT_GT(q[0], 0);
-  TrackBall(q, 0, 0.5f, 0, 0.1f, 4);
-  EXPECT_LT(q[1], 0);
-  EXPECT_EQ(q[2], 0);
-  TrackBall(q, 0, 0.1f, 0, 0.5f, 4);
-  EXPECT_GT(q[1], 0);
-  EXPECT_NEAR(Norm(q), 1, 1e-6);
 }
 
 TEST_F(ViewTest, CompositionRenormalisesAtIntervals) {
@@ -249,12 +100,9 @@ TEST_F(ViewTest, IsoAnglesStandTheZAxisUp) {
   Apply(SceneMatrix, x, sx);
   Apply(SceneMatrix, y, sy);
   Apply(SceneMatrix, z, sz);
-  EXPECT_NEAR(sz[0], 0, 0.01);  // z straight up the screen
-  EXPECT_GT(sz[1], 0.9f);
-  EXPECT_LT(sx[0], -0.6f);  // x to the lower left, y to the lower right
-  EXPECT_LT(sx[1], 0);
-  EXPECT_GT(sy[0], 0.6f);
-  EXPECT_LT(sy[1], 0);
+  EXPECT_TRUE(std::fabs(sz[0]) <= 0.01f && sz[1] > 0.9f);  // z straight up the screen
+  EXPECT_TRUE(sx[0] < -0.6f && sx[1] < 0);  // x to the lower left
+  EXPECT_TRUE(sy[0] > 0.6f && sy[1] < 0);   // y to the lower right
   // The angles' rotation is kept as the quaternion a drag continues from.
   EXPECT_NEAR(Norm(SceneQuat), 1, 1e-5);
   float again[16];
@@ -296,11 +144,6 @@ TEST_F(ViewTest, PointPickCountsFarZAsZero) {
   EXPECT_TRUE(q.Pick(nearEnd, shortFar));
 }
 
-}  // namespace
-}  // namespace vt
-
-namespace vt {
-namespace {
 
 // A turned scene survives the end of the drag: the angles found for the
 // quaternion compose back to it.
