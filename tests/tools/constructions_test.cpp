@@ -15,16 +15,11 @@
 namespace vt::test {
 namespace {
 
-class ConstructionTest : public ToolTest {
- protected:
-  int Total() const { return DocumentObjectCount(); }
-};
+class ConstructionTest : public ToolTest {};
 
 TEST_F(ConstructionTest, WrongSelectionGivesTheMessageAndChangesNothing) {
   Position* a = Free(0, 0, "A");
   Select({a});
-  const int before = Total();
-  const std::string text = GetUndoVar();
   struct Case {
     void (*run)();
     const char* message;
@@ -44,14 +39,9 @@ TEST_F(ConstructionTest, WrongSelectionGivesTheMessageAndChangesNothing) {
       {mnuDis_Click, kMsgDistanceOne},
   };
   for (const Case& c : cases) {
-    host_.messages.clear();
-    c.run();
-    EXPECT_EQ(host_.LastMessage(), c.message);
-    EXPECT_EQ(Total(), before);
-    EXPECT_EQ(GetUndoVar(), text);
+    ExpectRefused(c.run, c.message);
     EXPECT_TRUE(IsSelected(a->ID));
   }
-  EXPECT_EQ(std::string(kMsgIntersection).find("curve,    or"), std::string(kMsgIntersection).find("curve,") );
 }
 
 TEST_F(ConstructionTest, CollinearPointsAreRefusedByTheThreePointCircle) {
