@@ -51,19 +51,6 @@ TEST_F(ConstructionTest, CollinearPointsAreRefusedByTheThreePointCircle) {
   EXPECT_EQ(Doc.Circles.count(), 0);
 }
 
-TEST_F(ConstructionTest, CircumcircleFollowsADraggedCorner) {
-  Position* a = Free(0, 0);
-  Position* b = Free(4, 0);
-  Position* c = Free(0, 3);
-  Select({a, b, c});
-  mnuDraw3PC_Click();
-  ASSERT_EQ(Doc.Circles.count(), 1);
-  CCircle* circle = Doc.Circles.Item(1);
-  EXPECT_NEAR(circle->Radius(), 2.5f, 1e-4f);
-  Drag(4, 0, 6, 0);
-  for (Position* p : {a, b, c}) EXPECT_NEAR(DistanceBetween(circle->Centre(), *p), circle->Radius(), 1e-3f);
-}
-
 TEST_F(ConstructionTest, SelectionOrderGivesTheBisectorVertexAndTheArcCentre) {
   Position* a = Free(4, 0);
   Position* v = Free(0, 0);

@@ -72,6 +72,7 @@ TEST_F(FollowDragTest, PointOnThreePointCircleAndOnIncircleStayOnThem) {
   ASSERT_EQ(Doc.Circles.count(), 2);
   CCircle* through = Doc.Circles.Item(1);
   CCircle* in = Doc.Circles.Item(2);
+  EXPECT_NEAR(through->Radius(), 2.5f, 1e-4f);
   Position* on1 = MakePointOn(*through, Position(2, 4, 0));
   Position* on2 = MakePointOn(*in, Position(1, 2.5f, 0));
   ASSERT_NE(on1, nullptr);
