@@ -169,7 +169,7 @@ TEST_F(ButtonsTest, ACommandButtonRunsItsCommandsInOrderAndUndoRestores) {
   EXPECT_NE(kept.find(";;BT"), std::string::npos);
 }
 
-TEST_F(ButtonsTest, RecordsKeepEveryFieldAndCommandNamesWithBlanks) {
+TEST_F(ButtonsTest, RecordsReadBackAndCommandNamesKeepTheirBlanks) {
   Position* p = Free(1, 1);
   CButton* cmd = Make(5, {"Edit-Select All", "View-Show/Hide Axis"});
   Make(1, {p->ID})->Hide = true;
