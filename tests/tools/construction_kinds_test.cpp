@@ -114,8 +114,6 @@ TEST_F(ConstructionKindsTest, ArcOnACircleAndCornerMark) {
   ASSERT_EQ(Doc.Arcs.count(), 1);
   CArc* on = Doc.Arcs.Item(1);
   EXPECT_EQ(on->AType, 4);
-  EXPECT_EQ(on->ForeColor, 0xff0000u);
-  EXPECT_FLOAT_EQ(on->GELineWidth, 3);
   EXPECT_NEAR(on->Radius(), 2, 1e-4);
 
   // A corner mark at O, the second point chosen.
@@ -126,8 +124,6 @@ TEST_F(ConstructionKindsTest, ArcOnACircleAndCornerMark) {
   CArc* mark = Doc.Arcs.Item(2);
   EXPECT_EQ(mark->AType, 3);
   EXPECT_EQ(mark->PCenter.ID, o->ID);
-  EXPECT_EQ(mark->GELineStyle, 1);
-  EXPECT_FLOAT_EQ(mark->GELineWidth, 2);
   EXPECT_TRUE(LinkedTo(*s, mark->ID, 5, 1));
   EXPECT_TRUE(LinkedTo(*o, mark->ID, 5, 2));
   EXPECT_TRUE(LinkedTo(*e, mark->ID, 5, 3));

@@ -15,16 +15,11 @@
 namespace vt::test {
 namespace {
 
-class ConstructionTest : public ToolTest {
- protected:
-  int Total() const { return DocumentObjectCount(); }
-};
+class ConstructionTest : public ToolTest {};
 
 TEST_F(ConstructionTest, WrongSelectionGivesTheMessageAndChangesNothing) {
   Position* a = Free(0, 0, "A");
   Select({a});
-  const int before = Total();
-  const std::string text = GetUndoVar();
   struct Case {
     void (*run)();
     const char* message;
@@ -44,14 +39,9 @@ TEST_F(ConstructionTest, WrongSelectionGivesTheMessageAndChangesNothing) {
       {mnuDis_Click, kMsgDistanceOne},
   };
   for (const Case& c : cases) {
-    host_.messages.clear();
-    c.run();
-    EXPECT_EQ(host_.LastMessage(), c.message);
-    EXPECT_EQ(Total(), before);
-    EXPECT_EQ(GetUndoVar(), text);
+    ExpectRefused(c.run, c.message);
     EXPECT_TRUE(IsSelected(a->ID));
   }
-  EXPECT_EQ(std::string(kMsgIntersection).find("curve,    or"), std::string(kMsgIntersection).find("curve,") );
 }
 
 TEST_F(ConstructionTest, CollinearPointsAreRefusedByTheThreePointCircle) {
@@ -59,19 +49,6 @@ TEST_F(ConstructionTest, CollinearPointsAreRefusedByTheThreePointCircle) {
   mnuDraw3PC_Click();
   EXPECT_EQ(host_.LastMessage(), kMsgNotCollinear);
   EXPECT_EQ(Doc.Circles.count(), 0);
-}
-
-TEST_F(ConstructionTest, CircumcircleFollowsADraggedCorner) {
-  Position* a = Free(0, 0);
-  Position* b = Free(4, 0);
-  Position* c = Free(0, 3);
-  Select({a, b, c});
-  mnuDraw3PC_Click();
-  ASSERT_EQ(Doc.Circles.count(), 1);
-  CCircle* circle = Doc.Circles.Item(1);
-  EXPECT_NEAR(circle->Radius(), 2.5f, 1e-4f);
-  Drag(4, 0, 6, 0);
-  for (Position* p : {a, b, c}) EXPECT_NEAR(DistanceBetween(circle->Centre(), *p), circle->Radius(), 1e-3f);
 }
 
 TEST_F(ConstructionTest, SelectionOrderGivesTheBisectorVertexAndTheArcCentre) {

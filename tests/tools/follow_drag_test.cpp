@@ -18,21 +18,6 @@ namespace {
 
 class FollowDragTest : public ToolTest {
  protected:
-  // A drag of the one point it picks, as after a fresh press on the canvas.
-  void DragAlone(float x0, float y0, float x1, float y1) {
-    DeselectAll();
-    Drag(x0, y0, x1, y1);
-  }
-  // Runs a command on the given selection, and leaves nothing selected, so
-  // that the drags after it move only what they pick.
-  static void Command(std::initializer_list<DocObject*> objs, void (*command)()) {
-    for (DocObject* o : objs) SelectObject(*o);
-    command();
-    DeselectAll();
-  }
-  static float DistanceToLine(const Position& p, const Position& a, const Position& b) {
-    return DistanceBetween(p, FootOnLine(p, a, b));
-  }
   // The inscribed circle of the triangle abc touches the three side lines.
   static void ExpectInscribed(const CCircle& c, const Position& a, const Position& b, const Position& d) {
     const Position centre = c.Centre();
@@ -46,8 +31,6 @@ class FollowDragTest : public ToolTest {
     EXPECT_NEAR(centre.x, in.x, 2e-3f);
     EXPECT_NEAR(centre.y, in.y, 2e-3f);
   }
-  // The newest point of the document.
-  static Position* Last() { return Doc.Points.Item(Doc.Points.count()); }
 };
 
 TEST_F(FollowDragTest, InscribedCircleStaysTangentToTheSidesThroughDragsAndAReload) {
@@ -89,6 +72,7 @@ TEST_F(FollowDragTest, PointOnThreePointCircleAndOnIncircleStayOnThem) {
   ASSERT_EQ(Doc.Circles.count(), 2);
   CCircle* through = Doc.Circles.Item(1);
   CCircle* in = Doc.Circles.Item(2);
+  EXPECT_NEAR(through->Radius(), 2.5f, 1e-4f);
   Position* on1 = MakePointOn(*through, Position(2, 4, 0));
   Position* on2 = MakePointOn(*in, Position(1, 2.5f, 0));
   ASSERT_NE(on1, nullptr);

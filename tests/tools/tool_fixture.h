@@ -8,6 +8,10 @@
 
 #include <string>
 
+#include "document/document.h"
+#include "document/undo.h"
+#include "geometry/geom.h"
+#include "persist/docio.h"
 #include "support/fixtures.h"
 #include "tools/ccommand.h"
 
@@ -57,6 +61,35 @@ class ToolTest : public DocumentTest {
   CRegion* Region(std::initializer_list<Position*> corners);
 
   static void ExpectAt(const Position* p, float x, float y, float tol = 1e-4f);
+
+  // A drag of the one point it picks, as after a fresh press on the canvas.
+  void DragAlone(float x0, float y0, float x1, float y1) {
+    DeselectAll();
+    Drag(x0, y0, x1, y1);
+  }
+  // Runs a command on the given selection and leaves nothing selected.
+  static void Command(std::initializer_list<DocObject*> objs, void (*command)()) {
+    Select(objs);
+    command();
+    DeselectAll();
+  }
+  // The newest point of the document.
+  static Position* Last() { return Doc.Points.Item(Doc.Points.count()); }
+  static float DistanceToLine(const Position& p, const Position& a, const Position& b) {
+    return DistanceBetween(p, FootOnLine(p, a, b));
+  }
+  // Runs `body` and checks that it said `message` and left the document and
+  // the undo steps as they were.
+  template <class F>
+  void ExpectRefused(F body, const char* message) {
+    const std::string before = GetUndoVar();
+    const int undo = UndoCount;
+    host_.messages.clear();
+    body();
+    EXPECT_EQ(host_.LastMessage(), message);
+    EXPECT_EQ(GetUndoVar(), before);
+    EXPECT_EQ(UndoCount, undo);
+  }
 };
 
 }  // namespace vt::test

@@ -18,11 +18,6 @@ namespace {
 
 class TransformFollowTest : public ToolTest {
  protected:
-  // A drag of the one point it picks, as after a fresh press on the canvas.
-  void DragAlone(float x0, float y0, float x1, float y1) {
-    DeselectAll();
-    Drag(x0, y0, x1, y1);
-  }
   static TransformParams ZoomBy(float k, const std::string& centre) {
     TransformParams s;
     s.op = TransformOp::Zoom;
@@ -36,7 +31,6 @@ class TransformFollowTest : public ToolTest {
     EXPECT_NEAR(image->x, c.x + k * (p.x - c.x), tol);
     EXPECT_NEAR(image->y, c.y + k * (p.y - c.y), tol);
   }
-  static Position* Last() { return Doc.Points.Item(Doc.Points.count()); }
 };
 
 TEST_F(TransformFollowTest, ScaledPointImageFollowsItsSourceAndItsCentre) {
@@ -88,7 +82,7 @@ TEST_F(TransformFollowTest, ScalingInPlaceMovesFreePointsAboutTheCentre) {
   ExpectAt(q, -2, 4, 1e-3f);
 }
 
-TEST_F(TransformFollowTest, ScaledSegmentCircleAndPolygonFollowTheirSources) {
+TEST_F(TransformFollowTest, ScaledSegmentCirclesAndPolygonFollowTheirSources) {
   Position* c = Free(0, -2);
   Position* a = Free(2, 0);
   Position* b = Free(4, 1);
@@ -97,13 +91,24 @@ TEST_F(TransformFollowTest, ScaledSegmentCircleAndPolygonFollowTheirSources) {
   Position* r = Free(-3, 0);
   CCircle* circle = Circle(o, r);
   CRegion* tri = Region({Free(6, 0), Free(8, 0), Free(7, 2)});
+  Position* p1 = Free(2, 11);
+  Position* p2 = Free(4, 13);
+  Position* p3 = Free(2, 15);
+  auto three = std::make_unique<CCircle>();
+  three->ID = NewObjectId("CR");
+  three->CType = 2;
+  three->Circle2(p1->ID, p2->ID, p3->ID);
+  short slot = 1;
+  for (Position* q : {p1, p2, p3}) q->AddLink(CLinkObj{three->ID, 3, slot++, 2, 0});
+  CCircle* src = Doc.Circles.Add(std::move(three));
   const float k = 1.5f;
-  ApplyTransform({seg->ID, circle->ID, tri->ID}, ZoomBy(k, c->ID), true);
+  ApplyTransform({seg->ID, circle->ID, tri->ID, src->ID}, ZoomBy(k, c->ID), true);
   ASSERT_EQ(Doc.Lines.count(), 2);
-  ASSERT_EQ(Doc.Circles.count(), 2);
+  ASSERT_EQ(Doc.Circles.count(), 4);
   ASSERT_EQ(Doc.Regions.count(), 2);
   CLine* segImg = Doc.Lines.Item(2);
-  CCircle* cirImg = Doc.Circles.Item(2);
+  CCircle* cirImg = Doc.Circles.Item(3);
+  CCircle* srcImg = Doc.Circles.Item(4);
   CRegion* triImg = Doc.Regions.Item(2);
   auto check = [&] {
     ExpectScaled(FindPoint(segImg->pBegin.ID), *a, *c, k);
@@ -112,6 +117,9 @@ TEST_F(TransformFollowTest, ScaledSegmentCircleAndPolygonFollowTheirSources) {
     const Position centre = cirImg->Centre();
     ExpectScaled(&centre, *o, *c, k);
     EXPECT_NEAR(cirImg->Radius(), k * circle->Radius(), 2e-3f);
+    const Position so = src->Centre(), si = srcImg->Centre();
+    ExpectScaled(&si, so, *c, k, 3e-3f);
+    EXPECT_NEAR(srcImg->Radius(), k * src->Radius(), 3e-3f);
     for (size_t i = 0; i < tri->Points.size(); ++i)
       ExpectScaled(FindPoint(triImg->Points[i].ID), *FindPoint(tri->Points[i].ID), *c, k);
   };
@@ -119,33 +127,9 @@ TEST_F(TransformFollowTest, ScaledSegmentCircleAndPolygonFollowTheirSources) {
   DragAlone(4, 1, 5, 3);    // a segment end
   DragAlone(-3, 0, -4, 2);  // the rim point: the radius grows
   DragAlone(7, 2, 7, 4);    // a corner
+  DragAlone(4, 13, 6, 13);  // a point of the three-point circle
   check();
   DragAlone(0, -2, 1, -1);  // the centre of the scaling
-  check();
-}
-
-TEST_F(TransformFollowTest, ScaledThreePointCircleFollows) {
-  Position* c = Free(0, 0);
-  Position* p1 = Free(2, 1);
-  Position* p2 = Free(4, 3);
-  Position* p3 = Free(2, 5);
-  auto circle = std::make_unique<CCircle>();
-  circle->ID = NewObjectId("CR");
-  circle->CType = 2;
-  circle->Circle2(p1->ID, p2->ID, p3->ID);
-  short slot = 1;
-  for (Position* q : {p1, p2, p3}) q->AddLink(CLinkObj{circle->ID, 3, slot++, 2, 0});
-  CCircle* src = Doc.Circles.Add(std::move(circle));
-  ApplyTransform({src->ID}, ZoomBy(2, c->ID), true);
-  CCircle* img = Doc.Circles.Item(2);
-  auto check = [&] {
-    const Position o = src->Centre();
-    const Position io = img->Centre();
-    ExpectScaled(&io, o, *c, 2);
-    EXPECT_NEAR(img->Radius(), 2 * src->Radius(), 3e-3f);
-  };
-  check();
-  DragAlone(4, 3, 6, 3);
   check();
 }
 
