@@ -1,13 +1,4 @@
-// Icons from the small SVG drawings of the icons folder, drawn with QPainter.
-//
-// The drawings use a plain subset of SVG, which this reader covers: the
-// elements svg (viewBox, width, height), g, rect (rx), circle, ellipse, line,
-// polyline, polygon, path (all commands, arcs included) and text; the
-// attributes fill, stroke, stroke-width, stroke-linecap, stroke-linejoin,
-// stroke-dasharray, fill-rule, opacity, fill-opacity, stroke-opacity,
-// font-size, font-weight, font-style, text-anchor, transform (translate,
-// scale, rotate, matrix), and the same properties inside style="...".
-// Anything else is skipped.
+// Icons from the SVG drawings of the icons folder, drawn with QSvgRenderer.
 #pragma once
 
 #include <QIcon>
