@@ -16,6 +16,7 @@ if ctest -N -L gui | grep -q "Total Tests: [1-9]"; then
   xvfb-run -a -s "-screen 0 1280x800x24" ctest --output-on-failure -L gui
 fi
 cd - >/dev/null
+bash scripts/test-size.sh || true
 if [ "${VANTREL_SANITIZE:-1}" != "0" ]; then
   bash scripts/sanitize.sh
 fi
