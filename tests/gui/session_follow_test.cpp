@@ -25,7 +25,6 @@
 #include "document/document.h"
 #include "document/frame_commands.h"
 #include "document/globals.h"
-#include "geometry/dialogs/property_forms.h"
 #include "geometry/extension.h"
 #include "geometry/property_commands.h"
 #include "graphs/curve_analysis.h"
@@ -73,12 +72,6 @@ class SessionFollowTest : public QObject {
     }
     QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, to);
   }
-  template <class T>
-  T* Shown() {
-    T* d = nullptr;
-    if (!QTest::qWaitFor([&] { return (d = window_->findChild<T*>()) && d->isVisible(); }, 3000)) return nullptr;
-    return d;
-  }
   static void Type(QWidget* dialog, const char* field, const QString& text) {
     auto* e = dialog->findChild<QLineEdit*>(field);
     QVERIFY2(e, field);
@@ -89,7 +82,7 @@ class SessionFollowTest : public QObject {
   // A curve y = formula through frmF5, with its roots shown.
   CFunCurve* Plot(const QString& formula) {
     window_->menuAction("mnuDraw2Curve")->trigger();
-    QPointer<QWidget> d = Shown<vt::app::frmF5>();
+    QPointer<QWidget> d = ShownNamed("frmF5");
     if (!d) return nullptr;
     Type(d, "txtFormula1", formula);
     d->findChild<QCheckBox*>("chkRoot")->setChecked(true);
@@ -223,7 +216,7 @@ void SessionFollowTest::dialogEditsMoveWhatIsBuiltOnTheObject() {
   // The radius 2 to 4 in the circle's dialog: the crossings go to +-3.873.
   const int undo = UndoCount;
   QVERIFY(OpenPropertyForm(PropertyForm::Circle, circle->ID));
-  QPointer<vt::app::frmCircle> cd = Shown<vt::app::frmCircle>();
+  QPointer<QWidget> cd = ShownNamed("frmCircle");
   QVERIFY(cd);
   Type(cd, "txtRadius", "4");
   ClickOk(cd);
@@ -239,7 +232,7 @@ void SessionFollowTest::dialogEditsMoveWhatIsBuiltOnTheObject() {
   p->AddChild(f->ID);
   Position expected, far;
   QVERIFY(OpenPropertyForm(PropertyForm::Point, p->ID));
-  QPointer<vt::app::frmF16> pd = Shown<vt::app::frmF16>();
+  QPointer<QWidget> pd = ShownNamed("frmF16");
   QVERIFY(pd);
   Type(pd, "txtY", "3");
   ClickOk(pd);
