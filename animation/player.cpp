@@ -164,11 +164,10 @@ void CAniControl::ShowFrame() {
       a->Step = Step;
       a->Update();
     }
+    // The pass ends with the objects whose formulas read a parameter or a
+    // note that changed: they sample again (graphs/follow.h).
     RepropagateAfterMove();
   }
-  // Parameters may have changed: what reads them samples again.
-  RefreshFunCurves();
-  RefreshSurfaces();
 }
 
 // ---- the panel ----------------------------------------------------------------

@@ -5,6 +5,7 @@
 #include "document/numtext.h"
 #include "document/undo.h"
 #include "expr/text_prep.h"
+#include "geometry/extension.h"
 #include "geometry/propagation.h"
 
 namespace vt {
@@ -82,6 +83,29 @@ void WriteThroughCopies(const Position& real) {
   RepropagateAfterMove();
 }
 
+namespace {
+
+// A point typed to a new place moves as a drag would move it: its copies, the
+// points that follow it (by the same step) and the extension points built on
+// it or on them, then one repropagation.
+void MoveAsDragged(Position& p, float x, float y, float z) {
+  const float dx = x - p.x, dy = y - p.y, dz = z - p.z;
+  PropagationTrace trace;
+  p.Set(x, y, z);
+  p.UpdateLinked1(x, y, z, 0);
+  for (const std::string& childId : p.Child) {
+    Position* c = FindPoint(childId);
+    if (!c || c->ptype != 8 || c->Parent.empty() || c->Parent.front() != p.ID) continue;
+    c->Set(c->x + dx, c->y + dy, c->z + dz);
+    c->UpdateLinked(dx, dy, dz, 0);
+    RefreshExtensionOf(*c);
+  }
+  RefreshExtensionOf(p);
+  RepropagateAfterMove();
+}
+
+}  // namespace
+
 bool LoadPointProps(const std::string& id, PointProps& p) {
   const Position* pt = FindPoint(id);
   if (!pt) return false;
@@ -114,10 +138,7 @@ std::string ApplyPointProps(const std::string& id, PointProps& p) {
   pt->Size = static_cast<short>(p.size);
   pt->Symbol = p.symbol;
   pt->HideLabel = p.hideLabel;
-  if (moved) {
-    pt->Set(x, y, z);
-    WriteThroughCopies(*pt);
-  }
+  if (moved) MoveAsDragged(*pt, x, y, z);
   Changed();
   return {};
 }
@@ -216,10 +237,13 @@ std::string ApplyCircleProps(const std::string& id, CircleProps& p) {
   c->HideLabel = p.hideLabel;
   if (resized) {
     // The points on the rim follow the new radius, and so do the copies that
-    // other objects keep of them.
+    // other objects keep of them; then, as after a drag, whatever is computed
+    // from the circle (intersections, tangent points, images, measurements).
+    PropagationTrace trace;
     c->UpdateStru();
     for (const Position& s : c->StruP)
-      if (const Position* real = FindPoint(s.ID)) WriteThroughCopies(*real);
+      if (Position* real = FindPoint(s.ID)) real->UpdateLinked1(real->x, real->y, real->z, 0);
+    RepropagateAfterMove();
   }
   Changed();
   return {};

@@ -237,11 +237,40 @@ std::vector<std::string> ResultsPanel::Lines() const {
 
 std::string ResultsPanel::Text() const {
   std::string s;
-  for (const std::string& line : Lines()) {
-    if (!s.empty()) s += '\n';
-    s += line;
+  if (parts_.empty()) return s;
+  for (const CFunCurve* c : Doc.FunCurves) {
+    auto it = parts_.find(c->ID);
+    if (it == parts_.end() || it->second.empty()) continue;
+    if (!s.empty()) s += "\n\n";
+    s += CurveTitle(*c);
+    for (const std::string& line : it->second) s += "\n" + line;
   }
   return s;
+}
+
+void ResultsPanel::SetListener(std::function<void(const std::string& text)> listener) {
+  listener_ = std::move(listener);
+  told_ = false;
+}
+
+void ResultsPanel::Publish() {
+  if (!listener_) return;
+  std::string now = Text();
+  if (told_ && now == published_) return;
+  published_ = std::move(now);
+  told_ = true;
+  listener_(published_);
+}
+
+std::string CurveTitle(const CFunCurve& c) {
+  if (!c.NameS.empty()) return c.NameS;
+  const bool polar = c.CoordType == 2;
+  switch (c.FunForm) {
+    case 1: return c.ExpressY + "=0";
+    case 3: return (polar ? "a=" : "x=") + c.ExpressX + (polar ? ", r=" : ", y=") + c.ExpressY;
+    case 4: return c.ExpressY + "<=0";
+    default: return (polar ? "r=" : "y=") + c.ExpressY;
+  }
 }
 
 const std::vector<std::string>& ResultsPanel::LinesOf(const std::string& owner) const {

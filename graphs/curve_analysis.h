@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -16,6 +17,8 @@
 #include "geometry/position.h"
 
 namespace vt {
+
+class CFunCurve;
 
 // ---- the variable table of a curve ----------------------------------------------
 // The parameters of the document, then the six free variables U, V, X, Y,
@@ -110,7 +113,7 @@ bool CurveDerivativeText(const std::string& formula, std::string& text);
 // The text panel beside the canvas. Each curve owns its part: its Draw
 // empties that part and writes its lines again; the panel shows the parts of
 // the curves of the document in their list order (parts of curves that are
-// gone are dropped).
+// gone are dropped), one block per curve under the curve's title.
 class ResultsPanel {
  public:
   void ClearOwner(const std::string& owner);
@@ -119,14 +122,28 @@ class ResultsPanel {
   void Clear();
   // The lines of the document's curves, in list order.
   std::vector<std::string> Lines() const;
-  // The same joined by "\n".
+  // The blocks: the curve's title on a line of its own, its lines below, an
+  // empty line between two curves.
   std::string Text() const;
   // The lines of one owner.
   const std::vector<std::string>& LinesOf(const std::string& owner) const;
 
+  // Whoever shows the panel: told the new Text whenever a scene compile
+  // changed it (Publish). Installing one (or none) forgets what was told.
+  void SetListener(std::function<void(const std::string& text)> listener);
+  // Called when the scene was compiled (the curves have written their parts).
+  void Publish();
+
  private:
   std::map<std::string, std::vector<std::string>> parts_;
+  std::function<void(const std::string&)> listener_;
+  std::string published_;
+  bool told_ = false;
 };
+
+// How the results panel names a curve: its name, or else its formula as the
+// dialog shows it ("y=x^2-2", "x=cos(u), y=sin(u)", "x^2+y^2-1=0").
+std::string CurveTitle(const CFunCurve& c);
 
 extern ResultsPanel CurveResults;
 

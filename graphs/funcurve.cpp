@@ -13,6 +13,7 @@
 #include "geometry/geom.h"
 #include "geometry/line.h"
 #include "graphs/curve_analysis.h"
+#include "graphs/follow.h"
 #include "persist/record.h"
 
 namespace vt {
@@ -150,6 +151,7 @@ void CFunCurve::ClipSamples(std::vector<Position>& samples) const {
 
 bool CFunCurve::GetPoints() {
   sampled_ = true;
+  RecordFormulaInputs(ID, {});  // until the formulas compile: follows nothing
   resultLines_.clear();
   rootMarks_.clear();
   maxMarks_.clear();
@@ -179,6 +181,7 @@ bool CFunCurve::GetPoints() {
   // Only the parametric form has a formula of its own in ExpressX.
   if (FunForm == 3 && !Compile(fx, table.vars, px)) return false;
   if (!Compile(fy, table.vars, py)) return false;
+  RecordFormulaInputs(ID, {ExpressX, ExpressY, MinU, MaxU, CurvPosExp, QiePosExp, NmlPosExp});
   float start, end;
   if (!EvaluateRange(table, start, end)) return false;
   StartValue = start;

@@ -14,6 +14,7 @@
 #include "geometry/geom.h"
 #include "geometry/derived_surfaces.h"
 #include "graphs/curve_analysis.h"
+#include "graphs/follow.h"
 #include "graphs/mesh_pick.h"
 #include "persist/record.h"
 
@@ -121,6 +122,7 @@ void CSurface::Init(const std::string& id, const std::string& name, int graphTyp
 
 bool CSurface::GetPoints() {
   sampled_ = true;
+  RecordFormulaInputs(ID, {});  // until the formulas compile: follows nothing
   iso_.Clear();
   if (StepU == 0) StepU = 1;
   if (StepV == 0) StepV = 1;
@@ -149,6 +151,7 @@ bool CSurface::GetPoints() {
   std::string px, py, pz, pminU, pmaxU, pminV, pmaxV;
   if (FunForm == 3 && (!CompileFormula(fx, t.vars, px) || !CompileFormula(fy, t.vars, py))) return false;
   if (!CompileFormula(fz, t.vars, pz)) return false;
+  RecordFormulaInputs(ID, {ExpressX, ExpressY, ExpressZ, MinU, MaxU, MinV, MaxV});
   if (!CompileFormula(MinU, t.vars, pminU) || !CompileFormula(MaxU, t.vars, pmaxU)) return false;
   const bool needV = !IsCurve();
   if (needV && (!CompileFormula(MinV, t.vars, pminV) || !CompileFormula(MaxV, t.vars, pmaxV))) return false;

@@ -14,6 +14,7 @@
 #include "geometry/derived_surfaces.h"
 #include "geometry/geom.h"
 #include "graphs/curve_analysis.h"
+#include "graphs/follow.h"
 #include "graphs/mesh_pick.h"
 #include "persist/docio.h"
 #include "persist/record.h"
@@ -284,7 +285,9 @@ void CSweptSurface::LoadTail(RecordReader& r) {
 
 bool CSurRot::GetPoints() {
   float angle = 0;
+  RecordFormulaInputs(ID, {});
   if (!ParameterValue(RotAngle, angle)) return false;
+  RecordFormulaInputs(ID, {RotAngle});
   const int steps = StepV < 1 ? 1 : StepV;
   std::vector<Position> profile;
   if (!ProfileVertices(RotObjID, profile)) return false;
@@ -333,7 +336,9 @@ std::unique_ptr<CSurRot> CSurRot::Load(RecordReader& r) {
 
 bool CStretch::GetPoints() {
   float dx = 0, dy = 0, dz = 0;
+  RecordFormulaInputs(ID, {});
   if (!ParameterValue(DX, dx) || !ParameterValue(DY, dy) || !ParameterValue(DZ, dz)) return false;
+  RecordFormulaInputs(ID, {DX, DY, DZ});
   const int steps = StepV < 1 ? 1 : StepV;
   std::vector<Position> profile;
   if (!ProfileVertices(ObjID, profile)) return false;

@@ -10,6 +10,7 @@
 #include "document/globals.h"
 #include "document/host.h"
 #include "geometry/region.h"
+#include "graphs/curve_analysis.h"
 #include "render/gl_batch.h"
 #include "render/reference.h"
 #include "render/strokes.h"
@@ -321,6 +322,8 @@ void DrawScene() {
     // still shows what was compiled.
   }
   glEndList();
+  // The curves have written their parts of the results panel.
+  CurveResults.Publish();
 }
 
 void Display() {

@@ -15,6 +15,7 @@
 #include "expr/expression.h"
 #include "expr/parameters.h"
 #include "geometry/geom.h"
+#include "graphs/follow.h"
 #include "persist/docio.h"
 #include "persist/record.h"
 #include "render/frame.h"
@@ -129,6 +130,7 @@ bool CNote::Measure() {
     bool ok = false;
     try {
       if (calc.InfixToPostfix(Para1, vars, postfix) != 0) return false;
+      RecordFormulaInputs(ID, {Para1});
       calc.DoEvaluate(postfix, false, vars, result, ok);
     } catch (const std::exception&) {
       ok = false;

@@ -5,7 +5,7 @@
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QPlainTextEdit>
-#include <QTimer>
+#include <QPointer>
 
 #include "graphs/dialogs/form_opener.h"
 #include "graphs/curve_analysis.h"
@@ -27,16 +27,27 @@ void InstallCurveForms(QMainWindow* mainWindow) {
   dock->setWidget(text);
   mainWindow->addDockWidget(Qt::RightDockWidgetArea, dock);
   dock->hide();
-  // The curves write the panel while the scene is built; it is read back a
-  // little later, whatever command built the scene.
-  auto* poll = new QTimer(dock);
-  poll->setInterval(150);
-  QObject::connect(poll, &QTimer::timeout, dock, [dock, text] {
-    const QString now = QString::fromStdString(CurveResults.Text());
-    if (now != text->toPlainText()) text->setPlainText(now);
-    if (dock->isHidden() != now.isEmpty()) dock->setVisible(!now.isEmpty());
+  // The curves write the panel while the scene is compiled; the panel is told
+  // when the text changed and takes it once the event that drew is over.
+  static QDockWidget* listening = nullptr;
+  listening = dock;
+  QPointer<QDockWidget> guard(dock);
+  CurveResults.SetListener([guard, text](const std::string& now) {
+    if (!guard) return;
+    QMetaObject::invokeMethod(
+        guard.data(),
+        [guard, text, shown = QString::fromStdString(now)] {
+          if (!guard) return;
+          if (shown != text->toPlainText()) text->setPlainText(shown);
+          if (guard->isHidden() != shown.isEmpty()) guard->setVisible(!shown.isEmpty());
+        },
+        Qt::QueuedConnection);
   });
-  poll->start();
+  QObject::connect(dock, &QObject::destroyed, [dock] {
+    if (listening != dock) return;
+    listening = nullptr;
+    CurveResults.SetListener(nullptr);
+  });
 }
 
 }  // namespace vt::app

@@ -6,6 +6,7 @@
 #include "document/globals.h"
 #include "expr/expression.h"
 #include "geometry/line.h"
+#include "geometry/propagation.h"
 #include "graphs/curve_analysis.h"
 #include "graphs/funcurve.h"
 #include "graphs_test_util.h"
@@ -334,6 +335,24 @@ TEST_F(FunCurveTest, DamagedRecordsAreLeftOut) {
     EXPECT_EQ(Doc.FunCurves.count(), 0);
   }
   EXPECT_EQ(host_.messages.size(), 3u);  // one for each damaged document
+}
+
+// ---- following the values a formula names ------------------------------------------
+
+TEST_F(FunCurveTest, TheRefreshPassSamplesAgainOnlyTheCurvesThatReadAChangedValue) {
+  CNote* k = AddParameter("K", 1);
+  CFunCurve* reads = Doc.FunCurves.Add(MakeGraph("k*x+1", 10, "0", "1"));
+  CFunCurve* other = Doc.FunCurves.Add(MakeGraph("x^2", 10, "0", "1"));
+  ASSERT_TRUE(reads->GetPoints() && other->GetPoints());
+  // Marks that a new sampling would wipe.
+  reads->Vert3D[0].y = other->Vert3D[0].y = 99;
+  RefreshPass();  // nothing changed: nothing samples
+  EXPECT_EQ(reads->Vert3D[0].y, 99);
+  k->Value = 3;
+  RefreshPass();
+  EXPECT_FLOAT_EQ(reads->Vert3D[0].y, 1);
+  EXPECT_FLOAT_EQ(reads->Vert3D[10].y, 4);
+  EXPECT_EQ(other->Vert3D[0].y, 99);
 }
 
 }  // namespace

@@ -297,9 +297,10 @@ void CurveFormsTest::theResultsPanelShowsTheAnalysis() {
   QTRY_VERIFY(!dialog);
   QTRY_VERIFY(dock->isVisible());
   const QStringList lines = text->toPlainText().split('\n');
-  QCOMPARE(lines.size(), 2);
-  QVERIFY(lines[0].startsWith("    Root: x=-1.41"));
-  QVERIFY(lines[1].startsWith("    Root: x=1.41"));
+  QCOMPARE(lines.size(), 3);
+  QCOMPARE(lines[0], QString("y=x^2-2"));
+  QVERIFY(lines[1].startsWith("    Root: x=-1.41"));
+  QVERIFY(lines[2].startsWith("    Root: x=1.41"));
   // The curve gone, the panel empties and goes.
   window_->picDraw()->MakeCurrent();
   Doc.FunCurves.Remove(Doc.FunCurves.count());

@@ -111,7 +111,7 @@ TEST_F(FunCurveDrawTest, DrawWritesTheCurvesLinesToTheResultsPanel) {
   EXPECT_EQ(CurveResults.Lines(), expected);
   Frame();  // drawn again: the same lines, not twice
   EXPECT_EQ(CurveResults.Lines(), expected);
-  EXPECT_EQ(CurveResults.Text().substr(0, 12), "    Root: x=");
+  EXPECT_EQ(CurveResults.Text().substr(0, 21), "y=x^2-2\n    Root: x=");
   // A curve that is gone takes its lines with it.
   Doc.FunCurves.Remove(1);
   Frame();
