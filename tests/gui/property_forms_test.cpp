@@ -1,34 +1,18 @@
 // The property dialogs in the running program: opened by a double click on
 // the canvas and by the Edit menu, filled in like a user does, confirmed or
 // refused, and the document checked afterwards.
-#include <GL/gl.h>
-#include <GL/glu.h>
-
-#include <QApplication>
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
-#include <QLineEdit>
-#include <QMessageBox>
 #include <QPointer>
-#include <QPushButton>
-#include <QTimer>
-#include <QtTest>
-#include <functional>
-#include <memory>
 
-#include "render/canvas_input.h"
-#include "app/canvas.h"
-#include "app/frmF1.h"
-#include "app/surface_format.h"
 #include "document/command_table.h"
 #include "document/document.h"
-#include "document/frame_commands.h"
 #include "document/globals.h"
 #include "document/undo.h"
 #include "geometry/dialogs/property_forms.h"
+#include "gui_fixture.h"
 #include "persist/docio.h"
-#include "render/view_state.h"
 
 using namespace vt;
 using vt::app::Canvas;
@@ -48,32 +32,24 @@ class PropertyFormsTest : public QObject {
 
  private:
   // Runs `act` on the next modal widget of type T (a message box, the colour
-  // dialog) once it is open; the property dialogs themselves are modal too
-  // and are passed over.
+  // dialog); the property dialogs are modal too and are passed over.
   template <class T>
-  void WhenModal(std::function<void(T*)> act);
-  void StopWatching();
-  // A segment between the first two points of the case's document, made as a
-  // construction command makes one.
+  void WhenModal(std::function<void(T*)> act) {
+    guitest::WhenModal<T>(this, act);
+  }
+  // A segment between the first two points, made as a construction command makes one.
   CLine* AddSegment();
-  // The canvas pixel (logical units) where a world point is drawn.
-  QPoint PixelOf(float x, float y, float z);
   template <class T>
-  T* OpenDialog();
+  T* OpenDialog() {
+    return guitest::Shown<T>(window_);
+  }
 
   frmF1* window_ = nullptr;
-  QTimer* watcher_ = nullptr;
 };
 
 void PropertyFormsTest::init() {
-  window_ = new frmF1();
-  window_->show();
-  QVERIFY(QTest::qWaitForWindowExposed(window_));
-  QTRY_VERIFY(window_->started());
-  QVERIFY(window_->picDraw() && window_->picDraw()->isValid());
-  QCOMPARE(ActiveTool, 11);
-  // Every case starts from the same three points, whatever the start
-  // document shows.
+  QVERIFY(guitest::OpenEmptyWindow(window_));
+  // Every case starts from the same three points.
   window_->picDraw()->MakeCurrent();
   OpenUnRe(
       "GL Ver3.00 1 1 1 0 0;;"
@@ -84,33 +60,9 @@ void PropertyFormsTest::init() {
 }
 
 void PropertyFormsTest::cleanup() {
-  StopWatching();
   delete window_;
   window_ = nullptr;
   ClearHandlers();
-}
-
-template <class T>
-void PropertyFormsTest::WhenModal(std::function<void(T*)> act) {
-  StopWatching();
-  watcher_ = new QTimer(this);
-  watcher_->setInterval(10);
-  QTimer* timer = watcher_;
-  connect(timer, &QTimer::timeout, this, [timer, act] {
-    auto* w = qobject_cast<T*>(QApplication::activeModalWidget());
-    if (!w || !w->isVisible()) return;
-    timer->stop();
-    act(w);
-  });
-  watcher_->start();
-}
-
-void PropertyFormsTest::StopWatching() {
-  if (watcher_) {
-    watcher_->stop();
-    watcher_->deleteLater();
-  }
-  watcher_ = nullptr;
 }
 
 CLine* PropertyFormsTest::AddSegment() {
@@ -122,29 +74,10 @@ CLine* PropertyFormsTest::AddSegment() {
   a->AddLink({l->ID, 2, 1, 0, 0});
   b->AddLink({l->ID, 2, 2, 0, 0});
   CLine* line = Doc.Lines.Add(std::move(l));
-  // As a construction command ends: a snapshot, and the frame.
   window_->picDraw()->MakeCurrent();
   PushSnapshot();
   RedrawScene();
   return line;
-}
-
-QPoint PropertyFormsTest::PixelOf(float x, float y, float z) {
-  Canvas* canvas = window_->picDraw();
-  canvas->MakeCurrent();
-  RedrawScene();
-  float X = 0, Y = 0;
-  if (!SceneToScreen(x, y, z, X, Y)) return QPoint(-1, -1);
-  const qreal scale = canvas->devicePixelRatioF();
-  return QPoint(qRound(X / scale), qRound(Y / scale));
-}
-
-template <class T>
-T* PropertyFormsTest::OpenDialog() {
-  T* dialog = nullptr;
-  if (!QTest::qWaitFor([&] { return (dialog = window_->findChild<T*>()) && dialog->isVisible(); }, 5000))
-    return nullptr;
-  return dialog;
 }
 
 // ---- lines ----------------------------------------------------------------------------
@@ -152,16 +85,10 @@ T* PropertyFormsTest::OpenDialog() {
 void PropertyFormsTest::aDoubleClickOnALineOpensFrmLineAndOkAppliesStyleWidthAndColour() {
   CLine* line = AddSegment();
   const std::string id = line->ID;
-  // The first two points stand at (-3, -2) and (3, -2).
-  QCOMPARE(line->pBegin.x, -3.0f);
-  QCOMPARE(line->pEnd.y, -2.0f);
   Canvas* canvas = window_->picDraw();
-  const QPoint pixel = PixelOf(0.5f, -2, 0);
+  const QPoint pixel = guitest::PixelOf(window_, 0.5f, -2, 0);
   QVERIFY(canvas->rect().contains(pixel));
-  // Press and release, then the double click and its release.
-  QTest::mouseClick(canvas, Qt::LeftButton, Qt::NoModifier, pixel);
-  QTest::mouseDClick(canvas, Qt::LeftButton, Qt::NoModifier, pixel);
-  QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, pixel);
+  guitest::DoubleClick(canvas, pixel);
 
   QPointer<vt::app::frmLine> dialog = OpenDialog<vt::app::frmLine>();
   QVERIFY(dialog);
@@ -176,7 +103,6 @@ void PropertyFormsTest::aDoubleClickOnALineOpensFrmLineAndOkAppliesStyleWidthAnd
   auto* width = dialog->findChild<QLineEdit*>("txtWidth");
   auto* color = dialog->findChild<vt::app::ColorButton*>("cmdColor");
   QVERIFY(style && kind && width && color);
-  QCOMPARE(style->count(), 4);
   QCOMPARE(style->currentText(), QString("Solid"));
   QCOMPARE(kind->currentText(), QString("Segment"));
   QCOMPARE(width->text(), QString("2"));
@@ -204,11 +130,9 @@ void PropertyFormsTest::aDoubleClickOnALineOpensFrmLineAndOkAppliesStyleWidthAnd
   QCOMPARE(line->GELineStyle, 3);
   QCOMPARE(line->GELineWidth, 4.5f);
   QCOMPARE(line->ForeColor, RGB(0, 128, 64));
-  QCOMPARE(line->lt, 1);
   QCOMPARE(UndoCount, undo + 1);
   QCOMPARE(UndoEntry(UndoCount), GetUndoVar());
   QVERIFY(!EditMode);
-  QVERIFY(window_->menuAction("mnuFUndo")->isEnabled());
 
   // The change is one undo step.
   window_->RunCommand("mnuFUndo");
@@ -298,8 +222,6 @@ void PropertyFormsTest::pointPropertiesNeedsSelectedPointsAndStylesOnlyThem() {
   QVERIFY(dialog);
   auto* symbol = dialog->findChild<QComboBox*>("cboSymbol");
   auto* size = dialog->findChild<QComboBox*>("cboSize");
-  QCOMPARE(symbol->count(), 6);
-  QCOMPARE(size->count(), 9);
   symbol->setCurrentIndex(symbol->findText("Crosshair"));
   size->setCurrentIndex(size->findText("5"));
   QTest::mouseClick(dialog->findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
@@ -357,11 +279,5 @@ void PropertyFormsTest::propertiesOpensFrmF16WhereOnlyAFreePointHasEditableCoord
   QCOMPARE(FindPoint(mId)->x, 0.0f);
 }
 
-int main(int argc, char** argv) {
-  vt::app::SetCanvasSurfaceFormat();
-  QApplication app(argc, argv);
-  PropertyFormsTest test;
-  return QTest::qExec(&test, argc, argv);
-}
-
+VT_GUI_TEST_MAIN(PropertyFormsTest)
 #include "property_forms_test.moc"
