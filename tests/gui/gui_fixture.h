@@ -73,6 +73,11 @@ inline void Type(QWidget* dialog, const char* field, const QString& text) {
   QTest::keyClicks(e, text);
 }
 
+// Types into several fields, in order.
+inline void Fill(QWidget* dialog, std::initializer_list<std::pair<const char*, QString>> fields) {
+  for (const auto& [field, text] : fields) Type(dialog, field, text);
+}
+
 // Presses a dialog's OK: its cmdOK button or the OK of its button box.
 inline void PressOk(QWidget* dialog) {
   if (auto* ok = dialog->findChild<QPushButton*>("cmdOK")) return QTest::mouseClick(ok, Qt::LeftButton);

@@ -178,11 +178,8 @@ void GraphFormsTest::formsAndLabelsFollowTheCoordinateSystem() {
   QVERIFY(!formula2->isVisible());
 
   // An implicit polar circle, made from here.
-  Type(dialog, "txtFormula1", "r-2");
-  Type(dialog, "txtMinU", "0");
-  Type(dialog, "txtMaxU", "6.2832");
-  Type(dialog, "txtMinV", "0");
-  Type(dialog, "txtMaxV", "4");
+  guitest::Fill(dialog, {{"txtFormula1", "r-2"}, {"txtMinU", "0"}, {"txtMaxU", "6.2832"}, {"txtMinV", "0"},
+                {"txtMaxV", "4"}});
   ClickOk(dialog);
   QTRY_VERIFY(!dialog);
   CFunCurve* c = Doc.FunCurves.Item(Doc.FunCurves.count());
@@ -282,13 +279,8 @@ void GraphFormsTest::aSurfaceMadeThroughFrmF6IsEditedByDoubleClick() {
   dialog->findChild<QRadioButton*>("optSurface")->click();
   dialog->findChild<QRadioButton*>("optCartesian")->click();
   dialog->findChild<QListWidget*>("lstForm")->setCurrentRow(0);  // z(x,y)
-  Type(dialog, "txtFormula1", "x*y/4");
-  Type(dialog, "txtMinU", "-2");
-  Type(dialog, "txtMaxU", "2");
-  Type(dialog, "txtStepsU", "12");
-  Type(dialog, "txtMinV", "-2");
-  Type(dialog, "txtMaxV", "2");
-  Type(dialog, "txtStepsV", "10");
+  guitest::Fill(dialog, {{"txtFormula1", "x*y/4"}, {"txtMinU", "-2"}, {"txtMaxU", "2"}, {"txtStepsU", "12"},
+                {"txtMinV", "-2"}, {"txtMaxV", "2"}, {"txtStepsV", "10"}});
   dialog->findChild<QComboBox*>("cboShow")->setCurrentIndex(2);  // filled
   ClickOk(dialog);
   QTRY_VERIFY(!dialog);

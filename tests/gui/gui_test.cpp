@@ -208,11 +208,6 @@ void GuiTest::startsOnTheStartDocumentAndRegistersTheDocumentType() {
   // The start document's scene record: a plane scene with axis and grid.
   QCOMPARE(SceneMode, 1);
   QVERIFY(ShowAxis && ShowGrid && !SnapToGrid && !ShowCoordLines);
-  QVERIFY(window_->toolbarButton(1, 23)->isChecked());
-  QVERIFY(window_->toolbarButton(1, 24)->isChecked());
-  QVERIFY(!window_->toolbarButton(1, 25)->isChecked());
-  QCOMPARE(ActiveTool, 11);
-  QCOMPARE(View.ProjectType, 1);
   // The view follows the canvas's shape.
   const Canvas* canvas = window_->picDraw();
   QCOMPARE(View.ScreenWidth, static_cast<float>(canvas->DeviceWidth()));
