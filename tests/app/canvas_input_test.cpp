@@ -328,29 +328,5 @@ TEST_F(CanvasTest, UndoSendsTheToolAMoveAtTheCorner) {
   EXPECT_FLOAT_EQ(moves[0].Y, 0);
 }
 
-TEST_F(CanvasTest, AFollowingPointNeedsExactlyOneSelectedFreePoint) {
-  Position* a = AddPoint(0, 0);
-  Position* b = AddPoint(1, 0);
-  ActiveTool = 11;
-  mnuDrawPFollow_Click();
-  EXPECT_EQ(host_.LastMessage(), "Please select a free point first.");
-  EXPECT_EQ(ActiveTool, 11);
-  SelectObject(*a);
-  SelectObject(*b);
-  mnuDrawPFollow_Click();
-  EXPECT_EQ(host_.messages.size(), 2u);
-  DeselectObject(*b);
-  a->ptype = 3;  // a constructed point
-  mnuDrawPFollow_Click();
-  EXPECT_EQ(host_.messages.size(), 3u);
-  EXPECT_EQ(ActiveTool, 11);
-  a->ptype = 1;
-  mnuDrawPFollow_Click();
-  EXPECT_EQ(host_.messages.size(), 3u);
-  EXPECT_EQ(ActiveTool, 1);
-  EXPECT_EQ(PointToolKind, 8);
-  EXPECT_EQ(FollowPointId, a->ID);
-}
-
 }  // namespace
 }  // namespace vt::test

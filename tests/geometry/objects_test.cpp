@@ -50,9 +50,6 @@ TEST(LineShape, BoxesSlopesAndStructurePoints) {
   l.pEnd.x = 1;
   l.LineKX(k, c);
   EXPECT_FLOAT_EQ(k, 10000);
-
-  std::vector<Position> pts = CLine().Points();
-  EXPECT_EQ(pts.size(), 51u);
 }
 
 TEST_F(ObjectsTest, LineStructurePointsFollowTheEnds) {

@@ -69,57 +69,6 @@ class PropertiesTest : public test::DocumentTest {
 
 // ---- points ---------------------------------------------------------------------------
 
-TEST_F(PropertiesTest, FreeAndFollowingPointsMoveThroughTheDialogAndCarryTheCopiesOfTheirHolders) {
-  Position* a = AddPoint(0, 0, 0, "A");
-  Position* b = AddPoint(4, 0, 0, "B");
-  CLine* l = AddLine(a, b);
-  Position* f = AddPoint(1, 1, 0, "F");
-  f->ptype = 8;
-
-  PointProps p;
-  ASSERT_TRUE(LoadPointProps(a->ID, p));
-  EXPECT_TRUE(p.coordsEditable);
-  EXPECT_EQ(p.label, "A");
-  EXPECT_EQ(p.x, "0");
-  const int undo = UndoCount;
-  p.x = "2.5";
-  p.y = "-1";
-  p.label = "P 1";
-  EXPECT_EQ(ApplyPointProps(a->ID, p), "");
-  EXPECT_FLOAT_EQ(a->x, 2.5f);
-  EXPECT_FLOAT_EQ(a->y, -1);
-  EXPECT_EQ(a->PLabel, "P 1");
-  EXPECT_FLOAT_EQ(l->pBegin.x, 2.5f);  // the line's copy of its end followed
-  EXPECT_FLOAT_EQ(l->pBegin.y, -1);
-  EXPECT_FLOAT_EQ(l->pEnd.x, 4);
-  ExpectOneSnapshot(undo);
-
-  ASSERT_TRUE(LoadPointProps(f->ID, p));
-  EXPECT_TRUE(p.coordsEditable);
-  p.z = "3";
-  EXPECT_EQ(ApplyPointProps(f->ID, p), "");
-  EXPECT_FLOAT_EQ(f->z, 3);
-}
-
-TEST_F(PropertiesTest, AConstructedPointKeepsItsPlaceWhateverTheFieldsSay) {
-  Position* m = Doc.Points.Add(NewObjectId("PT"), 1, 2, 0, 4, "LN0009", "LN0010", 1);
-  PointProps p;
-  ASSERT_TRUE(LoadPointProps(m->ID, p));
-  EXPECT_FALSE(p.coordsEditable);
-  const int undo = UndoCount;
-  // Even a caller that claims the fields are editable does not move it, and
-  // text that would be refused in an editable field is not read at all.
-  p.coordsEditable = true;
-  p.x = "9";
-  p.y = "not a number";
-  p.symbol = 3;
-  EXPECT_EQ(ApplyPointProps(m->ID, p), "");
-  EXPECT_FLOAT_EQ(m->x, 1);
-  EXPECT_FLOAT_EQ(m->y, 2);
-  EXPECT_EQ(m->Symbol, 3);
-  ExpectOneSnapshot(undo);
-}
-
 TEST_F(PropertiesTest, RefusedPointFieldsChangeNothingAndPushNothing) {
   Position* a = AddPoint(1, 1, 0, "A");
   const std::string before = GetUndoVar();

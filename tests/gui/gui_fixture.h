@@ -3,15 +3,24 @@
 #pragma once
 
 #include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
+#include <functional>
 #include <memory>
 
+#include "app/canvas.h"
 #include "app/frmF1.h"
+#include "app/surface_format.h"
+#include "document/frame_commands.h"
+#include "render/canvas_input.h"
 
 namespace vt::guitest {
 
@@ -36,8 +45,85 @@ inline bool OpenEmptyWindow(vt::app::frmF1*& window) {
   return true;
 }
 
-// While started, answers each message box that comes up with OK and keeps
-// its "title: text".
+// The canvas pixel (logical units) where a scene point is drawn; (-1, -1)
+// when it is not on the screen.
+inline QPoint PixelOf(vt::app::frmF1* window, float x, float y, float z = 0) {
+  vt::app::Canvas* canvas = window->picDraw();
+  canvas->MakeCurrent();
+  vt::RedrawScene();
+  float X = 0, Y = 0;
+  if (!vt::SceneToScreen(x, y, z, X, Y)) return QPoint(-1, -1);
+  const qreal scale = canvas->devicePixelRatioF();
+  return QPoint(qRound(X / scale), qRound(Y / scale));
+}
+
+// The child dialog of type T once it is shown; null when none comes up.
+template <class T>
+T* Shown(QWidget* parent, int ms = 5000) {
+  T* d = nullptr;
+  if (!QTest::qWaitFor([&] { return (d = parent->findChild<T*>()) && d->isVisible(); }, ms)) return nullptr;
+  return d;
+}
+
+// Replaces the text of a dialog's line edit by typing.
+inline void Type(QWidget* dialog, const char* field, const QString& text) {
+  auto* e = dialog->findChild<QLineEdit*>(field);
+  QVERIFY2(e, field);
+  e->selectAll();
+  QTest::keyClicks(e, text);
+}
+
+// Types into several fields, in order.
+inline void Fill(QWidget* dialog, std::initializer_list<std::pair<const char*, QString>> fields) {
+  for (const auto& [field, text] : fields) Type(dialog, field, text);
+}
+
+// Presses a dialog's OK: its cmdOK button or the OK of its button box.
+inline void PressOk(QWidget* dialog) {
+  if (auto* ok = dialog->findChild<QPushButton*>("cmdOK")) return QTest::mouseClick(ok, Qt::LeftButton);
+  auto* box = dialog->findChild<QDialogButtonBox*>();
+  QVERIFY(box && box->button(QDialogButtonBox::Ok));
+  QTest::mouseClick(box->button(QDialogButtonBox::Ok), Qt::LeftButton);
+}
+
+// A double click on the canvas as the mouse sends it: click, double click, release.
+inline void DoubleClick(QWidget* canvas, const QPoint& at) {
+  QTest::mouseClick(canvas, Qt::LeftButton, Qt::NoModifier, at);
+  QTest::mouseDClick(canvas, Qt::LeftButton, Qt::NoModifier, at);
+  QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, at);
+}
+
+// A drag on the canvas with moves on the way.
+inline void Drag(QWidget* canvas, const QPoint& from, const QPoint& to, int steps = 6) {
+  QTest::mouseMove(canvas, from);
+  QTest::mousePress(canvas, Qt::LeftButton, Qt::NoModifier, from);
+  for (int i = 1; i <= steps; ++i) {
+    const QPoint at = from + (to - from) * i / steps;
+    QMouseEvent move(QEvent::MouseMove, QPointF(at), QPointF(canvas->mapToGlobal(at)), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(canvas, &move);
+  }
+  QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, to);
+}
+
+// Runs `act` once on the next visible modal widget of type T.
+template <class T = QWidget>
+void WhenModal(QObject* owner, std::function<void(T*)> act) {
+  auto* timer = new QTimer(owner);
+  timer->setInterval(10);
+  QObject::connect(timer, &QTimer::timeout, owner, [timer, act] {
+    auto* w = qobject_cast<T*>(QApplication::activeModalWidget());
+    if (!w || !w->isVisible()) return;
+    timer->stop();
+    timer->deleteLater();
+    act(w);
+  });
+  timer->start();
+}
+
+// While started, answers each message box that comes up with OK (or No, or
+// its escape) and keeps its "title: text"; a file dialog gets `file` when
+// that is set.
 class MessageWatcher {
  public:
   ~MessageWatcher() { Stop(); }
@@ -46,10 +132,18 @@ class MessageWatcher {
     timer_ = new QTimer(owner);
     timer_->setInterval(10);
     QObject::connect(timer_, &QTimer::timeout, owner, [this] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      if (!box || !box->isVisible()) return;
-      messages << box->windowTitle() + ": " + box->text();
-      box->button(QMessageBox::Ok)->click();
+      QWidget* w = QApplication::activeModalWidget();
+      if (!w || !w->isVisible()) return;
+      if (auto* box = qobject_cast<QMessageBox*>(w)) {
+        messages << box->windowTitle() + ": " + box->text();
+        QAbstractButton* b = box->button(QMessageBox::Ok);
+        if (!b) b = box->button(QMessageBox::No);
+        if (b) b->click();
+        else box->reject();
+      } else if (auto* dlg = qobject_cast<QFileDialog*>(w); dlg && !file.isEmpty()) {
+        dlg->selectFile(file);
+        static_cast<QDialog*>(dlg)->accept();
+      }
     });
     timer_->start();
   }
@@ -60,10 +154,26 @@ class MessageWatcher {
     }
     timer_ = nullptr;
   }
+  QStringList Take() {
+    QStringList m = messages;
+    messages.clear();
+    return m;
+  }
   QStringList messages;
+  QString file;
 
  private:
   QTimer* timer_ = nullptr;
 };
 
 }  // namespace vt::guitest
+
+// The main of a GUI test: the canvas's surface format is set before the
+// application starts, as the program does.
+#define VT_GUI_TEST_MAIN(TestClass)          \
+  int main(int argc, char** argv) {          \
+    vt::app::SetCanvasSurfaceFormat();       \
+    QApplication app(argc, argv);            \
+    TestClass test;                          \
+    return QTest::qExec(&test, argc, argv);  \
+  }

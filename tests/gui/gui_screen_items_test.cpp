@@ -1,23 +1,17 @@
 // Screen items under a real display: a text placed with the text tool and
-// its dialog, a show/hide button made for it and pressed with the mouse, and
-// the view settings keeping their dialog open on a bad limit.
-#include <QApplication>
-#include <QDialogButtonBox>
+// its dialog, a show/hide button made for it and pressed with the mouse, the
+// view settings keeping their dialog open on a bad limit, and an animation
+// player that plays from its button under the event loop and stops; the
+// parameter dialog makes a parameter track.
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTimer>
-#include <QtTest>
-#include <memory>
+#include <cmath>
 
-#include "app/canvas.h"
-#include "app/frmF1.h"
-#include "gui_fixture.h"
+#include "animation/animation.h"
+#include "animation/dialogs/animation_forms.h"
 #include "document/command_table.h"
 #include "document/document.h"
 #include "document/globals.h"
-#include "document/undo.h"
+#include "gui_fixture.h"
 #include "render/view_state.h"
 #include "tools/buttons.h"
 
@@ -35,21 +29,11 @@ class GuiScreenItemsTest : public QObject {
 
   void aShowHideButtonPressedWithTheMouseHidesAndShowsAText();
   void theViewSettingsRefuseOneXAndStayOpen();
+  void aPlayerPlaysUnderTheEventLoopAndStops();
+  void theParameterDialogMakesATrack();
 
  private:
-  // Runs `act` on the next modal dialog once it is up.
-  static void WhenModal(std::function<void(QWidget*)> act) {
-    auto* timer = new QTimer;
-    timer->setInterval(20);
-    QObject::connect(timer, &QTimer::timeout, [timer, act] {
-      if (QWidget* w = QApplication::activeModalWidget()) {
-        timer->stop();
-        timer->deleteLater();
-        act(w);
-      }
-    });
-    timer->start();
-  }
+  void WhenModal(std::function<void(QWidget*)> act) { guitest::WhenModal<QWidget>(this, act); }
   // The pixel of a place in per cent of the canvas (y from the bottom).
   QPoint PixelOf(float px, float py) const {
     Canvas* c = window_->picDraw();
@@ -65,10 +49,7 @@ void GuiScreenItemsTest::initTestCase() {
   QVERIFY(xdg_->isValid());
 }
 
-void GuiScreenItemsTest::init() {
-  QVERIFY(guitest::OpenEmptyWindow(window_));
-  QCOMPARE(DocumentObjectCount(), 0);
-}
+void GuiScreenItemsTest::init() { QVERIFY(guitest::OpenEmptyWindow(window_)); }
 
 void GuiScreenItemsTest::cleanup() {
   delete window_;
@@ -147,5 +128,60 @@ void GuiScreenItemsTest::theViewSettingsRefuseOneXAndStayOpen() {
   QTRY_COMPARE(BoxMaxY, 40.0f);
 }
 
-QTEST_MAIN(GuiScreenItemsTest)
+void GuiScreenItemsTest::aPlayerPlaysUnderTheEventLoopAndStops() {
+  const std::string pid = NewObjectId("PT");
+  Position* p = Doc.Points.Add(pid, 0, 0, 0, 1, "", "", 0, pid);
+  QAction* make = window_->menuAction("mnuAMPlayer");
+  QVERIFY(make && make->isEnabled());
+  make->trigger();
+  QCOMPARE(Doc.AniCtrls.count(), 1);
+  CAniControl* c = Doc.AniCtrls.Item(1);
+  c->RunTimes = 400;  // 10 ms a frame
+  c->AniRunMode = 3;
+  TrackForm f;
+  f.playerId = c->ID;
+  f.bound = {pid};
+  f.x = 4;
+  QVERIFY(ConfirmTrackForm(f));
+  window_->menuAction("mnuSelect")->trigger();
+
+  // The play button, pressed on the canvas.
+  Canvas* canvas = window_->picDraw();
+  const int w = canvas->width(), h = canvas->height();
+  const QPoint play(static_cast<int>((c->PosX + 1.0f) / 100 * w), static_cast<int>((100 - c->PosY - 1.5f) / 100 * h));
+  QTest::mouseClick(canvas, Qt::LeftButton, Qt::NoModifier, play);
+  QCOMPARE(c->Status, 2);
+  const int first = c->Step;
+  QTRY_VERIFY_WITH_TIMEOUT(c->Step >= first + 5 || (c->Step >= 0 && c->Step < first), 5000);
+  QTRY_VERIFY_WITH_TIMEOUT(p->x > 0, 5000);
+
+  QTest::mouseClick(canvas, Qt::LeftButton, Qt::NoModifier, play);
+  QCOMPARE(c->Status, 1);
+  const short stopped = c->Step;
+  QTest::qWait(100);
+  QCOMPARE(c->Step, stopped);
+}
+
+void GuiScreenItemsTest::theParameterDialogMakesATrack() {
+  CAniControl* c = NewPlayer();
+  auto* dialog = new vt::app::frmVar(window_);
+  dialog->show();
+  dialog->findChild<QLineEdit*>("txtName")->setText("a");
+  dialog->findChild<QLineEdit*>("txtMin")->setText("0");
+  dialog->findChild<QLineEdit*>("txtMax")->setText("2");
+  // A bad name keeps the dialog open (the message box is answered by the
+  // test's timer).
+  QTimer::singleShot(200, [] {
+    if (QWidget* box = QApplication::activeModalWidget()) box->close();
+  });
+  dialog->accept();
+  QVERIFY(dialog->isVisible());
+  QCOMPARE(c->AniNum(), 0);
+  dialog->findChild<QLineEdit*>("txtName")->setText("A");
+  dialog->accept();
+  QCOMPARE(c->AniNum(), 1);
+  QCOMPARE(c->anis[0]->Para1, std::string("A"));
+}
+
+VT_GUI_TEST_MAIN(GuiScreenItemsTest)
 #include "gui_screen_items_test.moc"

@@ -97,7 +97,7 @@ class GuiTest : public QObject {
   void cleanupTestCase();
 
   void startsOnTheStartDocumentAndRegistersTheDocumentType();
-  void menuItemsToolbarButtonsAndCommandNamesRunTheSameHandler();
+  void everyMenuItemAndToolbarButtonIsWiredOrDeliberatelyDisabled();
   void togglesFlipTheirThreeMirrors();
   void svgDrawingsRenderAsDrawn();
   void newOnAnEmptyDocumentAsksNothingAndOtherwiseAsksToSave();
@@ -208,11 +208,6 @@ void GuiTest::startsOnTheStartDocumentAndRegistersTheDocumentType() {
   // The start document's scene record: a plane scene with axis and grid.
   QCOMPARE(SceneMode, 1);
   QVERIFY(ShowAxis && ShowGrid && !SnapToGrid && !ShowCoordLines);
-  QVERIFY(window_->toolbarButton(1, 23)->isChecked());
-  QVERIFY(window_->toolbarButton(1, 24)->isChecked());
-  QVERIFY(!window_->toolbarButton(1, 25)->isChecked());
-  QCOMPARE(ActiveTool, 11);
-  QCOMPARE(View.ProjectType, 1);
   // The view follows the canvas's shape.
   const Canvas* canvas = window_->picDraw();
   QCOMPARE(View.ScreenWidth, static_cast<float>(canvas->DeviceWidth()));
@@ -233,30 +228,69 @@ void GuiTest::startsOnTheStartDocumentAndRegistersTheDocumentType() {
 
 // ---- menus and toolbars -------------------------------------------------------------------
 
-void GuiTest::menuItemsToolbarButtonsAndCommandNamesRunTheSameHandler() {
-  // Every handler replaced by a spy: a command name, its menu item, a
-  // toolbar button and a drop-down entry must all reach the same name.
-  QStringList ran;
+// Commands of the menus and toolbars that nothing runs yet: their items stay,
+// disabled. Wiring one means taking it off this list.
+const QStringList kDeliberatelyDisabled = {
+    "mnuDraw2TriXX", "mnuDraw2XX",                            // the centroid of a triangle, of a quadrilateral
+    "mnuFunEdit", "mnuFunCut", "mnuFunCopy", "mnuFunDelete",  // the context menu of the function list
+};
+
+void GuiTest::everyMenuItemAndToolbarButtonIsWiredOrDeliberatelyDisabled() {
+  // The window's own actions, as the user finds them: the menu bar with its
+  // submenus, the toolbars and their drop-downs, and the context menus.
+  QList<QAction*> actions;
+  std::function<void(const QList<QAction*>&)> walk = [&](const QList<QAction*>& list) {
+    for (QAction* a : list) {
+      if (a->isSeparator()) continue;
+      if (a->menu()) walk(a->menu()->actions());
+      else actions << a;
+    }
+  };
+  walk(window_->menuBar()->actions());
+  for (int tb : {1, 2}) {
+    QToolBar* bar = window_->toolbar(tb);
+    walk(bar->actions());
+    for (QAction* a : bar->actions())
+      if (auto* b = qobject_cast<QToolButton*>(bar->widgetForAction(a)); b && b->menu()) walk(b->menu()->actions());
+  }
   for (const MenuItemDef& m : MenuTable())
-    if (m.role == MenuRole::Item) RegisterHandler(m.handler, [&ran, h = QString(m.handler)] { ran << h; });
+    if (m.role == MenuRole::Popup) walk(window_->menuNamed(m.name)->actions());
+  QVERIFY(actions.size() > 150);
+
+  // Each is wired (a handler is registered for it) or listed above.
+  QStringList unwired, listedButWired;
+  QList<QAction*> wired;
+  for (QAction* a : actions) {
+    const QString h = a->property("handler").toString();
+    const bool registered = !h.isEmpty() && HandlerRegistered(h.toStdString());
+    if (registered) wired << a;
+    if (kDeliberatelyDisabled.contains(h)) {
+      if (registered) listedButWired << h;
+      QVERIFY2(!a->isEnabled(), qPrintable(h + " is listed as disabled but can be chosen"));
+    } else if (!registered) {
+      unwired << a->objectName() + " \"" + a->text() + "\" -> " + (h.isEmpty() ? "no handler" : h);
+    }
+  }
+  QVERIFY2(unwired.isEmpty(), qPrintable("unwired: " + unwired.join("; ")));
+  QVERIFY2(listedButWired.isEmpty(), qPrintable("wired now, take off the list: " + listedButWired.join(", ")));
+
+  // A wired item runs its own handler: each replaced by a spy, every action
+  // triggered, and every command name run.
+  QStringList ran;
+  for (QAction* a : wired) {
+    const QString h = a->property("handler").toString();
+    RegisterHandler(h.toStdString(), [&ran, h] { ran << h; });
+  }
   window_->RefreshControls();
+  for (QAction* a : wired) {
+    ran.clear();
+    a->trigger();
+    QCOMPARE(ran, QStringList{a->property("handler").toString()});
+  }
   for (const CommandNameDef& c : CommandTable()) {
     ran.clear();
     QVERIFY(DoCommand(c.command));
     QCOMPARE(ran, QStringList{c.handler});
-    ran.clear();
-    window_->menuAction(c.handler)->trigger();
-    QCOMPARE(ran, QStringList{c.handler});
-  }
-  for (const ToolbarButtonDef& b : ToolbarTable()) {
-    ran.clear();
-    window_->toolbarButton(b.toolbar, b.index)->trigger();
-    QCOMPARE(ran, QStringList{b.handler});
-  }
-  for (const DropDownDef& d : DropDownTable()) {
-    ran.clear();
-    window_->dropDownEntry(d.key)->trigger();
-    QCOMPARE(ran, QStringList{d.handler});
   }
   // A real click on a button.
   ran.clear();

@@ -131,46 +131,5 @@ TEST_F(ConstructionTest, NoteRecordSurvivesSaveAndRead) {
   EXPECT_LE(NoteCounter, before);
 }
 
-TEST_F(ConstructionTest, TranslatedImageFollowsItsSource) {
-  Position* a = Free(0, 0);
-  Position* b = Free(2, 0);
-  CLine* l = Segment(a, b);
-  TransformParams s;
-  s.op = TransformOp::Move;
-  s.moveType = 2;
-  s.a = 0;
-  s.b = 3;
-  ApplyTransform({l->ID}, s, true);
-  ASSERT_EQ(Doc.Lines.count(), 2);
-  CLine* img = Doc.Lines.Item(2);
-  EXPECT_NEAR(img->pEnd.y, 3, 1e-4f);
-  Drag(2, 0, 4, 1);
-  const Position* end = FindPoint(img->pEnd.ID);
-  ASSERT_NE(end, nullptr);
-  EXPECT_NEAR(end->x, 4, 1e-3f);
-  EXPECT_NEAR(end->y, 4, 1e-3f);
-}
-
-TEST_F(ConstructionTest, MirrorInAPointAndHalfTurnLandTogether) {
-  Position* c = Free(1, 1);
-  Position* p = Free(4, 3);
-  TransformParams m;
-  m.op = TransformOp::Mirror;
-  m.centre = c->ID;
-  ApplyTransform({p->ID}, m, true);
-  TransformParams r;
-  r.op = TransformOp::Rotate;
-  r.centre = c->ID;
-  r.a = static_cast<float>(180 / 180.0 * 3.1416);
-  ApplyTransform({p->ID}, r, true);
-  const int n = Doc.Points.count();
-  Position* mirrored = Doc.Points.Item(n - 1);
-  Position* turned = Doc.Points.Item(n);
-  EXPECT_NEAR(mirrored->x, turned->x, 1e-3f);
-  EXPECT_NEAR(mirrored->y, turned->y, 1e-3f);
-  EXPECT_NE(mirrored->TransType, turned->TransType);
-  ExpectAt(mirrored, -2, -1, 1e-3f);
-}
-
 }  // namespace
 }  // namespace vt::test

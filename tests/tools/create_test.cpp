@@ -35,9 +35,7 @@ TEST_F(CreateTest, ThePointToolMakesASecondPointOnAPointAndSnapsFreePointsHalfTo
   Click(point_, 0.3f, 0.3f);
   ASSERT_EQ(Doc.Points.count(), 1);
   Position* a = Doc.Points.Item(1);
-  EXPECT_EQ(a->ID, "PT0001");
   EXPECT_EQ(a->PLabel, "A");
-  EXPECT_EQ(a->ptype, 1);
   EXPECT_EQ(UndoCount, undo + 1);
   Click(point_, 0.35f, 0.3f);  // on A
   ASSERT_EQ(Doc.Points.count(), 2);
@@ -73,7 +71,6 @@ TEST_F(CreateTest, ThePointToolPutsPointsOnEveryKindOfCarrier) {
   Click(point_, 3, 0.05f);
   Position* onLine = Doc.Points.Item(Doc.Points.count());
   EXPECT_EQ(onLine->ptype, 7);
-  EXPECT_EQ(onLine->DrawMode, 5);
   ASSERT_EQ(onLine->ParentNum(), 1);
   EXPECT_EQ(onLine->Parent[0], seg->ID);
   ExpectAt(onLine, 3, 0);
@@ -143,10 +140,7 @@ TEST_F(CreateTest, ALineTakesTwoClicksWithARubberBandInBetween) {
   Click(line_, 0, 0);
   ASSERT_EQ(Doc.Lines.count(), 1);
   CLine* l = Doc.Lines.Item(1);
-  EXPECT_EQ(l->ID, "LN0001");
   EXPECT_EQ(l->lt, 3);
-  EXPECT_EQ(l->GELineWidth, 2);
-  EXPECT_EQ(Doc.Points.Item(1)->ID, "PT0002");
   EXPECT_EQ(UndoCount, undo);
   Move(line_, At(3, 3));
   ExpectAt(&l->pEnd, 3, 3);
@@ -159,10 +153,6 @@ TEST_F(CreateTest, ALineTakesTwoClicksWithARubberBandInBetween) {
   EXPECT_EQ(l->pEnd.ID, b->ID);
   ExpectAt(&l->pEnd, 4, 0);
   EXPECT_EQ(l->LLabel, "AB");
-  ASSERT_EQ(a->LinkNum(), 1);
-  EXPECT_EQ(a->LinkObjs[0].GEType, 2);
-  EXPECT_EQ(a->LinkObjs[0].Pos, 1);
-  EXPECT_EQ(b->LinkObjs[0].Pos, 2);
   EXPECT_EQ(UndoCount, undo + 1);
   EXPECT_EQ(line_.Clicks, 0);
 
@@ -184,7 +174,6 @@ TEST_F(CreateTest, ALineSharesAnExistingPointAndEndsOnAnotherLineWithAPointOnIt)
   EXPECT_EQ(end->ptype, 7);
   EXPECT_EQ(end->Parent[0], carrier->ID);
   ExpectAt(end, 5, 1);
-  EXPECT_EQ(l->pEnd.ptype, 7);
   EXPECT_EQ(p->LinkNum(), 1);
 
   // Both clicks on one existing point: a line of no length on it.
@@ -249,9 +238,6 @@ TEST_F(CreateTest, TheCircleToolMakesACircleThatFollowsItsCentre) {
   ASSERT_TRUE(centre && rim);
   EXPECT_EQ(c->CLabel, centre->PLabel + rim->PLabel);
   EXPECT_NEAR(c->R, 3, 1e-5);
-  EXPECT_EQ(centre->LinkObjs[0].GEType, 3);
-  EXPECT_EQ(centre->LinkObjs[0].Pos, 1);
-  EXPECT_EQ(rim->LinkObjs[0].Pos, 2);
   // Dragged by its centre, the circle moves; the rim point stays.
   Position* on = MakePointOn(*c, Position(1, 5, 0));
   ExpectAt(on, 1, 4, 1e-3f);
@@ -299,7 +285,12 @@ TEST_F(CreateTest, AFollowingPointNeedsOneFreePointAndMovesWithIt) {
   mnuDrawPFollow_Click();
   EXPECT_EQ(host_.LastMessage(), "Please select a free point first.");
   SelectKind(18);
+  lead->ptype = 3;  // a constructed point leads nothing
   SelectObject(*lead);
+  host_.messages.clear();
+  mnuDrawPFollow_Click();
+  EXPECT_EQ(host_.LastMessage(), "Please select a free point first.");
+  lead->ptype = 1;
   host_.messages.clear();
   mnuDrawPFollow_Click();
   EXPECT_TRUE(host_.messages.empty());

@@ -306,14 +306,13 @@ TEST_F(ModelFilesTest, ModelsMergeIntoADocumentThatAlreadyHasPoints) {
   ExpectShape("Square.vtd", c, "merged after Q");
 }
 
-TEST_F(ModelFilesTest, StartDocumentIsWhatTheGeneratorBuilds) {
-  std::string committed;
-  ASSERT_TRUE(ReadDocumentFile(kData + "/Tutorials/T000.vtd", committed));
-  BuildStartDocument();
-  EXPECT_EQ(GetUndoVar(), committed) << "regenerate Tutorials/T000.vtd with vantrel-cli models";
-}
-
+// The committed models and start document are what the generator writes.
 TEST_F(ModelFilesTest, WritesTheFilesAndSaysWhenItCannot) {
+  std::string start;
+  ASSERT_TRUE(ReadDocumentFile(kData + "/Tutorials/T000.vtd", start));
+  BuildStartDocument();
+  EXPECT_EQ(GetUndoVar(), start) << "regenerate Tutorials/T000.vtd with vantrel-cli models";
+  ClearDocument();
   test::TempDir dir;
   std::string error;
   ASSERT_TRUE(WriteModelFiles(dir.dir(), error)) << error;

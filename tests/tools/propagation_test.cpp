@@ -1,6 +1,5 @@
 // Update propagation: the UpdateLinked family on copies and structure points,
-// the refresh pass and its constructions, extension points, and the hooks by
-// which later kinds join.
+// the refresh pass and its constructions, and extension points.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -20,15 +19,6 @@ namespace {
 
 class PropagationTest : public ToolTest {
  protected:
-  void TearDown() override {
-    for (DependentSlot s : {DependentSlot::SurRots, DependentSlot::Stretchs, DependentSlot::Fans, DependentSlot::Ribbons,
-                            DependentSlot::Spheres})
-      RegisterPointDependents(s, {});
-    for (const char* name : {"a", "b", "c"})
-      for (int st = 0; st <= static_cast<int>(RefreshStage::End); ++st)
-        RegisterRefreshHook(static_cast<RefreshStage>(st), name, {});
-    ToolTest::TearDown();
-  }
   // Moves a real point by a delta as a drag does.
   static void Shift(Position* p, float dx, float dy, int flag = 0) {
     p->Set(p->x + dx, p->y + dy, p->z);
@@ -330,69 +320,6 @@ TEST_F(PropagationTest, ExtensionPointsFollowTheirBaseAndTheDirectedOneNeedsAFla
   RefreshExtensionOf(*base);
   ExpectAt(ext, 1.5f, 0.5f);
   EXPECT_NEAR(ext->z, 3, 1e-5);
-}
-
-TEST_F(PropagationTest, DependentsAreReinitialisedInTheirOrderOncePerMatch) {
-  std::vector<std::string> log;
-  const struct {
-    DependentSlot slot;
-    const char* name;
-  } slots[] = {{DependentSlot::Spheres, "spheres"},
-               {DependentSlot::SurRots, "surrots"},
-               {DependentSlot::Ribbons, "ribbons"},
-               {DependentSlot::Stretchs, "stretchs"}};
-  for (const auto& s : slots) RegisterPointDependents(s.slot, [&log, s](const Position&) { log.push_back(s.name); });
-  // Sectors on the point: one names it twice, one names a line it ends.
-  Position* a = Free(0, 0);
-  CLine* l = Segment(a, Free(1, 0));
-  struct Fan {
-    std::string lk1, lk2;
-    int inits = 0;
-  };
-  std::vector<Fan> fans = {{a->ID, l->ID}, {"CR0099", a->ID}, {l->ID, "PT0999"}};
-  RegisterPointDependents(DependentSlot::Fans, [&](const Position& moved) {
-    log.push_back("fans");
-    for (Fan& f : fans) {
-      if (IdRestsOnPoint(f.lk1, moved.ID)) ++f.inits;
-      if (IdRestsOnPoint(f.lk2, moved.ID)) ++f.inits;
-    }
-  });
-  Shift(a, 1, 0);
-  EXPECT_EQ(log, (std::vector<std::string>{"surrots", "stretchs", "fans", "ribbons", "spheres"}));
-  EXPECT_EQ(fans[0].inits, 2);
-  EXPECT_EQ(fans[1].inits, 1);
-  EXPECT_EQ(fans[2].inits, 1);
-  // The copies-only forms reach no dependent.
-  log.clear();
-  a->UpdateLinked2(0, 0, 0, 1, 1, 0);
-  a->StruUpdateLinked(0, 0, 0);
-  EXPECT_TRUE(log.empty());
-  // Heads outside the allowed set do not count.
-  EXPECT_FALSE(IdRestsOnPoint(l->ID, a->ID, kHeadPT));
-  EXPECT_TRUE(IdRestsOnPoint(l->ID, a->ID, kHeadLN));
-  EXPECT_FALSE(IdRestsOnPoint("LN9999", a->ID));
-}
-
-TEST_F(PropagationTest, RefreshHooksRunAtTheirStageOfThePass) {
-  Position* a = Free(-4, 0);
-  CLine* l1 = Segment(a, Free(4, 0), 2);
-  CLine* l2 = Segment(Free(1, -4), Free(1, 4), 2);
-  Position* x = Derived(4, l1->ID, l2->ID);
-  std::vector<std::string> seen;
-  RegisterRefreshHook(RefreshStage::InterLines, "a", [&] { seen.push_back("lines@" + std::to_string(x->x)); });
-  RegisterRefreshHook(RefreshStage::End, "b", [&] { seen.push_back("end@" + std::to_string(x->x)); });
-  RegisterRefreshHook(RefreshStage::End, "c", [&] { seen.push_back("second"); });
-  RefreshPass();
-  ASSERT_EQ(seen.size(), 3u);
-  EXPECT_EQ(seen[0], "lines@0.000000");  // before the intersections
-  EXPECT_EQ(seen[1], "end@1.000000");
-  EXPECT_EQ(seen[2], "second");
-  // A name replaces its hook; an empty hook removes it.
-  seen.clear();
-  RegisterRefreshHook(RefreshStage::End, "b", {});
-  RegisterRefreshHook(RefreshStage::End, "c", [&] { seen.push_back("replaced"); });
-  RefreshPass();
-  EXPECT_EQ(seen, (std::vector<std::string>{"lines@1.000000", "replaced"}));
 }
 
 }  // namespace
