@@ -30,26 +30,19 @@ class OverlayText : public CText {
 
 class FrameTest : public RenderTest {};
 
-TEST_F(FrameTest, OneSceneListIsAliveAtATime) {
-  DrawScene();
-  const unsigned first = SceneList();
-  ASSERT_NE(first, 0u);
-  EXPECT_TRUE(glIsList(first));
-  DrawScene();
-  const unsigned second = SceneList();
-  EXPECT_TRUE(glIsList(second));
-  if (second != first) EXPECT_FALSE(glIsList(first));
-  // The glyph lists are untouched by the scene's turnover.
-  EXPECT_TRUE(glIsList(FontBitmapBase + 'A'));
-}
-
-TEST_F(FrameTest, BusyViewGraphKeepsTheOldListAndDrawsNothing) {
+// One scene list lives at a time, the glyph lists untouched by its
+// turnover; while the view is busy the old list stays and nothing is drawn.
+TEST_F(FrameTest, OneSceneListIsAliveAtATimeAndABusyViewDrawsNothing) {
   AddPoint(0.33f, 0.27f)->Size = 9;
   DrawScene();
-  const unsigned list = SceneList();
+  const unsigned first = SceneList();
+  DrawScene();
+  const unsigned second = SceneList();
+  EXPECT_TRUE(first != 0 && glIsList(second) && glIsList(FontBitmapBase + 'A'));
+  if (second != first) EXPECT_FALSE(glIsList(first));
   ViewGraph.Busy = true;
   DrawScene();
-  EXPECT_EQ(SceneList(), list);
+  EXPECT_EQ(SceneList(), second);
   Repaint();
   EXPECT_TRUE(IsWhite(At(0.33f, 0.27f)));
   ViewGraph.Busy = false;
@@ -59,47 +52,33 @@ TEST_F(FrameTest, BusyViewGraphKeepsTheOldListAndDrawsNothing) {
 
 TEST_F(FrameTest, RubberBandIsDottedAndDrawnAboveEverything) {
   SetCanvas(kW, kH, 4);
-  Position* p = AddPoint(0, 0);
-  p->Size = 9;  // red disc of radius 0.3: 9 pixels
+  AddPoint(0, 0)->Size = 9;  // red disc of radius 0.3: 9 pixels
   double wx, wy;
   Frame();
   ASSERT_TRUE(WindowOf(0, 0, 0, wx, wy));
   // A band whose top edge runs through the middle of the disc.
   RubberBandOn = true;
-  DragAnchorX = static_cast<float>(wx) - 30;
-  DragAnchorY = static_cast<float>(kH - wy);
-  DragCurrentX = static_cast<float>(wx) + 30;
-  DragCurrentY = static_cast<float>(kH - wy) + 20;
-  Frame();
-  // The row of the band's top edge, across the disc: dots of black with the
-  // red of the disc between them.
-  auto count = [&](int row, int& black, int& red) {
-    black = red = 0;
+  DragAnchorX = static_cast<float>(wx) - 30, DragAnchorY = static_cast<float>(kH - wy);
+  DragCurrentX = static_cast<float>(wx) + 30, DragCurrentY = static_cast<float>(kH - wy) + 20;
+  // Black and red pixels across the disc in the row of the band's top edge
+  // (the darker of the two rows next to it).
+  auto count = [&](int row) {
+    std::pair<int, int> n{0, 0};
     for (int x = static_cast<int>(wx) - 5; x <= static_cast<int>(wx) + 5; ++x) {
       const Rgb c = Pixel(x, row);
-      if (IsDark(c) && !Near(c, 255, 0, 0, 60)) ++black;
-      if (Near(c, 255, 0, 0, 10)) ++red;
+      n.first += IsDark(c) && !Near(c, 255, 0, 0, 60);
+      n.second += Near(c, 255, 0, 0, 10);
     }
+    return n;
   };
+  Frame();
   const int base = static_cast<int>(std::lround(wy));
-  int black = 0, red = 0, row = base;
-  for (int r = base - 1; r <= base; ++r) {
-    int b, rd;
-    count(r, b, rd);
-    if (b > black) {
-      black = b;
-      red = rd;
-      row = r;
-    }
-  }
-  EXPECT_GE(black, 4) << "the band is hidden by the point";
-  EXPECT_GE(red, 3) << "the band is not dotted";
-
+  const int row = count(base - 1).first > count(base).first ? base - 1 : base;
+  EXPECT_GE(count(row).first, 4) << "the band is hidden by the point";
+  EXPECT_GE(count(row).second, 3) << "the band is not dotted";
   LabelsOverlay = false;
   Frame();
-  count(row, black, red);
-  EXPECT_EQ(black, 0);
-  EXPECT_EQ(red, 11);
+  EXPECT_EQ(count(row), std::make_pair(0, 11));
 }
 
 TEST_F(FrameTest, OverlayTextsShowOnlyWithLabelsOverlay) {
@@ -206,11 +185,9 @@ TEST_F(FrameTest, CoordinateLinesRunFromTheSelectedPointToTheAxes) {
 }
 
 TEST_F(FrameTest, ToolCursorPointIsDrawnAfterTheObjects) {
-  Position* under = AddPoint(-1.03f, -1.03f);
-  under->Size = 9;
+  AddPoint(-1.03f, -1.03f)->Size = 9;
   Position cursor(-1.03f, -1.03f, 0);
-  cursor.DrawMode = 4;
-  cursor.Size = 9;
+  cursor.DrawMode = 4, cursor.Size = 9;
   ToolCursorPoint = &cursor;
   Frame();
   EXPECT_TRUE(Near(At(-1.03f, -1.03f), 0, 255, 0, 10));
