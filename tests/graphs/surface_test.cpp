@@ -11,6 +11,7 @@
 #include "graphs/surface.h"
 #include "persist/docio.h"
 #include "persist/record.h"
+#include "graphs_test_util.h"
 #include "support/fixtures.h"
 
 namespace vt {
@@ -18,14 +19,8 @@ namespace {
 
 class SurfaceTest : public test::DocumentTest {
  protected:
-  std::unique_ptr<CSurface> Make(int graphType, int funForm, int coordType, const std::string& fx,
-                                 const std::string& fy, const std::string& fz, int steps, const std::string& minU,
-                                 const std::string& maxU, const std::string& minV, const std::string& maxV) {
-    auto s = std::make_unique<CSurface>();
-    s->Init(NewObjectId(graphType == 1 ? "C3" : "SF"), "", graphType, funForm, coordType, fx, fy, fz, steps, steps,
-            minU, maxU, minV, maxV);
-    return s;
-  }
+  template <class... A>
+  static std::unique_ptr<CSurface> Make(A&&... a) { return test::MakeSurface(std::forward<A>(a)...); }
   static float Len(const Vec3& v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }
 };
 

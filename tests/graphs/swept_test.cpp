@@ -25,25 +25,11 @@ class SweptTest : public test::DocumentTest {
     return test::LinkedLine(AddPoint(x1, y1, z1), AddPoint(x2, y2, z2));
   }
 
-  CSurRot* Rotation(const std::string& profile, const std::string& axis, const std::string& angle, int steps) {
-    auto s = std::make_unique<CSurRot>();
-    s->ID = NewObjectId("SR");
-    s->RotObjID = profile;
-    s->RotCenterID = axis;
-    s->RotAngle = angle;
-    s->StepV = steps;
-    return Doc.SurRots.Add(std::move(s));
+  static CSurRot* Rotation(const std::string& p, const std::string& a, const std::string& angle, int steps) {
+    return test::AddRotation(p, a, angle, steps);
   }
-
-  CStretch* Extrusion(const std::string& profile, const char* dx, const char* dy, const char* dz, int steps) {
-    auto s = std::make_unique<CStretch>();
-    s->ID = NewObjectId("SS");
-    s->ObjID = profile;
-    s->DX = dx;
-    s->DY = dy;
-    s->DZ = dz;
-    s->StepV = steps;
-    return Doc.Stretchs.Add(std::move(s));
+  static CStretch* Extrusion(const std::string& p, const char* dx, const char* dy, const char* dz, int steps) {
+    return test::AddExtrusion(p, dx, dy, dz, steps);
   }
 
   static bool Finite(const Vec3& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }

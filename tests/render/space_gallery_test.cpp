@@ -25,6 +25,7 @@
 #include "render/frame.h"
 #include "render/text.h"
 #include "render/view_state.h"
+#include "graphs/graphs_test_util.h"
 #include "render_fixture.h"
 
 namespace vt {
@@ -47,10 +48,9 @@ class SpaceGallery : public RenderTest {
   CSurface* Surface(int funForm, int coordType, const std::string& fx, const std::string& fy, const std::string& fz,
                     int steps, const std::string& minU, const std::string& maxU, const std::string& minV,
                     const std::string& maxV) {
-    auto s = std::make_unique<CSurface>();
-    s->Init(NewObjectId("SF"), "", 2, funForm, coordType, fx, fy, fz, steps, steps, minU, maxU, minV, maxV);
+    CSurface* s = Doc.Surfaces.Add(test::MakeSurface(2, funForm, coordType, fx, fy, fz, steps, minU, maxU, minV, maxV));
     Blue(*s);
-    return Doc.Surfaces.Add(std::move(s));
+    return s;
   }
   CRegion* Region(const std::vector<P3>& corners) {
     auto g = std::make_unique<CRegion>();
@@ -136,14 +136,9 @@ TEST_F(SpaceGallery, EachSceneStandsInTheUsersAxes) {
        {{0, 0, 1}, {1, 0, 1}, {0, -1, 0.5f}},
        {{0, 0, 3}, {0, 0, -1}, {0, 2.5f, 0}},
        [](SpaceGallery& g) {
-         auto s = std::make_unique<CSurRot>();
-         s->ID = NewObjectId("SR");
-         s->RotObjID = g.Segment({1, 0, 0}, {1, 0, 2})->ID;
-         s->RotCenterID = g.Segment({0, 0, 0}, {0, 0, 1})->ID;
-         s->RotAngle = "6.2832";
-         s->StepV = 24;
+         CSurRot* s = test::AddRotation(g.Segment({1, 0, 0}, {1, 0, 2})->ID, g.Segment({0, 0, 0}, {0, 0, 1})->ID, "6.2832", 24);
          Blue(*s);
-         ASSERT_TRUE(Doc.SurRots.Add(std::move(s))->GetPoints());
+         ASSERT_TRUE(s->GetPoints());
        },
        nullptr},
       {"half sphere through (0,0,1) and the upper half of the isosurface x^2+y^2+z^2=1", false,
@@ -183,13 +178,9 @@ TEST_F(SpaceGallery, EachSceneStandsInTheUsersAxes) {
        }},
       {"a segment extruded by (0,0,2) and the wall as a region", false,
        [](SpaceGallery& g) {
-         auto s = std::make_unique<CStretch>();
-         s->ID = NewObjectId("SS");
-         s->ObjID = g.Segment({-1, 0, 0}, {1, 0, 0})->ID;
-         s->DX = "0", s->DY = "0", s->DZ = "2";
-         s->StepV = 4;
+         CStretch* s = test::AddExtrusion(g.Segment({-1, 0, 0}, {1, 0, 0})->ID, "0", "0", "2", 4);
          Blue(*s);
-         ASSERT_TRUE(Doc.Stretchs.Add(std::move(s))->GetPoints());
+         ASSERT_TRUE(s->GetPoints());
        },
        {{0, 0, 1}, {0.8f, 0, 1.8f}},
        {{0, 0, -0.7f}, {0, 0, 2.7f}, {0, 2, 0}},
