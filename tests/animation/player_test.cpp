@@ -12,6 +12,7 @@
 #include "persist/docio.h"
 #include "tools/canvas_input.h"
 #include "tools/select.h"
+#include "graphs/graphs_test_util.h"
 #include "tools/tool_fixture.h"
 
 namespace vt::test {
@@ -58,19 +59,19 @@ TEST_F(AnimationTest, MoveWaitsForItsTimeRangeAndEqualTimesJump) {
   CAniControl* c = Player();
   Move(c, {a->ID}, 4, 2, 0.5f, 1);
   Move(c, {b->ID}, 10, 0, 0.3f, 0.3f);
-  for (int s = 0; s <= 20; ++s) {
-    Show(c, s);
-    ExpectAt(a, 1, 1);
+  // Step, then where a and b stand. TimeFrom = TimeTo = 0.3: StartStep 12;
+  // b jumps from start to end.
+  const struct {
+    int step;
+    float ax, ay, bx, by;
+  } cases[] = {{0, 1, 1, 5, 5}, {12, 1, 1, 5, 5}, {13, 1, 1, 15, 5}, {20, 1, 1, 15, 5}, {21, 1.2f, 1.1f, 15, 5},
+               {40, 5, 3, 15, 5}};
+  for (const auto& k : cases) {
+    SCOPED_TRACE(k.step);
+    Show(c, k.step);
+    ExpectAt(a, k.ax, k.ay);
+    ExpectAt(b, k.bx, k.by);
   }
-  Show(c, 21);
-  ExpectAt(a, 1.2f, 1.1f);
-  Show(c, 40);
-  ExpectAt(a, 5, 3);
-  // TimeFrom = TimeTo = 0.3: StartStep 12; the point jumps from start to end.
-  Show(c, 12);
-  ExpectAt(b, 5, 5);
-  Show(c, 13);
-  ExpectAt(b, 15, 5);
 }
 
 TEST_F(AnimationTest, ConstructedPointsAreNotDrivenButFollow) {
@@ -154,12 +155,8 @@ TEST_F(AnimationTest, ParameterSweepSteepensTheCurve) {
   CAniControl* c = Player(10, 1);
   CAnimation* p = CreateParameter(c->ID, " A ", 0, 2, 1, 0, 1);
   ASSERT_NE(p, nullptr);
-  EXPECT_EQ(p->Para1, "A");
-  EXPECT_EQ(p->Note, "A = 0.0");
-  auto curve = std::make_unique<CFunCurve>();
-  curve->Init(NewObjectId("C2"), "", 0, 1, "", "A*x", "", 20, 20, "0", "1", -5, 5, 0, 1);
-  curve->FunForm = 2;
-  CFunCurve* f = Doc.FunCurves.Add(std::move(curve));
+  EXPECT_EQ(p->Para1 + ": " + p->Note, "A: A = 0.0");
+  CFunCurve* f = Doc.FunCurves.Add(MakeGraph("A*x", 20, "0", "1"));
   ASSERT_TRUE(f->GetPoints());
   float last = f->Vert3D.back().y;
   EXPECT_FLOAT_EQ(last, 0);
@@ -181,8 +178,7 @@ TEST_F(AnimationTest, PlayButtonAndKnobThroughTheSelectTool) {
   Position* a = Free(0, 0);
   CAniControl* c = Player(40);
   Move(c, {a->ID}, 8, 0);
-  c->PosX = 10;
-  c->PosY = 20;
+  c->PosX = 10, c->PosY = 20;
   ASSERT_TRUE(SelectToolHooks.playerPress);
   SelectToolHooks.playerPress(*c, 11, 21.5f);
   EXPECT_EQ(c->Status, 2);
@@ -190,8 +186,7 @@ TEST_F(AnimationTest, PlayButtonAndKnobThroughTheSelectTool) {
   EXPECT_EQ(c->Status, 1);
   // The knob: dragged halfway along the slider.
   SelectToolHooks.playerPress(*c, c->KnobX(), 21.5f);
-  EXPECT_TRUE(c->JDPicked);
-  EXPECT_FALSE(SelectToolHooks.playerPanel(*c, c->KnobX(), 21.5f));
+  EXPECT_TRUE(c->JDPicked && !SelectToolHooks.playerPanel(*c, c->KnobX(), 21.5f));
   EXPECT_TRUE(SelectToolHooks.knobDrag(12.3f + 6, 21.5f));
   EXPECT_EQ(c->Step, 20);
   ExpectAt(a, 4, 0);
@@ -214,16 +209,17 @@ TEST_F(AnimationTest, PathsColoursAndZoom) {
   colour.colorFrom = RGB(0, 0, 0);
   colour.colorTo = RGB(200, 100, 40);
   ASSERT_NE(ConfirmTrackForm(colour), nullptr);
-  Show(c, 1);
-  ExpectAt(p, 1, 0);
-  ExpectAt(q, 3, 3);
-  EXPECT_EQ(s->ForeColor, RGB(50, 25, 10));
-  Show(c, 4);
-  ExpectAt(p, 4, 0);
-  ExpectAt(q, 6, 6);
-  EXPECT_EQ(s->ForeColor, RGB(200, 100, 40));
-  Show(c, 0);
-  EXPECT_EQ(s->ForeColor, RGB(0, 0, 0));
+  const struct {
+    int step;
+    float px, qx;
+    std::uint32_t colour;
+  } cases[] = {{1, 1, 3, RGB(50, 25, 10)}, {4, 4, 6, RGB(200, 100, 40)}, {0, 0, 2, RGB(0, 0, 0)}};
+  for (const auto& k : cases) {
+    Show(c, k.step);
+    ExpectAt(p, k.px, 0);
+    ExpectAt(q, k.qx, k.qx);
+    EXPECT_EQ(s->ForeColor, k.colour) << k.step;
+  }
   EXPECT_EQ(c->anis[0]->Note, p->ID + " traces " + s->ID);
   // No object bound: refused.
   EXPECT_EQ(ConfirmTrackForm(Form(1, c, {})), nullptr);

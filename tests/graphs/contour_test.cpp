@@ -33,26 +33,16 @@ std::map<std::pair<float, float>, int> EndCounts(const std::vector<float>& s) {
   return n;
 }
 
-// A circle, and two separate circles, are closed lines of the right length:
-// every end point is the end of exactly two segments.
+// Two separate circles are two closed lines of the right length: every end
+// point is the end of exactly two segments.
 TEST(Contour, CirclesAreClosedLinesOfTheRightLength) {
   ContourFrame frame;
-  ContourGrid g = GridOf(91, -5, 5, [](float x, float y) { return x * x + y * y - 4; }, frame);
+  ContourGrid g = GridOf(61, -3, 3, [](float x, float y) {
+    return std::min((x - 1.5f) * (x - 1.5f) + y * y - 0.5f, (x + 1.5f) * (x + 1.5f) + y * y - 0.5f);
+  }, frame);
   std::vector<float> segs;
   CContour::Trace(g, 0, frame, segs);
   ASSERT_FALSE(segs.empty());
-  EXPECT_NEAR(TotalLength(segs), 4 * M_PI, 0.01 * 4 * M_PI);
-  for (const auto& [p, count] : EndCounts(segs)) {
-    EXPECT_EQ(count, 2) << p.first << "," << p.second;
-    EXPECT_NEAR(std::hypot(p.first, p.second), 2.0, 0.01);
-  }
-  // The walk ends where it began: the last segment closes on the first point.
-  EXPECT_TRUE(segs[segs.size() - 2] == segs[0] && segs[segs.size() - 1] == segs[1]);
-  g = GridOf(61, -3, 3, [](float x, float y) {
-    return std::min((x - 1.5f) * (x - 1.5f) + y * y - 0.5f, (x + 1.5f) * (x + 1.5f) + y * y - 0.5f);
-  }, frame);
-  segs.clear();
-  CContour::Trace(g, 0, frame, segs);
   EXPECT_NEAR(TotalLength(segs), 4 * M_PI * std::sqrt(0.5), 0.02 * 4 * M_PI * std::sqrt(0.5));
   for (const auto& [p, count] : EndCounts(segs)) EXPECT_EQ(count, 2);
 }

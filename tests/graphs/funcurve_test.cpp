@@ -241,17 +241,12 @@ TEST_F(FunCurveTest, OddValuesOfADamagedDocumentNeverBreakAnything) {
     c->ShowRoot = c->ShowMax = c->ShowGuai = c->ShowLen = c->ShowInt = c->ShowQie = c->ShowCurv = true;
     c->QieX = {0.5f};
     c->CurvX = {0.5f};
-    c->GetPoints();
-    c->TraceImplicit();
-    c->ComputeField();
-    c->GetBox();
+    c->GetPoints(), c->TraceImplicit(), c->ComputeField(), c->GetBox();
     EXPECT_EQ(c->Points().size(), 51u);
     CLine l;
     l.lt = 2;
     l.Line2(Position(-1, -1, 0), Position(1, 1, 0));
-    c->LineInters(l);
-    c->Pick(Position(0, 0, 0), Position(0, 0, -50), Position(0, 0, 50));
-    c->NearestSample(0, 0);
+    c->LineInters(l), c->Pick(Position(0, 0, 0), Position(0, 0, -50), Position(0, 0, 50)), c->NearestSample(0, 0);
   }
 }
 

@@ -158,44 +158,32 @@ TEST_F(SweptTest, ASpaceCurveProfileHasFiftyOneVerticesAndKeepsItsGaps) {
   EXPECT_LT(holes, 40);
 }
 
-TEST_F(SweptTest, DraggingAProfilePointRebuildsTheSurfaces) {
+// Dragged points and changed parameters rebuild the surfaces.
+TEST_F(SweptTest, SurfacesFollowDragsAndParameters) {
+  CNote* h = test::AddParameter("h", 2);
   CLine* profile = Segment(1, 0, 0, 1, 0, 2);
   CLine* axis = Segment(0, 0, 0, 0, 0, 1);
   CSurRot* rot = Rotation(profile->ID, axis->ID, "6.2832", 8);
   CStretch* ext = Extrusion(profile->ID, "1", "0", "0", 2);
-  ASSERT_TRUE(rot->GetPoints());
-  ASSERT_TRUE(ext->GetPoints());
-  Position* begin = FindPoint(profile->pBegin.ID);
-  ASSERT_TRUE(begin);
-  MovePointTo(*begin, 3, 0, 0);
-  // The begin now lies 3 from the axis.
-  EXPECT_NEAR(std::hypot(rot->Vert3D[GridIndex(0, 3, 8)].x, rot->Vert3D[GridIndex(0, 3, 8)].y), 3.0, 1e-4);
-  EXPECT_NEAR(std::hypot(rot->Vert3D[GridIndex(1, 3, 8)].x, rot->Vert3D[GridIndex(1, 3, 8)].y), 1.0, 1e-4);
+  CSurRot* half = Rotation(profile->ID, axis->ID, "3.1416/h", 4);
+  CStretch* up = Extrusion(profile->ID, "0", "h/2", "h", 4);
+  for (CSweptSurface* s : std::initializer_list<CSweptSurface*>{rot, ext, half, up}) ASSERT_TRUE(s->GetPoints());
+  auto radius = [](const Position& p, float cx = 0) { return std::hypot(p.x - cx, p.y); };
+  EXPECT_NEAR(half->Vert3D[GridIndex(1, 4, 4)].y, 1, 1e-4);  // a quarter turn
+  EXPECT_NEAR(DistanceBetween(up->Vert3D[GridIndex(1, 4, 4)], Position(1, 1, 4)), 0, 1e-5);
+  MovePointTo(*FindPoint(profile->pBegin.ID), 3, 0, 0);  // the begin now lies 3 from the axis
+  EXPECT_NEAR(radius(rot->Vert3D[GridIndex(0, 3, 8)]), 3.0, 1e-4);
+  EXPECT_NEAR(radius(rot->Vert3D[GridIndex(1, 3, 8)]), 1.0, 1e-4);
   EXPECT_NEAR(ext->Vert3D[GridIndex(0, 2, 2)].x, 4.0, 1e-5);
   // Moving the axis turns the surface about the new axis.
-  Position* axisEnd = FindPoint(axis->pEnd.ID);
-  Position* axisBegin = FindPoint(axis->pBegin.ID);
-  MovePointTo(*axisBegin, 1, 0, 0);
-  MovePointTo(*axisEnd, 1, 0, 1);
-  EXPECT_NEAR(std::hypot(rot->Vert3D[GridIndex(0, 4, 8)].x - 1, rot->Vert3D[GridIndex(0, 4, 8)].y), 2.0, 1e-4);
-}
-
-TEST_F(SweptTest, FormulasFollowTheParameters) {
-  CNote* h = test::AddParameter("h", 2);
-  CLine* profile = Segment(1, 0, 0, 2, 0, 0);
-  CLine* axis = Segment(0, 0, 0, 0, 0, 1);
-  CStretch* ext = Extrusion(profile->ID, "0", "h/2", "h", 4);
-  CSurRot* rot = Rotation(profile->ID, axis->ID, "3.1416/h", 4);
-  ASSERT_TRUE(ext->GetPoints());
-  ASSERT_TRUE(rot->GetPoints());
-  EXPECT_NEAR(ext->Vert3D[GridIndex(1, 4, 4)].y, 1, 1e-6);
-  EXPECT_NEAR(ext->Vert3D[GridIndex(1, 4, 4)].z, 2, 1e-6);
-  EXPECT_NEAR(rot->Vert3D[GridIndex(1, 4, 4)].y, 2, 1e-4);  // a quarter turn
+  MovePointTo(*FindPoint(axis->pBegin.ID), 1, 0, 0);
+  MovePointTo(*FindPoint(axis->pEnd.ID), 1, 0, 1);
+  EXPECT_NEAR(radius(rot->Vert3D[GridIndex(0, 4, 8)], 1), 2.0, 1e-4);
   // The parameter changes; the next refresh of the surfaces follows it.
   h->Value = 1;
   RefreshSurfaces();
-  EXPECT_NEAR(ext->Vert3D[GridIndex(1, 4, 4)].z, 1, 1e-6);
-  EXPECT_NEAR(rot->Vert3D[GridIndex(1, 4, 4)].x, -2, 1e-4);  // a half turn
+  EXPECT_NEAR(DistanceBetween(up->Vert3D[GridIndex(1, 4, 4)], Position(1, 0.5f, 3)), 0, 1e-5);
+  EXPECT_NEAR(half->Vert3D[GridIndex(0, 4, 4)].x, -1, 1e-4);  // a half turn of (3, 0, 0) about x = 1
 }
 
 // Whole-text round trips are the property test's; here a ramp name with its
