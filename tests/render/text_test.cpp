@@ -114,22 +114,19 @@ TEST_F(TextTest, SharedRoutineWritesBlackWhateverTheStateAndEmptyTextIsNothing) 
   EXPECT_EQ(DarkPixelsAround(-3.5f, -2.5f, 3.5f, -1.2f), 0);
 }
 
+// In the plane (labels running off the edge, with no valid raster position,
+// of bytes without glyphs) and in a turned space (balls of no size).
 TEST_F(TextTest, LabelPassMatchesTheBitmapGlyphsPixelForPixel) {
   CompareLabelPaths({AddPoint(-5.93f, 3.31f, 0, "Ag9"), AddPoint(0.117f, -0.449f, 0, "W1 x"),
-                     AddPoint(6.93f, -5.27f, 0, "Edge"),   // runs off the right edge
-                     AddPoint(-9.5f, 0, 0, "Outside"),     // no valid raster position
+                     AddPoint(6.93f, -5.27f, 0, "Edge"), AddPoint(-9.5f, 0, 0, "Outside"),
                      AddPoint(2.25f, 2.25f, 0, "\xC3\xA9t\xC3\xA9")},
                     0.1f, false);
-}
-
-TEST_F(TextTest, LabelPassMatchesTheBitmapGlyphsInARotatedSpace) {
+  ClearDocument();
   SceneMode = 3;
-  ViewGraph.RotRoll = 111;
-  ViewGraph.RotPitch = -41;
-  ViewGraph.RotYaw = 60;
+  ViewGraph.RotRoll = 111, ViewGraph.RotPitch = -41, ViewGraph.RotYaw = 60;
   std::vector<Position*> pts = {AddPoint(1.3f, -2.2f, 0.7f, "B7"), AddPoint(-3.1f, 0.4f, -1.9f, "Zq"),
                                 AddPoint(0.05f, 4.4f, 2.6f, "Mid")};
-  for (Position* p : pts) p->Size = 0;  // balls of no size
+  for (Position* p : pts) p->Size = 0;
   CompareLabelPaths(pts, 0.3f, true);
 }
 
