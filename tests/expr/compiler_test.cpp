@@ -78,17 +78,6 @@ TEST(Compiler, ErrorPositionsAndMessages) {
   }
 }
 
-TEST(Compiler, PostfixStandsAsFarAsItGotAfterAnError) {
-  HostScope scope;
-  VariableTable vars = Vars({"x"});
-  // Output written before the error stays; the operator stack is not emptied.
-  EXPECT_EQ(Compile(scope, "x*2+q", vars).postfix, "X 2 * ");
-  EXPECT_EQ(Compile(scope, "2 3", vars).postfix, "2 ");
-  // An undefined symbol at the start gives 0, as success does.
-  Compiled c = Compile(scope, "q+1", vars);
-  EXPECT_TRUE(c.result == 0 && c.postfix.empty() && c.boxes == 1u);
-}
-
 TEST(Compiler, NamesAreLookedUpInTheTableOnly) {
   HostScope scope;
   // E is an ordinary symbol, and functions win over table names.

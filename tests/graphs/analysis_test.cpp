@@ -215,6 +215,8 @@ TEST_F(AnalysisTest, ParitySamplesHoldFOfMinusX) {
   EXPECT_TRUE(c->JOVert.empty());
 }
 
+// The values are the independent computation's; here the lines as the
+// results panel shows them, positions from a formula, and a straight line.
 TEST_F(AnalysisTest, TangentNormalAndCurvatureLines) {
   auto c = MakeGraph("x^2", 40, "-2", "2");
   c->ShowQie = c->ShowNml = c->ShowCurv = true;
@@ -226,7 +228,6 @@ TEST_F(AnalysisTest, TangentNormalAndCurvatureLines) {
                           "      Slope: -0.5", "    Curvature circle:", "      Position: x=0, y=0",
                           "        Curvature: 2", "        The radius of curvature circle: 0.5",
                           "        Center of curvature circle: x=0, y=0.5"));
-
   // Positions from a formula, and the polar form of the line.
   AddParameter("k", 0);
   auto p = MakeCurve(2, 2, "", "1", 36, "0", "6.2832");

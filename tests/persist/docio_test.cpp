@@ -2,7 +2,6 @@
 
 #include <fstream>
 #include <random>
-#include <set>
 
 #include "document/document.h"
 #include "document/globals.h"
@@ -158,27 +157,6 @@ TEST_F(DocumentTest, UndoTextKeepsTheViewAndTheLabel) {
   SelectObject(*Doc.Points.Item(1));
   OpenUnRe(GetUndoVar());
   EXPECT_EQ(Sel.Points.count(), 0);
-}
-
-// ---- models ---------------------------------------------------------------------------
-
-TEST_F(DocumentTest, TwoModelLoadsGiveDisjointIds) {
-  Position a(0, 0, 0), b(1, 0, 0);
-  a.ID = "PT0001", a.PLabel = "A", a.Child = {"PT0002"};
-  b.ID = "PT0002", b.PLabel = "B", b.Parent = {"PT0001"};
-  std::string model = "GL Ver3.00 2 1 1 1 1;;" + a.Save() + b.Save();
-  AddPoint(5, 5, 0, "P");
-  SceneMode = 1;
-  EXPECT_TRUE(OpenModelText(model));
-  EXPECT_TRUE(OpenModelText(model));
-  EXPECT_TRUE(SceneMode == 1 && !ShowAxis);  // a model's scene record is skipped
-  ASSERT_EQ(Doc.Points.count(), 5);
-  std::set<std::string> ids;
-  for (Position* p : Doc.Points) ids.insert(p->ID);
-  EXPECT_EQ(ids, (std::set<std::string>{"PT0001", "PT0002", "PT0003", "PT0004", "PT0005"}));
-  EXPECT_EQ(FindPoint("PT0004")->Child[0], "PT0005");
-  EXPECT_EQ(FindPoint("PT0005")->Parent[0], "PT0004");
-  EXPECT_EQ(NextObjectNumber, 5);
 }
 
 // ---- files ----------------------------------------------------------------------------
