@@ -290,19 +290,14 @@ TEST_F(AnimationTest, DoubleClickOpensTheTrackOrTheSettings) {
   SetAniDialogOpener([&](int kind, const std::string& id) { opened.emplace_back(kind, id); });
   Position* a = Free(50, 50);
   CAniControl* c = Player();
-  c->PosX = 10;
-  c->PosY = 50;
+  c->PosX = 10, c->PosY = 50;
   CAnimation* t = Move(c, {a->ID}, 1, 1);
   ActiveTool = 11;
   CanvasWidth = CanvasHeight = 1000;
   LastX = 150;
-  LastY = 515;  // 48.5 per cent from the bottom: the track's row
-  picDraw_DblClick();
-  LastY = 485;  // the panel
-  picDraw_DblClick();
-  ASSERT_EQ(opened.size(), 2u);
-  EXPECT_EQ(opened[0], std::make_pair(1, t->ID));
-  EXPECT_EQ(opened[1], std::make_pair(13, c->ID));
+  // The track's row (48.5 per cent from the bottom), then the panel.
+  for (int y : {515, 485}) LastY = y, picDraw_DblClick();
+  EXPECT_EQ(opened, (std::vector<std::pair<int, std::string>>{{1, t->ID}, {13, c->ID}}));
   SetAniDialogOpener(nullptr);
 }
 
@@ -314,16 +309,14 @@ TEST_F(AnimationTest, LocusRecordsWhileThePlayerRuns) {
   ASSERT_NE(l, nullptr);
   c->Play();
   for (int i = 0; i < 6; ++i) host_.TickTimers();
-  EXPECT_TRUE(l->Created);
-  ASSERT_EQ(l->PTNum(), 4);
+  ASSERT_TRUE(l->Created && l->PTNum() == 4);
   EXPECT_FLOAT_EQ(l->Points.back().x, 4);
   // Loci are written after the players they name, and read back.
   const std::string doc = GetUndoVar();
   EXPECT_NE(doc.find(l->Save()), std::string::npos);
   ASSERT_TRUE(OpenDocumentText(doc));
   ASSERT_EQ(Doc.Locuses.count(), 1);
-  EXPECT_EQ(Doc.Locuses.Item(1)->PTNum(), 4);
-  EXPECT_TRUE(Doc.Locuses.Item(1)->Created);
+  EXPECT_TRUE(Doc.Locuses.Item(1)->PTNum() == 4 && Doc.Locuses.Item(1)->Created);
 }
 
 }  // namespace

@@ -129,9 +129,7 @@ TEST_F(RecoveryTest, RestoresTheCopyAsAnUnsavedDocument) {
   EXPECT_TRUE(host_.messages.empty());
   // The last run: three points, then a crash (no clean exit).
   {
-    AddPoint(1, 2, 0, "A");
-    AddPoint(3, 4, 0, "B");
-    AddPoint(5, 6, 0, "C");
+    for (const char* l : {"A", "B", "C"}) AddPoint(l[0] - 'A', 2, 0, l);
     PushSnapshot();
     RecoveryKeeper keeper(path_, seconds(30));
     ASSERT_TRUE(keeper.Tick());
@@ -152,9 +150,7 @@ TEST_F(RecoveryTest, RestoresTheCopyAsAnUnsavedDocument) {
   EXPECT_EQ(GetUndoVar(), lost);
   ASSERT_EQ(Doc.Points.count(), 3);
   EXPECT_EQ(Doc.Points.Item(3)->PLabel, "C");
-  EXPECT_EQ(CurrentFilePath, "");
-  EXPECT_TRUE(DocumentModified());
-  EXPECT_FALSE(fs::exists(path_));
+  EXPECT_TRUE(CurrentFilePath.empty() && DocumentModified() && !fs::exists(path_));
 }
 
 // Programs side by side keep their own copies; every orphan is offered, one
