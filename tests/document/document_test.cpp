@@ -24,40 +24,29 @@ TEST_F(DocumentTest, IdsShareOneCounterAcrossKinds) {
   EXPECT_EQ(NewObjectId("CR"), "CR10000");  // more digits, never wrapped
   EXPECT_EQ(IdNumber("CR10000"), 10000);
   EXPECT_EQ(IdNumber("GL"), -1);
-  EXPECT_EQ(ShiftId("PT0003", 40), "PT0043");
-  EXPECT_EQ(ShiftId("", 40), "");
-  EXPECT_EQ(ShiftId("label", 40), "label");
+  EXPECT_EQ(ShiftId("PT0003", 40) + ShiftId("", 40) + ShiftId("label", 40), "PT0043label");
 }
 
-TEST_F(DocumentTest, LabelSequenceWrapsWithSuffix) {
+TEST_F(DocumentTest, PointLabelsRunOnAndTheLatestIsFound) {
   std::vector<std::string> seen = {"0"};
   for (int i = 0; i < 53; ++i) seen.push_back(NextPointLabel(seen.back()));
   EXPECT_EQ((std::vector<std::string>{seen[1], seen[2], seen[26], seen[27], seen[52], seen[53]}),
             (std::vector<std::string>{"A", "B", "Z", "A1", "Z1", "A2"}));
   EXPECT_EQ(NextPointLabel("c"), "D");  // the first letter is upper-cased
   EXPECT_EQ(NextPointLabel(""), "A");
-}
-
-TEST_F(DocumentTest, LaterLabelRules) {
   // Longer is later, then the higher suffix, then the higher letter; a prime is no label.
   const std::array<const char*, 3> cases[] = {{"A", "B", "B"},   {"Z", "A1", "A1"}, {"C1", "B2", "B2"}, {"C2", "B2", "C2"},
                                               {"A''", "B", "B"}, {"Z'", "", ""},     {"", "C", "C"}};
   for (const auto& [a, b, later] : cases) EXPECT_EQ(LaterPointLabel(a, b), later) << a << " " << b;
-}
-
-TEST_F(DocumentTest, LastLabelComesFromPointsAndIgnoresPrimes) {
   AddPoint(0, 0, 0, "B'");
   RecomputeLastPointLabel();
   EXPECT_EQ(LastPointLabel, "0");
-  AddPoint(0, 0, 0, "C");
-  AddPoint(0, 0, 0, "A1");
-  AddPoint(0, 0, 0, "Z");
+  for (const char* l : {"C", "A1", "Z"}) AddPoint(0, 0, 0, l);
   RecomputeLastPointLabel();
   EXPECT_EQ(LastPointLabel, "A1");
   Position* p = AddPoint(1, 1);
   AssignNextPointLabel(*p);
-  EXPECT_EQ(p->PLabel, "B1");
-  EXPECT_EQ(LastPointLabel, "B1");
+  EXPECT_EQ(p->PLabel + LastPointLabel, "B1B1");
 }
 
 // ---- collections and lookups --------------------------------------------------------
@@ -83,39 +72,32 @@ TEST_F(DocumentTest, IdLookupKeepsTheFirstOfDuplicates) {
 
 TEST_F(DocumentTest, FindObjectIndexCoversEveryKindAndTracks) {
   AddPoint(0, 0);
-  auto addWithId = [](CollectionBase& c, auto obj, const std::string& id) {
-    obj->ID = id;
-    static_cast<Collection<typename decltype(obj)::element_type>&>(c).Add(std::move(obj));
+  auto add = []<class T>(Collection<T>& c, const std::string& id) {
+    auto o = std::make_unique<T>();
+    o->ID = id;
+    return c.Add(std::move(o));
   };
-  addWithId(Doc.Lines, std::make_unique<CLine>(), "LN0002");
-  addWithId(Doc.Notes, std::make_unique<CNote>(), "NT0003");
-  addWithId(Doc.Spheres, std::make_unique<CSphere>(), "SP0004");
-  auto addPlayer = [](const std::string& id, const std::vector<std::string>& tracks) {
-    auto ctrl = std::make_unique<CAniControl>();
-    ctrl->ID = id;
+  add(Doc.Lines, "LN0002");
+  add(Doc.Notes, "NT0003");
+  add(Doc.Spheres, "SP0004");
+  for (const auto& [id, tracks] : {std::pair<std::string, std::vector<std::string>>{"AC0005", {"AN0006", "AN0007"}},
+                                   {"AC0008", {"AN0009"}}}) {
+    CAniControl* ctrl = add(Doc.AniCtrls, id);
     for (const std::string& t : tracks) {
       ctrl->anis.push_back(std::make_unique<CAnimation>());
       ctrl->anis.back()->ID = t;
     }
-    Doc.AniCtrls.Add(std::move(ctrl));
-  };
-  addPlayer("AC0005", {"AN0006", "AN0007"});
-  addPlayer("AC0008", {"AN0009"});
-
+  }
   int index = 0, ani = 0;
   const std::tuple<const char*, int, int> found[] = {{"LN0002", 1, 0}, {"AN0007", 1, 2}, {"AN0009", 2, 1}};
   for (const auto& [id, wantIndex, wantAni] : found) {
     ASSERT_TRUE(FindObjectIndex(id, index, ani)) << id;
-    EXPECT_EQ(index, wantIndex) << id;
-    EXPECT_EQ(ani, wantAni) << id;
+    EXPECT_TRUE(index == wantIndex && ani == wantAni) << id;
   }
   EXPECT_FALSE(FindObjectIndex("AN0010", index, ani));
-
-  EXPECT_EQ(GetObjectById("SP0004")->ID, "SP0004");
-  EXPECT_EQ(GetObjectById("AN0009")->ID, "AN0009");
+  EXPECT_EQ(GetObjectById("SP0004")->ID + GetObjectById("AN0009")->ID, "SP0004AN0009");
   EXPECT_EQ(GetObjectById("NT0003"), Doc.Notes.Item(1));
-  EXPECT_EQ(GetObjectById("PT0099"), nullptr);
-  EXPECT_EQ(GetObjectById(""), nullptr);
+  EXPECT_TRUE(GetObjectById("PT0099") == nullptr && GetObjectById("") == nullptr);
   // Objects plus tracks: 1 point, 1 line, 1 note, 1 sphere, 2 players, 3 tracks.
   EXPECT_EQ(DocumentObjectCount(), 9);
 }
@@ -128,8 +110,7 @@ class DeleteTest : public DocumentTest {
   CLine* AddSegment(Position* a, Position* b) {
     auto l = std::make_unique<CLine>();
     l->ID = NewObjectId("LN");
-    l->pBegin = *a;
-    l->pEnd = *b;
+    l->pBegin = *a, l->pEnd = *b;
     a->AddLink({l->ID, 2, 1, 0, 0});
     b->AddLink({l->ID, 2, 2, 0, 0});
     return Doc.Lines.Add(std::move(l));
@@ -139,10 +120,9 @@ class DeleteTest : public DocumentTest {
 TEST_F(DeleteTest, DeletingAPointTakesItsDependentsAndLinkedLines) {
   Position* a = AddPoint(0, 0);
   Position* b = AddPoint(4, 0);
-  Position* c = AddPoint(0, 3);
-  CLine* ab = AddSegment(a, b);
-  AddSegment(b, c);
-  // A point hanging on a, and one hanging on that.
+  AddSegment(a, b);
+  AddSegment(b, AddPoint(0, 3));
+  // A point hanging on a (PT0006), and one hanging on that (PT0007).
   Position* child = AddPoint(1, 1);
   a->AddChild(child->ID);
   child->AddChild(AddPoint(2, 2)->ID);
@@ -151,37 +131,29 @@ TEST_F(DeleteTest, DeletingAPointTakesItsDependentsAndLinkedLines) {
   fan->ID = NewObjectId("FA");
   a->AddLink({fan->ID, 0, 1, 0, 0});
   Doc.Fans.Add(std::move(fan));
-  std::string abId = ab->ID;
-
   SelectObject(*a);
-  int undoBefore = UndoCount;
+  const int undoBefore = UndoCount;
   mnuEditDelete_Click();
-
-  EXPECT_EQ(FindPoint("PT0001"), nullptr);
+  for (const char* gone : {"PT0001", "PT0006", "PT0007"}) EXPECT_EQ(FindPoint(gone), nullptr) << gone;
   EXPECT_NE(FindPoint("PT0002"), nullptr);
-  EXPECT_EQ(FindPoint("PT0006"), nullptr);  // the child
-  EXPECT_EQ(FindPoint("PT0007"), nullptr);  // and its child
-  EXPECT_EQ(Doc.Lines.FindId(abId), 0);
+  EXPECT_EQ(Doc.Lines.FindId("LN0003"), 0);
   EXPECT_EQ(Doc.Lines.count(), 1);  // b-c stays
   EXPECT_EQ(Doc.Fans.count(), 1);   // the sector stays, its point gone
   EXPECT_EQ(Sel.Points.count(), 0);
   EXPECT_EQ(UndoCount, undoBefore + 1);
-}
 
-TEST_F(DeleteTest, ASelectedLineTakesItsStructurePoints) {
-  Position* a = AddPoint(0, 0);
-  Position* b = AddPoint(4, 0);
-  CLine* ab = AddSegment(a, b);
+  // A selected line takes its structure points, not its ends.
+  CLine* bc = Doc.Lines.Item(1);
   Position* onLine = AddPoint(2, 0);
   onLine->ptype = 7;
-  onLine->AddParent(ab->ID);
-  ab->AddStruP(*onLine);
-  ab->StruPercB.push_back(0.5f);
-  SelectObject(*ab);
+  onLine->AddParent(bc->ID);
+  bc->AddStruP(*onLine);
+  bc->StruPercB.push_back(0.5f);
+  const std::string onLineId = onLine->ID;
+  SelectObject(*bc);
   mnuEditDelete_Click();
   EXPECT_EQ(Doc.Lines.count(), 0);
-  EXPECT_EQ(FindPoint("PT0004"), nullptr);
-  EXPECT_NE(FindPoint("PT0001"), nullptr);  // its ends stay
+  EXPECT_EQ(FindPoint(onLineId), nullptr);
   EXPECT_NE(FindPoint("PT0002"), nullptr);
   EXPECT_EQ(Sel.Lines.count(), 0);
 }
@@ -190,11 +162,9 @@ TEST_F(DeleteTest, MoreThan500IdsEndsTheCommandWithoutChanges) {
   Position* root = AddPoint(0, 0);
   for (int i = 0; i < 500; ++i) root->Child.push_back(AddPoint(i, 1)->ID);  // past the bound of 30 on purpose
   SelectObject(*root);
-  int count = Doc.Points.count();
-  int undo = UndoCount;
+  const int count = Doc.Points.count(), undo = UndoCount;
   mnuEditDelete_Click();
-  EXPECT_EQ(Doc.Points.count(), count);
-  EXPECT_EQ(UndoCount, undo);
+  EXPECT_TRUE(Doc.Points.count() == count && UndoCount == undo);
   ASSERT_EQ(host_.messages.size(), 1u);
   EXPECT_EQ(host_.messages[0].title, "Error");
 }

@@ -8,55 +8,36 @@
 namespace vt {
 namespace {
 
-TEST(SingleToText, PlainAndExponentForms) {
+TEST(SingleToText, PlainAndExponentFormsReadBackToTheSameText) {
   const std::pair<float, const char*> cases[] = {
       {0.0f, "0"}, {-0.0f, "0"} /* no negative zero in a document */, {1.0f, "1"}, {-2.5f, "-2.5"}, {0.1f, "0.1"},
       {1.0f / 3.0f, "0.3333333"}, {1234567.0f, "1234567"} /* all 7 digits */, {9999999.0f, "9999999"},
       {10000000.0f, "1E+07"}, {12345678.0f, "1.234568E+07"}, {1.234568e-5f, "1.234568E-05"}, {0.0001f, "0.0001"},
-      {0.00001f, "1E-05"}, {3.4028235e38f, "3.402823E+38"}, {0.12345f, "0.12345"}};
-  for (const auto& [v, text] : cases) EXPECT_EQ(SingleToText(v), text) << text;
-}
-
-TEST(SingleToText, ReadsBackToTheSameText) {
-  // The writer's text read back and written again is the same text.
-  const float samples[] = {0.1f, 1.0f / 3.0f, 123.456f, -7.25e-6f, 6.2832f, 1e20f, 16777217.0f};
-  for (float v : samples) {
-    std::string t = SingleToText(v);
+      {0.00001f, "1E-05"}, {3.4028235e38f, "3.402823E+38"}, {0.12345f, "0.12345"}, {123.456f, "123.456"},
+      {-7.25e-6f, "-7.25E-06"}, {6.2832f, "6.2832"}, {1e20f, "1E+20"}, {16777217.0f, "1.677722E+07"}};
+  for (const auto& [v, text] : cases) {
+    EXPECT_EQ(SingleToText(v), text) << text;
     float back = 0;
-    ASSERT_TRUE(TextToSingle(t, back)) << t;
-    EXPECT_EQ(SingleToText(back), t);
+    ASSERT_TRUE(TextToSingle(text, back)) << text;
+    EXPECT_EQ(SingleToText(back), text);
   }
 }
 
 TEST(TextToNumber, StrictFields) {
   float f = 0;
   const std::pair<const char*, float> good[] = {{"1.5", 1.5f},  {" -2 ", -2.0f}, {"1E+07", 1e7f},
-                                                {"1.234568E-05", 1.234568e-5f}, {".5", 0.5f}, {"+3", 3.0f}};
-  for (const auto& [text, v] : good) {
-    EXPECT_TRUE(TextToSingle(text, f)) << text;
-    EXPECT_FLOAT_EQ(f, v) << text;
-  }
-  EXPECT_TRUE(TextToSingle("1e-50", f));  // underflow reads as zero
-  EXPECT_EQ(f, 0.0f);
+                                                {"1.234568E-05", 1.234568e-5f}, {".5", 0.5f}, {"+3", 3.0f},
+                                                {"1e-50", 0.0f} /* underflow reads as zero */};
+  for (const auto& [text, v] : good) EXPECT_TRUE(TextToSingle(text, f) && f == v) << text;
   // The period is the decimal mark; 1e39 is beyond a single.
   for (const char* bad : {"", "abc", "1x", "1,5", "1E", ".", "1e39"}) EXPECT_FALSE(TextToSingle(bad, f)) << bad;
-
   long n = 0;
-  EXPECT_TRUE(TextToLong("42", n));
-  EXPECT_EQ(n, 42);
-  EXPECT_TRUE(TextToLong("2.5", n));
-  EXPECT_EQ(n, 2);  // half to even
-  EXPECT_TRUE(TextToLong("3.5", n));
-  EXPECT_EQ(n, 4);
+  const std::pair<const char*, long> longs[] = {{"42", 42}, {"2.5", 2} /* half to even */, {"3.5", 4}};
+  for (const auto& [text, v] : longs) EXPECT_TRUE(TextToLong(text, n) && n == v) << text;
   EXPECT_FALSE(TextToLong("9999999999", n));
-
   bool b = false;
-  EXPECT_TRUE(TextToBool("-1", b));
-  EXPECT_TRUE(b);
-  EXPECT_TRUE(TextToBool("0", b));
-  EXPECT_FALSE(b);
-  EXPECT_TRUE(TextToBool("True", b));
-  EXPECT_TRUE(b);
+  for (const auto& [text, v] : {std::pair{"-1", true}, {"0", false}, {"True", true}})
+    EXPECT_TRUE(TextToBool(text, b) && b == v) << text;
   EXPECT_FALSE(TextToBool("yes", b));
 }
 
@@ -99,16 +80,11 @@ TEST(FormatPatterns, DecimalsAndRounding) {
 }
 
 TEST(Rounding, HalfToEvenAndWholeParts) {
-  EXPECT_EQ(RoundHalfEven(0.5), 0.0);
-  EXPECT_EQ(RoundHalfEven(1.5), 2.0);
-  EXPECT_EQ(RoundHalfEven(2.5), 2.0);
-  EXPECT_EQ(RoundHalfEven(-2.5), -2.0);
-  EXPECT_EQ(RoundHalfEven(1.4), 1.0);
+  for (const auto& [v, r] : {std::pair{0.5, 0.0}, {1.5, 2.0}, {2.5, 2.0}, {-2.5, -2.0}, {1.4, 1.0}})
+    EXPECT_EQ(RoundHalfEven(v), r) << v;
   EXPECT_EQ(RoundToLong(-3.5), -4);
-  EXPECT_EQ(IntPart(-1.5), -2.0);
-  EXPECT_EQ(FixPart(-1.5), -1.0);
-  EXPECT_EQ(ZeroPad(42, 4), "0042");
-  EXPECT_EQ(ZeroPad(12345, 4), "12345");
+  EXPECT_TRUE(IntPart(-1.5) == -2.0 && FixPart(-1.5) == -1.0);
+  EXPECT_EQ(ZeroPad(42, 4) + " " + ZeroPad(12345, 4), "0042 12345");
 }
 
 }  // namespace

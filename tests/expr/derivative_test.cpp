@@ -41,41 +41,26 @@ TEST(ParseToPolish, Messages) {
   for (const auto& [text, message] : cases) EXPECT_EQ(ParseError(text), message) << text;
 }
 
-// The derivative text, compiled and evaluated, against a central difference
-// of the formula (both evaluated by the engine, in Single).
-double Evaluate(const std::string& formula, double x, double y = 0) {
-  VariableTable t;
-  t.Add("X", static_cast<float>(x));
-  t.Add("Y", static_cast<float>(y));
-  Cls6 calc;
-  std::string post;
-  EXPECT_EQ(calc.InfixToPostfix(formula, t, post), 0) << formula;
-  float r = 0;
-  bool ok = false;
-  calc.DoEvaluate(post, false, t, r, ok);
-  EXPECT_TRUE(ok) << formula;
-  EXPECT_NE(r, BreakValue) << formula << " at " << x;
-  return r;
+// The derivative text, compiled and evaluated by the engine (both readings),
+// against a central difference of the formula by the same engine.
+double Evaluate(HostScope& s, const std::string& formula, double x, double y = 0) {
+  VariableTable t = exprtest::XY(static_cast<float>(x), static_cast<float>(y));
+  const exprtest::Calc c = exprtest::Compute(s.host, formula, t);
+  EXPECT_TRUE(c.compiled == 0 && c.eval.ok && c.eval.value != BreakValue) << formula << " at " << x;
+  return c.eval.value;
 }
 
-double CentralDifference(const std::string& f, double x, double y, bool byY) {
-  const double h = 0.02;
-  auto at = [&](double d) { return byY ? Evaluate(f, x, y + d) : Evaluate(f, x + d, y); };
-  return (at(-2 * h) - 8 * at(-h) + 8 * at(h) - at(2 * h)) / (12 * h);
-}
-
-void ExpectDerivative(const std::string& formula, const std::string& variable,
+void ExpectDerivative(HostScope& s, const std::string& formula, const std::string& variable,
                       const std::vector<double>& points, double y = 0) {
   std::string text;
   ASSERT_TRUE(DerivativeText(InsertImplicitProducts(formula), variable, text)) << formula;
   const bool byY = variable == "y";
+  const double h = 0.02;
   for (double p : points) {
-    const double x = byY ? y : p;
-    const double yy = byY ? p : y;
-    const double d = Evaluate(text, x, yy);
-    const double ref = CentralDifference(formula, x, yy, byY);
-    EXPECT_NEAR(d, ref, 1e-3 * std::max(1.0, std::fabs(ref)))
-        << formula << " -> " << text << " at " << p;
+    const double x = byY ? y : p, yy = byY ? p : y;
+    auto at = [&](double d) { return byY ? Evaluate(s, formula, x, yy + d) : Evaluate(s, formula, x + d, yy); };
+    const double ref = (at(-2 * h) - 8 * at(-h) + 8 * at(h) - at(2 * h)) / (12 * h);
+    EXPECT_NEAR(Evaluate(s, text, x, yy), ref, 1e-3 * std::max(1.0, std::fabs(ref))) << formula << " -> " << text << " at " << p;
   }
 }
 
@@ -97,15 +82,15 @@ TEST(Derive, ValuesMatchCentralDifferences) {
       {"1/(1+exp(-x))", {-2, 0, 2}}, {"2x(x+1)-(x-(x-x^2))", {-1, 0.5, 2}},
   };
   for (const auto& [f, points] : cases)
-    if (!points.empty()) ExpectDerivative(f, "", points);
+    if (!points.empty()) ExpectDerivative(s, f, "", points);
   std::string text;
   EXPECT_FALSE(DerivativeText("abs(tan(x))*0+tan(x)", "", text));
 
   // Partial derivatives of a surface.
-  ExpectDerivative("x^2*y+sin(x*y)", "x", {-1, 0.4, 1.3}, 0.7);
-  ExpectDerivative("x^2*y+sin(x*y)", "y", {-1, 0.4, 1.3}, 0.7);
-  ExpectDerivative("sqr(x^2+y^2)-2", "x", {-1, 0.5, 2}, 1.5);
-  ExpectDerivative("exp(-(x^2+y^2))", "y", {-1, 0.5}, 0.3);
+  ExpectDerivative(s, "x^2*y+sin(x*y)", "x", {-1, 0.4, 1.3}, 0.7);
+  ExpectDerivative(s, "x^2*y+sin(x*y)", "y", {-1, 0.4, 1.3}, 0.7);
+  ExpectDerivative(s, "sqr(x^2+y^2)-2", "x", {-1, 0.5, 2}, 1.5);
+  ExpectDerivative(s, "exp(-(x^2+y^2))", "y", {-1, 0.5}, 0.3);
 }
 
 // Parsing and printing keep the compiler's reading: the printed text has the

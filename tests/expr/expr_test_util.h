@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <random>
 #include <string>
+#include <tuple>
 
 #include "document/host.h"
 #include "expr/expression.h"
@@ -69,14 +70,10 @@ inline Eval EvaluateBoth(RecordingHost& host, const std::string& postfix, const 
   SeedRandom(12345);
   Eval plain =
       Capture(host, [&](float& r, bool& ok) { calc.DoEvaluatePlain(postfix, degrees, vars, r, ok); });
-  EXPECT_EQ(fast.ok, plain.ok) << "postfix: " << postfix;
-  EXPECT_EQ(fast.bits(), plain.bits()) << "postfix: " << postfix << " fast " << fast.value << " plain "
-                                       << plain.value;
-  EXPECT_EQ(fast.failed, plain.failed) << "postfix: " << postfix;
-  EXPECT_EQ(fast.code, plain.code) << "postfix: " << postfix;
-  EXPECT_EQ(fast.failure, plain.failure) << "postfix: " << postfix;
-  EXPECT_EQ(fast.boxes, plain.boxes) << "postfix: " << postfix;
-  EXPECT_EQ(fast.lastBox, plain.lastBox) << "postfix: " << postfix;
+  auto key = [](const Eval& e) {
+    return std::make_tuple(e.ok, e.bits(), e.failed, e.code, e.failure, e.boxes, e.lastBox);
+  };
+  EXPECT_EQ(key(fast), key(plain)) << "postfix: " << postfix << " fast " << fast.value << " plain " << plain.value;
   return fast;
 }
 

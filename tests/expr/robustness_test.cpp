@@ -1,9 +1,8 @@
-// Long formulas, deep nesting and random bytes: the compiler, both evaluators
-// and the derivative parser give their own messages or stop quietly, and
-// never crash.
+// Long formulas and deep nesting (beyond what the fuzz targets feed): the
+// compiler, both evaluators and the derivative parser give their own messages
+// or stop quietly, and never crash.
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 
 #include "expr/derivative.h"
@@ -24,8 +23,7 @@ std::string Repeat(const std::string& s, int n) {
 // Runs every entry point on a text; only ExprFailure may leave the evaluators.
 void Exercise(HostScope& s, const std::string& text) {
   VariableTable t = exprtest::XY(0.5f, -2);
-  exprtest::Calc c = exprtest::Compute(s.host, text, t);
-  (void)c;
+  exprtest::Compute(s.host, text, t);
   std::string error;
   bool ok = false;
   auto tree = ParseToPolish(text, error, ok);
@@ -110,29 +108,6 @@ TEST(Robustness, DeepNesting) {
   Exercise(s, Repeat("(x+", 2000) + "1" + std::string(1999, ')'));
   Exercise(s, Repeat("asech(", 1000) + "x" + std::string(1000, ')') + "+1");
   Exercise(s, Repeat("2^", 3000) + "x");
-}
-
-TEST(Robustness, RandomBytes) {
-  HostScope s;
-  std::mt19937 rng(1234567);
-  for (int n = 0; n < 1500; ++n) {
-    std::string text(rng() % 120, ' ');
-    for (char& ch : text) ch = static_cast<char>(rng() & 0xFF);
-    Exercise(s, text);
-  }
-  // Random text over the formula alphabet compiles far more often.
-  const std::string alphabet = "0123456789.,+-*/^()  xyXYsincoatbrqglph_#";
-  int compiled = 0;
-  for (int n = 0; n < 3000; ++n) {
-    std::string text(rng() % 40, ' ');
-    for (char& ch : text) ch = alphabet[rng() % alphabet.size()];
-    VariableTable t = exprtest::XY(0.5f);
-    Cls6 calc;
-    std::string post;
-    if (calc.InfixToPostfix(text, t, post) == 0) ++compiled;
-    Exercise(s, text);
-  }
-  EXPECT_GT(compiled, 100);
 }
 
 }  // namespace

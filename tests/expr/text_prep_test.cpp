@@ -8,54 +8,30 @@
 namespace vt {
 namespace {
 
-struct Filtered {
-  bool outcome;
-  std::string result;
-  std::string rest;
-};
-
-Filtered Number(std::string s) {
-  std::string r = "junk";
-  bool ok = FilterNumberText(s, r);
-  return {ok, r, s};
-}
-
-Filtered Expr(std::string s) {
-  std::string r = "junk";
-  bool ok = FilterExprText(s, r);
-  return {ok, r, s};
-}
-
-// Each case: the text, then the outcome, the cleaned text and what is left of the source.
-TEST(FilterNumberText, CleansOrStopsAtTheFirstBadCharacter) {
-  const std::pair<const char*, Filtered> cases[] = {
-      {"1,5", {true, "1.5", ""}},        {" 1 2", {true, "12", ""}},  {"1e5", {true, "1e5", ""}},
-      {"-2.5E-3", {true, "-2.5E-3", ""}}, {"1x", {false, "1", "x"}},  {"12+3", {false, "12", "+3"}},
+// Each case: number field or formula field, the text, then the outcome, the
+// cleaned text and what is left of the source.
+TEST(FilterText, CleansOrStopsAtTheFirstBadCharacter) {
+  const struct {
+    bool number;
+    const char* in;
+    bool ok;
+    const char *result, *rest;
+  } cases[] = {
+      {true, "1,5", true, "1.5", ""},   {true, " 1 2", true, "12", ""}, {true, "1e5", true, "1e5", ""},
+      {true, "-2.5E-3", true, "-2.5E-3", ""}, {true, "1x", false, "1", "x"}, {true, "12+3", false, "12", "+3"},
       // Empty text and one blank give "0"; two blanks give "".
-      {"", {true, "0", ""}},             {" ", {true, "0", ""}},     {"  ", {true, "", ""}},
+      {true, "", true, "0", ""},        {true, " ", true, "0", ""},     {true, "  ", true, "", ""},
+      {true, "\t1", false, "", "\t1"}, // only the blank is dropped
+      {false, "x + 1", true, "x+1", ""}, {false, "2,5*X^2/(a-b)", true, "2.5*X^2/(a-b)", ""},
+      {false, "x_1", false, "x", "_1"}, {false, "", true, "0", ""}, {false, "x=1", false, "x", "=1"},
+      {false, "1e5#", false, "1e5", "#"},
   };
-  for (const auto& [in, want] : cases) {
-    const Filtered f = Number(in);
-    EXPECT_EQ(f.outcome, want.outcome) << in;
-    EXPECT_EQ(f.result, want.result) << in;
-    EXPECT_EQ(f.rest, want.rest) << in;
+  for (const auto& c : cases) {
+    std::string source = c.in, result = "junk";
+    EXPECT_EQ(c.number ? FilterNumberText(source, result) : FilterExprText(source, result), c.ok) << c.in;
+    EXPECT_EQ(result, c.result) << c.in;
+    EXPECT_EQ(source, c.rest) << c.in;
   }
-  EXPECT_FALSE(Number("\t1").outcome);  // only the blank is dropped
-}
-
-TEST(FilterExprText, KeepsFormulaCharacters) {
-  const std::pair<const char*, Filtered> cases[] = {
-      {"x + 1", {true, "x+1", ""}}, {"sin(x)", {true, "sin(x)", ""}}, {"2,5*X^2/(a-b)", {true, "2.5*X^2/(a-b)", ""}},
-      {"x_1", {false, "x", "_1"}},  {"", {true, "0", ""}},
-  };
-  for (const auto& [in, want] : cases) {
-    const Filtered f = Expr(in);
-    EXPECT_EQ(f.outcome, want.outcome) << in;
-    EXPECT_EQ(f.result, want.result) << in;
-    EXPECT_EQ(f.rest, want.rest) << in;
-  }
-  EXPECT_FALSE(Expr("x=1").outcome);
-  EXPECT_FALSE(Expr("1e5#").outcome);
 }
 
 TEST(InsertImplicitProducts, FourRules) {

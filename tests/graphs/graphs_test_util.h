@@ -11,6 +11,8 @@
 #include "document/document.h"
 #include "geometry/line.h"
 #include "graphs/funcurve.h"
+#include "graphs/surface.h"
+#include "graphs/swept.h"
 
 namespace vt::test {
 
@@ -47,6 +49,34 @@ inline CLine* LinkedLine(Position* a, Position* b, int lt = 1) {
   a->AddLink(CLinkObj{l->ID, 2, 1, 0, 0});
   b->AddLink(CLinkObj{l->ID, 2, 2, 0, 0});
   return Doc.Lines.Add(std::move(l));
+}
+
+// A surface (graph type 2) or space curve (1) of the form and system over
+// the ranges, steps along both parameters.
+inline std::unique_ptr<CSurface> MakeSurface(int graphType, int funForm, int coordType, const std::string& fx,
+                                             const std::string& fy, const std::string& fz, int steps,
+                                             const std::string& minU, const std::string& maxU,
+                                             const std::string& minV, const std::string& maxV) {
+  auto s = std::make_unique<CSurface>();
+  s->Init(NewObjectId(graphType == 1 ? "C3" : "SF"), "", graphType, funForm, coordType, fx, fy, fz, steps, steps,
+          minU, maxU, minV, maxV);
+  return s;
+}
+
+// The profile turned about the axis (a line or a point) by the angle.
+inline CSurRot* AddRotation(const std::string& profile, const std::string& axis, const std::string& angle, int steps) {
+  auto s = std::make_unique<CSurRot>();
+  s->ID = NewObjectId("SR");
+  s->RotObjID = profile, s->RotCenterID = axis, s->RotAngle = angle, s->StepV = steps;
+  return Doc.SurRots.Add(std::move(s));
+}
+
+// The profile extruded along the vector.
+inline CStretch* AddExtrusion(const std::string& profile, const char* dx, const char* dy, const char* dz, int steps) {
+  auto s = std::make_unique<CStretch>();
+  s->ID = NewObjectId("SS");
+  s->ObjID = profile, s->DX = dx, s->DY = dy, s->DZ = dz, s->StepV = steps;
+  return Doc.Stretchs.Add(std::move(s));
 }
 
 // A dialog's fields changed one step after another; after each step the

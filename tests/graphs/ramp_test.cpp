@@ -8,34 +8,26 @@
 namespace vt {
 namespace {
 
-TEST(ColorRamp, NamesFoldCaseAndEmptyIsRainbow) {
-  ColorRamp r;
+TEST(ColorRamp, NamesFoldCaseAndOutsideTheRangeTheColourStays) {
+  ColorRamp r, rainbow;
   r.ColorName = "grey";
   EXPECT_TRUE(r.SetByName());
-  EXPECT_EQ(r.ColorNum, 2);
-  r.ColorName = "";
+  rainbow.ColorName = "Rainbow";
+  ASSERT_TRUE(rainbow.SetByName());
+  r.ColorName = "";  // empty is the rainbow
   EXPECT_TRUE(r.SetByName());
-  EXPECT_EQ(r.ColorNum, 6);
-  EXPECT_EQ(r.ColorG[0], 102);
+  EXPECT_TRUE(r.ColorNum == rainbow.ColorNum && r.ColorG[0] == rainbow.ColorG[0]);
   // Another name keeps the stops, as edited.
   r.ColorR[0] = 7;
   r.ColorName = "Mine";
   EXPECT_FALSE(r.SetByName());
   EXPECT_EQ(r.ColorR[0], 7);
-}
-
-TEST(ColorRamp, OutsideTheRangeAndFlatRangeKeepTheColour) {
-  ColorRamp r;
   r.SetByName();
   float rgb[3] = {0.25f, 0.5f, 0.75f};
-  EXPECT_FALSE(r.Lookup(11, 0, 10, rgb));
-  EXPECT_FALSE(r.Lookup(-1, 0, 10, rgb));
-  EXPECT_FALSE(r.Lookup(3, 3, 0, rgb));  // 0 / 0
-  EXPECT_FLOAT_EQ(rgb[0], 0.25f);
-  EXPECT_FLOAT_EQ(rgb[2], 0.75f);
-  // Just under the top is still the last segment; the top itself the last stop.
+  EXPECT_FALSE(r.Lookup(11, 0, 10, rgb) || r.Lookup(-1, 0, 10, rgb) || r.Lookup(3, 3, 0, rgb));  // the last 0 / 0
+  EXPECT_TRUE(rgb[0] == 0.25f && rgb[2] == 0.75f);
+  // Just under the top is still the last segment.
   ASSERT_TRUE(r.Lookup(9.99f, 0, 10, rgb));
-  EXPECT_GT(rgb[1], 0.0f);
 }
 
 TEST(CornerColoring, BlendsPlainAndRamp) {
@@ -68,26 +60,19 @@ TEST(CornerColoring, BlendsPlainAndRamp) {
 }
 
 TEST(Legend, TicksAtRoundValues) {
-  float first, step;
-  int count;
-  LegendTicks(-3.7f, 12.2f, first, step, count);
-  // Span 15.9: the power of ten of 1.2.
-  EXPECT_FLOAT_EQ(step, 10);
-  EXPECT_FLOAT_EQ(first, 0);
-  EXPECT_EQ(count, 2);  // 0 and 10
-  // Below 1 the exponent goes down, not towards 0: span 0.5 ticks by 0.1.
-  LegendTicks(0.1f, 0.6f, first, step, count);
-  EXPECT_NEAR(step, 0.1f, 1e-7f);
-  EXPECT_NEAR(first, 0.1f, 1e-6f);
-  EXPECT_EQ(count, 6);
-  LegendTicks(120, 980, first, step, count);
-  EXPECT_FLOAT_EQ(step, 100);
-  EXPECT_FLOAT_EQ(first, 200);
-  EXPECT_EQ(count, 8);
-  LegendTicks(5, 5, first, step, count);  // flat: from 0 to 5
-  EXPECT_FLOAT_EQ(step, 1);
-  EXPECT_FLOAT_EQ(first, 0);
-  EXPECT_EQ(count, 6);
+  // Span 15.9: the power of ten of 1.2; below 1 the exponent goes down, not
+  // towards 0; a flat range runs from 0.
+  const struct {
+    float lo, hi, first, step;
+    int count;
+  } cases[] = {{-3.7f, 12.2f, 0, 10, 2}, {0.1f, 0.6f, 0.1f, 0.1f, 6}, {120, 980, 200, 100, 8}, {5, 5, 0, 1, 6}};
+  for (const auto& c : cases) {
+    float first, step;
+    int count;
+    LegendTicks(c.lo, c.hi, first, step, count);
+    EXPECT_TRUE(std::fabs(first - c.first) < 1e-6f && std::fabs(step - c.step) < 1e-6f && count == c.count)
+        << c.lo << ".." << c.hi << ": " << first << " " << step << " " << count;
+  }
 }
 
 }  // namespace

@@ -52,35 +52,27 @@ TEST_F(SurfaceFormTest, RefusedFieldsKeepTheDialogOpen) {
   ASSERT_EQ(ConfirmSurfaceForm(f, "", &id), SurfaceConfirm::Done) << TakeMessage();
   CSurface* s = Doc.Surfaces.FindById(id);
   ASSERT_NE(s, nullptr);
-  EXPECT_EQ(s->StepU, 1);
-  EXPECT_TRUE(s->Clip);
-  EXPECT_FLOAT_EQ(s->ClipMaxX, 1.5f);
+  EXPECT_TRUE(s->StepU == 1 && s->Clip && s->ClipMaxX == 1.5f && s->NormalNum() == 1);
   EXPECT_EQ(s->TangentX, (std::vector<float>{1, -0.5f}));
   EXPECT_EQ(s->TangentY, (std::vector<float>{2, 0}));
-  EXPECT_EQ(s->NormalNum(), 1);
   // Read back into the dialog as it would show them.
   const SurfaceForm back = LoadSurfaceForm(*s);
-  EXPECT_EQ(back.tangentAt, "1,2; -0.5,0");
-  EXPECT_EQ(back.clipMaxX, "1.5");
+  EXPECT_EQ(back.tangentAt + " " + back.clipMaxX, "1,2; -0.5,0 1.5");
   // The range of the implicit form may be a formula.
   SurfaceForm g = NewSurfaceForm();
   g.listIndex = 2;
   g.formula1 = "x^2+y^2+z^2-4";
-  g.minW = "-pi";
-  g.maxW = "pi";
-  g.stepsW = "6";
+  g.minW = "-pi", g.maxW = "pi", g.stepsW = "6";
   ASSERT_EQ(ConfirmSurfaceForm(g, "", &id), SurfaceConfirm::Done) << TakeMessage();
   EXPECT_NEAR(Doc.Surfaces.FindById(id)->MinW, -3.1416f, 1e-3f);
 }
 
-TEST_F(SurfaceFormTest, NewSurfaceAndCurveAndTheirEdit) {
+TEST_F(SurfaceFormTest, NewSurfaceAndCurveAndAnEditThatKeepsWhatTheDialogDoesNotShow) {
   const int undoBefore = UndoCount;
   SurfaceForm f = NewSurfaceForm();
   f.formula1 = "x^2 - y";
-  f.stepsU = "10";
-  f.stepsV = "12";
+  f.stepsU = "10", f.stepsV = "12";
   f.rampIndex = 3;
-  f.material = 4;
   f.showTrans = true, f.transAlpha = "0.25";
   std::string id;
   ASSERT_EQ(ConfirmSurfaceForm(f, "", &id), SurfaceConfirm::Done);
@@ -88,76 +80,42 @@ TEST_F(SurfaceFormTest, NewSurfaceAndCurveAndTheirEdit) {
   CSurface* s = Doc.Surfaces.FindById(id);
   ASSERT_NE(s, nullptr);
   EXPECT_EQ(s->ExpressZ, "x^2-y");
-  EXPECT_EQ(s->StepV, 12);
-  EXPECT_EQ(s->Ramp.ColorName, "Marine");
-  EXPECT_FLOAT_EQ(s->TransAlpha, 0.25f);
-  EXPECT_EQ(s->Vert3D.size(), 11u * 13u);
+  EXPECT_TRUE(s->StepV == 12 && s->TransAlpha == 0.25f && s->Vert3D.size() == 11u * 13u);
   EXPECT_GT(UndoCount, undoBefore);
-
-  // The edit: the form read back, changed, confirmed.
+  // What only a file (or another dialog) sets stays through an edit.
   s->Selected = true;
+  s->NameS = "saddle";
+  s->LineColor = RGB(10, 20, 30);
+  s->ShowTrans = false, s->TransAlpha = 0.7f;
+  s->Ramp.ColorName = "Mine", s->Ramp.ColorNum = 2;
+  s->Ramp.ColorPos[0] = 0, s->Ramp.ColorPos[1] = 100, s->Ramp.ColorR[1] = 77;
   SurfaceForm e = LoadSurfaceForm(*s);
-  EXPECT_EQ(e.rampIndex, 3);
+  EXPECT_TRUE(e.rampIndex == kRampCount && e.customRamp == "Mine");
   e.listIndex = 2;  // implicit
   e.formula1 = "x^2+y^2+z^2-9";
   e.stepsW = "8";
   ASSERT_EQ(ConfirmSurfaceForm(e, id), SurfaceConfirm::Done);
   EXPECT_EQ(Doc.Surfaces.count(), 1);
-  EXPECT_EQ(s->FunForm, 1);
-  EXPECT_EQ(s->StepW, 8);
-  EXPECT_TRUE(s->Selected);
-  EXPECT_FALSE(s->FieldF.empty());
+  EXPECT_TRUE(s->FunForm == 1 && s->StepW == 8 && s->Selected && !s->FieldF.empty());
+  EXPECT_TRUE(s->NameS == "saddle" && s->LineColor == RGB(10, 20, 30));
+  EXPECT_FLOAT_EQ(s->TransAlpha, 0.7f);  // transparency off: its field is not read
+  EXPECT_TRUE(s->Ramp.ColorName == "Mine" && s->Ramp.ColorNum == 2 && s->Ramp.ColorR[1] == 77);
+  e.rampIndex = 2;  // choosing one of the five replaces the own ramp
+  ASSERT_EQ(ConfirmSurfaceForm(e, id), SurfaceConfirm::Done);
+  EXPECT_EQ(s->Ramp.ColorName, "Fiery");
 
   SurfaceForm c = NewSurfaceForm();
   c.graphType = 1;
   c.listIndex = 1;
-  c.formula1 = "cos(u)";
-  c.formula2 = "sin(u)";
-  c.formula3 = "u/4";
+  c.formula1 = "cos(u)", c.formula2 = "sin(u)", c.formula3 = "u/4";
   ASSERT_EQ(ConfirmSurfaceForm(c, "", &id), SurfaceConfirm::Done);
   EXPECT_EQ(id.substr(0, 2), "C3");
   EXPECT_EQ(Doc.Surfaces.FindById(id)->CurveVert.size(), 21u);
-
   // The object goes while its dialog is open.
   const std::string gone = s->ID;
   Doc.Surfaces.Remove(1);
   EXPECT_EQ(ConfirmSurfaceForm(e, gone), SurfaceConfirm::Gone);
   EXPECT_EQ(TakeMessage(), "Error: The selected object is not exist.");
-}
-
-TEST_F(SurfaceFormTest, AnEditKeepsWhatTheDialogDoesNotShow) {
-  SurfaceForm f = NewSurfaceForm();
-  f.formula1 = "x*y/5";
-  std::string id;
-  ASSERT_EQ(ConfirmSurfaceForm(f, "", &id), SurfaceConfirm::Done);
-  CSurface* s = Doc.Surfaces.FindById(id);
-  ASSERT_NE(s, nullptr);
-  // What only a file (or another dialog) sets.
-  s->NameS = "saddle";
-  s->LineColor = RGB(10, 20, 30);
-  s->LineWidth = 3;
-  s->TransAlpha = 0.7f;
-  s->Ramp.ColorName = "Mine", s->Ramp.ColorNum = 2;
-  s->Ramp.ColorPos[0] = 0, s->Ramp.ColorPos[1] = 100, s->Ramp.ColorR[1] = 77;
-
-  SurfaceForm e = LoadSurfaceForm(*s);
-  EXPECT_EQ(e.rampIndex, kRampCount);
-  EXPECT_EQ(e.customRamp, "Mine");
-  e.formula1 = "x*y/4";
-  ASSERT_EQ(ConfirmSurfaceForm(e, id), SurfaceConfirm::Done);
-  EXPECT_EQ(s->ExpressZ, "x*y/4");
-  EXPECT_EQ(s->NameS, "saddle");
-  EXPECT_EQ(s->LineColor, RGB(10, 20, 30));
-  EXPECT_EQ(s->LineWidth, 3);
-  EXPECT_FLOAT_EQ(s->TransAlpha, 0.7f);  // transparency off: its field is not read
-  EXPECT_EQ(s->Ramp.ColorName, "Mine");
-  EXPECT_EQ(s->Ramp.ColorNum, 2);
-  EXPECT_EQ(s->Ramp.ColorR[1], 77);
-  // Choosing one of the five replaces the own ramp.
-  e.rampIndex = 2;
-  ASSERT_EQ(ConfirmSurfaceForm(e, id), SurfaceConfirm::Done);
-  EXPECT_EQ(s->Ramp.ColorName, "Fiery");
-  EXPECT_NE(s->Ramp.ColorR[1], 77);
 }
 
 }  // namespace

@@ -45,27 +45,24 @@ TEST(RecordText, EveryTextReadsBackAndOrdinaryOnesKeepTheFrame) {
   EXPECT_EQ(old.FramedText(), "a");
 }
 
-TEST(RecordReader, NumbersIdsAndMissingFields) {
+TEST(RecordReader, NumbersIdsMissingFieldsAndTheSplit) {
   RecordReader r("LN0003 PT0001 @PT0002@ 1.5 -1 0 x", 40);
   EXPECT_EQ(r.OwnId(), "LN0043");
   EXPECT_EQ(r.Id(), "PT0041");
   EXPECT_EQ(r.FramedId(), "PT0042");
   EXPECT_FLOAT_EQ(r.Single(), 1.5f);
-  EXPECT_TRUE(r.Bool());
-  EXPECT_FALSE(r.Bool());
+  EXPECT_TRUE(r.Bool() && !r.Bool());
   EXPECT_THROW(r.Single(), RecordError);  // "x"
   EXPECT_THROW(r.Text(), RecordError);    // nothing left
   RecordReader big("PT0001 70000");
   EXPECT_THROW(big.Short(), RecordError);
-}
-
-TEST(RecordSplit, RecordsEndInDoubleSemicolons) {
+  // Records end in double semicolons; line ends between records are
+  // dropped, and an unclosed last record is still given.
   auto recs = SplitRecords("GL Ver3.00 1 0 0 0 0;;PT0001 a;;\r\nPT0002 b;;");
   ASSERT_EQ(recs.size(), 3u);
-  EXPECT_EQ(recs[0], "GL Ver3.00 1 0 0 0 0");
-  EXPECT_EQ(recs[2], "PT0002 b");  // line ends between records are dropped
+  EXPECT_TRUE(recs[0] == "GL Ver3.00 1 0 0 0 0" && recs[2] == "PT0002 b");
   EXPECT_TRUE(SplitRecords("").empty());
-  EXPECT_EQ(SplitRecords("PT0001 cut").size(), 1u);  // an unclosed last record is still given
+  EXPECT_EQ(SplitRecords("PT0001 cut").size(), 1u);
 }
 
 }  // namespace

@@ -27,20 +27,16 @@ using std::chrono::seconds;
 // Sets an environment variable for the scope and puts the old value back.
 class EnvVar {
  public:
-  EnvVar(const char* name, const char* value) : name_(name) {
-    if (const char* old = std::getenv(name)) old_ = old, had_ = true;
-    if (value) setenv(name, value, 1);
-    else unsetenv(name);
+  EnvVar(const char* name, const char* value) : name_(name), had_(std::getenv(name) != nullptr) {
+    if (had_) old_ = std::getenv(name);
+    value ? setenv(name, value, 1) : unsetenv(name);
   }
-  ~EnvVar() {
-    if (had_) setenv(name_, old_.c_str(), 1);
-    else unsetenv(name_);
-  }
+  ~EnvVar() { had_ ? setenv(name_, old_.c_str(), 1) : unsetenv(name_); }
 
  private:
   const char* name_;
+  bool had_;
   std::string old_;
-  bool had_ = false;
 };
 
 TEST(RecoveryFolder, StateHomeThenHome) {
@@ -67,9 +63,7 @@ TEST(RecoveryWriter, FailureIsCountedNotThrown) {
   RecoveryWriter w(dir.path("plain/vantrel/recovery.vtd"));  // under a file
   w.Submit("GL;;");
   w.WaitIdle();
-  EXPECT_EQ(w.Written(), 0);
-  EXPECT_EQ(w.Failed(), 1);
-  EXPECT_FALSE(w.LastError().empty());
+  EXPECT_TRUE(w.Written() == 0 && w.Failed() == 1 && !w.LastError().empty());
 }
 
 class RecoveryTest : public DocumentTest {
@@ -92,57 +86,50 @@ class RecoveryTest : public DocumentTest {
 TEST_F(RecoveryTest, CopiesOnlyChangesAndAtMostEveryInterval) {
   RecoveryKeeper keeper(path_, seconds(30));
   const Clock::time_point t0 = Clock::now();
-
-  // An unchanged document gives no copy.
-  EXPECT_FALSE(keeper.Tick(t0));
-  keeper.writer().WaitIdle();
-  EXPECT_FALSE(fs::exists(path_));
-
-  AddPoint(1, 2, 0, "A");
-  PushSnapshot();
-  EXPECT_TRUE(keeper.Tick(t0 + seconds(1)));
-  keeper.writer().WaitIdle();
-  EXPECT_EQ(CopyText(), GetUndoVar());
-
-  // Another change inside the interval waits for it.
-  AddPoint(3, 4, 0, "B");
-  PushSnapshot();
-  EXPECT_FALSE(keeper.Tick(t0 + seconds(20)));
-  EXPECT_TRUE(keeper.Tick(t0 + seconds(31)));
-  keeper.writer().WaitIdle();
-  EXPECT_EQ(CopyText(), GetUndoVar());
-
-  // No change, no copy, however long it waits.
-  EXPECT_FALSE(keeper.Tick(t0 + seconds(100)));
-  EXPECT_EQ(keeper.writer().Written(), 2);
-
-  // An undo is a change as well.
-  mnuFUndo_Click();
-  EXPECT_TRUE(keeper.Tick(t0 + seconds(200)));
-  keeper.writer().WaitIdle();
-  EXPECT_EQ(CopyText(), GetUndoVar());
+  // Ticks at these seconds, each after the edit named: whether a copy is taken.
+  const struct {
+    int at;
+    const char* edit;
+    bool copied;
+  } ticks[] = {{0, "", false},     // an unchanged document gives no copy
+               {1, "A", true},     {20, "B", false},  // another change inside the interval waits for it
+               {31, "", true},     {100, "", false},  // no change, no copy, however long it waits
+               {200, "undo", true}};                  // an undo is a change as well
+  for (const auto& t : ticks) {
+    if (std::string(t.edit) == "undo") {
+      mnuFUndo_Click();
+    } else if (*t.edit) {
+      AddPoint(1, 2, 0, t.edit);
+      PushSnapshot();
+    }
+    EXPECT_EQ(keeper.Tick(t0 + seconds(t.at)), t.copied) << t.at;
+    keeper.writer().WaitIdle();
+    if (t.copied) EXPECT_EQ(CopyText(), GetUndoVar()) << t.at;
+  }
+  EXPECT_EQ(keeper.writer().Written(), 3);
   EXPECT_EQ(Doc.Points.count(), 1);
-
   keeper.CleanExit();
   EXPECT_FALSE(fs::exists(path_));
-}
-
-TEST_F(RecoveryTest, PastTheUndoDepthTheTextIsWrittenAfresh) {
-  RecoveryKeeper keeper(path_, seconds(0));
-  keeper.Tick();
-  AddPoint(1, 1, 0, "A");
-  UndoCount = kUndoDepth + 5;  // the stack stores nothing past its depth
-  EXPECT_TRUE(keeper.Tick());
-  keeper.writer().WaitIdle();
+  // Past the undo depth the stack stores nothing: the text is written afresh.
+  RecoveryKeeper deep(path_, seconds(0));
+  deep.Tick();
+  AddPoint(1, 1, 0, "C");
+  UndoCount = kUndoDepth + 5;
+  EXPECT_TRUE(deep.Tick());
+  deep.writer().WaitIdle();
   EXPECT_EQ(CopyText(), GetUndoVar());
 }
 
 TEST_F(RecoveryTest, RestoresTheCopyAsAnUnsavedDocument) {
+  // No copy, or a damaged one (not a document frame): no question.
+  EXPECT_FALSE(OfferRecovery(path_));
+  fs::create_directories(fs::path(path_).parent_path());
+  std::ofstream(path_, std::ios::binary) << "garbage";
+  EXPECT_FALSE(OfferRecovery(path_));
+  EXPECT_TRUE(host_.messages.empty());
   // The last run: three points, then a crash (no clean exit).
   {
-    AddPoint(1, 2, 0, "A");
-    AddPoint(3, 4, 0, "B");
-    AddPoint(5, 6, 0, "C");
+    for (const char* l : {"A", "B", "C"}) AddPoint(l[0] - 'A', 2, 0, l);
     PushSnapshot();
     RecoveryKeeper keeper(path_, seconds(30));
     ASSERT_TRUE(keeper.Tick());
@@ -163,9 +150,7 @@ TEST_F(RecoveryTest, RestoresTheCopyAsAnUnsavedDocument) {
   EXPECT_EQ(GetUndoVar(), lost);
   ASSERT_EQ(Doc.Points.count(), 3);
   EXPECT_EQ(Doc.Points.Item(3)->PLabel, "C");
-  EXPECT_EQ(CurrentFilePath, "");
-  EXPECT_TRUE(DocumentModified());
-  EXPECT_FALSE(fs::exists(path_));
+  EXPECT_TRUE(CurrentFilePath.empty() && DocumentModified() && !fs::exists(path_));
 }
 
 // Programs side by side keep their own copies; every orphan is offered, one
@@ -208,16 +193,6 @@ TEST_F(RecoveryTest, ProgramsKeepTheirOwnCopiesAndEveryOrphanIsOffered) {
   EXPECT_FALSE(fs::exists(copy(1003)) || fs::exists(copy(1004)));
   EXPECT_EQ(text(copy(1002)), other);
   EXPECT_TRUE(fs::exists(copy(1)));
-}
-
-TEST_F(RecoveryTest, NoCopyNoQuestion) {
-  EXPECT_FALSE(OfferRecovery(path_));
-  EXPECT_TRUE(host_.messages.empty());
-  // A damaged copy (not a document frame) is no copy either.
-  fs::create_directories(fs::path(path_).parent_path());
-  std::ofstream(path_, std::ios::binary) << "garbage";
-  EXPECT_FALSE(OfferRecovery(path_));
-  EXPECT_TRUE(host_.messages.empty());
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "graphs/funcurve.h"
 #include "persist/record.h"
 #include "render/frame.h"
+#include "graphs/graphs_test_util.h"
 #include "render_fixture.h"
 
 namespace vt {
@@ -74,15 +75,9 @@ TEST_F(FunCurveDrawTest, InequalityIsAFieldOfPoints) {
 
 TEST_F(FunCurveDrawTest, OverlaysReachTheCanvas) {
   CFunCurve* c = Curve(2, 1, "", "0.5x+1", 60, "-6", "6");
-  c->ShowInverse = true;
-  c->InvColor = RGB(0, 200, 0);
-  c->ShowInt = true;
-  c->IntColor = RGB(255, 0, 0);
-  c->IntFrom = 1;
-  c->IntTo = 3;
-  c->ShowRoot = true;
-  c->RootColor = RGB(255, 0, 0);
-  c->RootSize = 9;
+  c->ShowInverse = c->ShowInt = c->ShowRoot = true;
+  c->InvColor = RGB(0, 200, 0), c->IntColor = c->RootColor = RGB(255, 0, 0);
+  c->IntFrom = 1, c->IntTo = 3, c->RootSize = 9;
   ASSERT_TRUE(c->GetPoints());
   Frame();
   // The inverse of (0, 1) is (1, 0), of (4, 3) it is (3, 4).
@@ -96,13 +91,10 @@ TEST_F(FunCurveDrawTest, OverlaysReachTheCanvas) {
 
 TEST_F(FunCurveDrawTest, DrawWritesTheCurvesLinesToTheResultsPanel) {
   CFunCurve* a = Curve(2, 1, "", "x^2-2", 99, "-5", "5");
-  a->ShowRoot = true;
-  ASSERT_TRUE(a->GetPoints());
   CFunCurve* b = Curve(2, 1, "", "x", 10, "0", "2");
-  b->ShowLen = true;
-  b->LenFrom = 0;
-  b->LenTo = 1;
-  ASSERT_TRUE(b->GetPoints());
+  a->ShowRoot = b->ShowLen = true;
+  b->LenFrom = 0, b->LenTo = 1;
+  ASSERT_TRUE(a->GetPoints() && b->GetPoints());
   CurveResults.AddLine(a->ID, "stale");
   Frame();
   std::vector<std::string> expected = a->ResultLines();
@@ -119,19 +111,14 @@ TEST_F(FunCurveDrawTest, DrawWritesTheCurvesLinesToTheResultsPanel) {
 }
 
 TEST_F(FunCurveDrawTest, CurveReadFromADocumentSamplesAtItsFirstDraw) {
-  auto k = std::make_unique<CNote>();
-  k->ID = NewObjectId("NT");
-  k->VarName = "k";
-  k->Value = 1;
-  Doc.Notes.Add(std::move(k));
+  test::AddParameter("k", 1);
   CFunCurve* c = Curve(2, 1, "", "k*x", 20, "-4", "4");
   // As the reader leaves it: formula text, no samples yet.
   const std::string rec = c->Save();
   Doc.FunCurves.Remove(1);
   RecordReader r(std::string_view(rec).substr(0, rec.size() - 2));
   CFunCurve* l = Doc.FunCurves.Add(CFunCurve::Load(r));
-  EXPECT_FALSE(l->Sampled());
-  EXPECT_TRUE(l->Vert3D.empty());
+  EXPECT_TRUE(!l->Sampled() && l->Vert3D.empty());
   Frame();
   EXPECT_EQ(l->Vert3D.size(), 21u);
   EXPECT_TRUE(Near(2, 2, 1, Bluish));

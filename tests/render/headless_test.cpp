@@ -61,8 +61,7 @@ TEST_F(HeadlessTest, PngShowsThePointsOfTheDocumentInThePlaneAndInSpace) {
   HeadlessRender r;
   r.documentPath = WriteDocument("three.vtd");
   r.pngPath = dir_.path("three.png");
-  r.width = 240;
-  r.height = 180;
+  r.width = 240, r.height = 180;
   std::string error;
   std::vector<std::string> messages;
   ASSERT_TRUE(RenderDocumentToPng(r, error, &messages)) << error;
@@ -70,9 +69,8 @@ TEST_F(HeadlessTest, PngShowsThePointsOfTheDocumentInThePlaneAndInSpace) {
   Png png;
   ASSERT_TRUE(Load(r.pngPath, png));
   EXPECT_TRUE(png.w == 240 && png.h == 180);
-  EXPECT_TRUE(Near(png.At(-3, -2), 255, 0, 0, 10));
-  EXPECT_TRUE(Near(png.At(3, -2), 0, 255, 0, 10));
-  EXPECT_TRUE(Near(png.At(0, 3), 0, 0, 255, 10));  // a square, symbol 3
+  // Red, green, and blue (a square, symbol 3) where the points stand.
+  EXPECT_TRUE(Near(png.At(-3, -2), 255, 0, 0, 10) && Near(png.At(3, -2), 0, 255, 0, 10) && Near(png.At(0, 3), 0, 0, 255, 10));
   EXPECT_TRUE(IsWhite(png.At(-1.5f, 1.5f)));
   // The host the test installed is back, and the document is the one opened.
   EXPECT_EQ(&host(), static_cast<Host*>(&host_));
@@ -91,45 +89,33 @@ TEST_F(HeadlessTest, PngShowsThePointsOfTheDocumentInThePlaneAndInSpace) {
 
 TEST_F(HeadlessTest, DamagedFilesAreRefusedWithOneLineDamagedRecordsCostOnlyThemselves) {
   const std::string png = dir_.path("out.png");
-  const std::string garbage = dir_.path("garbage.vtd");
-  WriteBytes(garbage, "this is not a document");
-  const std::string noScene = dir_.path("noscene.vtd");
-  WriteBytes(noScene, EncodeDocumentFrame("PT0001 1 2 0 1 2 255 0 1 1 @A@ 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 0 0 0;;"));
-  const std::string cases[] = {dir_.path("missing.vtd"), garbage, noScene};
-  const char* words[] = {"cannot open", "is damaged", "is damaged"};
-  for (int i = 0; i < 3; ++i) {
-    HeadlessRender r;
-    r.documentPath = cases[i];
-    r.pngPath = png;
-    std::string error;
-    EXPECT_FALSE(RenderDocumentToPng(r, error)) << cases[i];
-    EXPECT_NE(error.find(words[i]), std::string::npos) << error;
-    EXPECT_EQ(error.find('\n'), std::string::npos);
-    EXPECT_FALSE(std::filesystem::exists(png));
-  }
+  WriteBytes(dir_.path("garbage.vtd"), "this is not a document");
+  WriteBytes(dir_.path("noscene.vtd"),
+             EncodeDocumentFrame("PT0001 1 2 0 1 2 255 0 1 1 @A@ 0 0 0 0 @@ @@ @@ @@ 0 0 0 0 0 0 0 0;;"));
   // A damaged record costs only itself: the picture is drawn from what was
   // kept, and the one message names the damage.
-  const std::string badRecord = dir_.path("badrecord.vtd");
-  WriteBytes(badRecord, EncodeDocumentFrame("GL Ver3.00 1 0 0 0 0;;PT0001 1 2 zero;;"));
-  {
-    HeadlessRender kept;
-    kept.documentPath = badRecord;
-    kept.pngPath = png;
+  WriteBytes(dir_.path("badrecord.vtd"), EncodeDocumentFrame("GL Ver3.00 1 0 0 0 0;;PT0001 1 2 zero;;"));
+  const struct {
+    std::string doc;
+    int width;
+    const char* error;  // nullptr: drawn
+  } cases[] = {{dir_.path("missing.vtd"), 240, "cannot open"}, {dir_.path("garbage.vtd"), 240, "is damaged"},
+               {dir_.path("noscene.vtd"), 240, "is damaged"},  {WriteDocument("ok.vtd"), 0, ""},
+               {dir_.path("badrecord.vtd"), 240, nullptr}};
+  for (const auto& c : cases) {
+    HeadlessRender r;
+    r.documentPath = c.doc, r.pngPath = png, r.width = c.width;
     std::string error;
     std::vector<std::string> messages;
-    EXPECT_TRUE(RenderDocumentToPng(kept, error, &messages)) << error;
-    ASSERT_EQ(messages.size(), 1u);
-    EXPECT_NE(messages[0].find("could not be read"), std::string::npos) << messages[0];
-    EXPECT_TRUE(std::filesystem::exists(png));
-    std::filesystem::remove(png);
+    EXPECT_EQ(RenderDocumentToPng(r, error, &messages), c.error == nullptr) << c.doc;
+    EXPECT_EQ(std::filesystem::exists(png), c.error == nullptr) << c.doc;
+    if (c.error) {
+      EXPECT_TRUE(error.find(c.error) != std::string::npos && error.find('\n') == std::string::npos) << error;
+    } else {
+      ASSERT_EQ(messages.size(), 1u);
+      EXPECT_NE(messages[0].find("could not be read"), std::string::npos) << messages[0];
+    }
   }
-  HeadlessRender r;
-  r.documentPath = WriteDocument("ok.vtd");
-  r.pngPath = png;
-  r.width = 0;
-  std::string error;
-  EXPECT_FALSE(RenderDocumentToPng(r, error));
-  EXPECT_FALSE(std::filesystem::exists(png));
 }
 
 // The command itself, when it was built beside the tests.
@@ -148,8 +134,7 @@ TEST_F(HeadlessTest, CommandLineExitCodesAndItsOneLineError) {
   EXPECT_EQ(run("'" + doc + "' '" + out + "' --size 120x90"), 0);
   Png png;
   ASSERT_TRUE(Load(out, png));
-  EXPECT_EQ(png.w, 120);
-  EXPECT_EQ(png.h, 90);
+  EXPECT_TRUE(png.w == 120 && png.h == 90);
   const std::string damaged = dir_.path("damaged.vtd");
   WriteBytes(damaged, "\x08\x00\x05\x00" "junk!");
   EXPECT_EQ(run("'" + damaged + "' '" + dir_.path("no.png") + "'"), 1);

@@ -13,6 +13,7 @@
 #include "geometry/line.h"
 #include "geometry/propagation.h"
 #include "graphs/funcurve.h"
+#include "graphs/graphs_test_util.h"
 #include "render_fixture.h"
 #include "tools/transform.h"
 
@@ -90,23 +91,18 @@ class SceneGallery : public test::RenderTest, public ::testing::WithParamInterfa
   // (1 cartesian, 2 polar) over [from, to].
   CFunCurve* Curve(const std::string& fy, double from, double to, int style = 1, int form = 2, int coord = 1,
                    const std::string& fx = "") {
-    auto c = std::make_unique<CFunCurve>();
-    c->Init(NewObjectId("C2"), "", 0, coord, fx, fy, "", 400, 400, std::to_string(from), std::to_string(to), -8, 8,
-            RGB(0, 0, 255), 2);
-    c->LineStyle = style;
-    c->FunForm = form;
-    CFunCurve* p = Doc.FunCurves.Add(std::move(c));
+    CFunCurve* p = Doc.FunCurves.Add(test::MakeCurve(form, coord, fx, fy, 400, std::to_string(from), std::to_string(to), -8, 8));
+    p->LineStyle = style;
     if (form != 1) EXPECT_TRUE(p->GetPoints());
     return p;
   }
 
-  // Some pixel within one of the window place passes.
-  bool Around(double wx, double wy, const PixelTest& t) const {
-    return Count(static_cast<int>(std::floor(wx)) - 1, static_cast<int>(std::floor(wy)) - 1,
-                 static_cast<int>(std::floor(wx)) + 1, static_cast<int>(std::floor(wy)) + 1, t) > 0;
-  }
   bool Projected(XY p, const PixelTest& t) const { return AnyNear(p.first, p.second, 0, 1, t); }
-  bool Counted(XY p, const PixelTest& t) const { return Around(100 + 10.0 * p.first, 100 + 10.0 * p.second, t); }
+  // Some pixel within one of the canvas place (10 pixels to the unit) passes.
+  bool Counted(XY p, const PixelTest& t) const {
+    const int x = static_cast<int>(std::floor(100 + 10.0 * p.first)), y = static_cast<int>(std::floor(100 + 10.0 * p.second));
+    return Count(x - 1, y - 1, x + 1, y + 1, t) > 0;
+  }
   // Pixels of the window rectangle (y up, corners included) that pass.
   int Count(int x0, int y0, int x1, int y1, const PixelTest& t) const {
     int n = 0;
@@ -140,8 +136,7 @@ std::vector<Scene> SceneGallery::Scenes() {
          g.Frame();
          EXPECT_GT(g.ShareOnCircle(-5, 0, 3, Red), 0.9);
          const double blue = g.ShareOnCircle(5, 0, 3, Blue);
-         EXPECT_GT(blue, 0.2);  // dashed: ink and gaps
-         EXPECT_LT(blue, 0.8);
+         EXPECT_TRUE(blue > 0.2 && blue < 0.8) << blue;  // dashed: ink and gaps
          EXPECT_EQ(g.ShareOnCircle(5, 0, 3, Red), 0);
          // The whole picture: red only on the left half, blue only on the right.
          EXPECT_GT(g.Count(0, 0, 99, 199, Red), 100);
@@ -156,8 +151,7 @@ std::vector<Scene> SceneGallery::Scenes() {
          g.Frame();
          auto along = [](double s) { return XY{static_cast<float>(-6 + 12 * s), -3.0f}; };
          const double dark = g.Share(along, Dark);
-         EXPECT_GT(dark, 0.3);
-         EXPECT_LT(dark, 0.9);
+         EXPECT_TRUE(dark > 0.3 && dark < 0.9) << dark;
          EXPECT_EQ(g.Share(along, Yellow), 0);
          EXPECT_FALSE(g.Counted({8, -3}, Ink));  // nothing past its end
          EXPECT_EQ(g.Count(0, 0, 199, 99, Yellow), 0);  // yellow only above the middle row
@@ -189,8 +183,7 @@ std::vector<Scene> SceneGallery::Scenes() {
          auto along = [](double s) { return XY{static_cast<float>(-7 + 14 * s), 2 * std::sin(static_cast<float>(-7 + 14 * s))}; };
          g.Frame();
          const double dashed = g.Share(along, Blue, 700);
-         EXPECT_GT(dashed, 0.25);
-         EXPECT_LT(dashed, 0.85);
+         EXPECT_TRUE(dashed > 0.25 && dashed < 0.85) << dashed;
          c->LineStyle = 1;
          g.Frame();
          EXPECT_GT(g.Share(along, Blue, 700), 0.97);

@@ -2,6 +2,8 @@
 // or not at all, and a refused field says "Illegal data exist.".
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "document/globals.h"
 #include "render/dialogs/settings_core.h"
 #include "render/view_state.h"
@@ -23,56 +25,47 @@ class SettingsTest : public DocumentTest {
   }
 };
 
-TEST_F(SettingsTest, TheViewSettingsRefuseOneXAndChangeNothing) {
-  ViewSettingsForm f = CurrentViewSettings();
-  f.ProjectType = 2;
-  f.Limits[0] = "-7";
-  f.Limits[3] = "1x";
-  EXPECT_FALSE(ApplyViewSettings(f));
+TEST_F(SettingsTest, EachFormIsTakenWholeOrNotAtAll) {
+  ViewSettingsForm v = CurrentViewSettings();
+  v.ProjectType = 2;
+  v.Limits[0] = "-7";
+  v.Limits[3] = "1x";
+  EXPECT_FALSE(ApplyViewSettings(v));
   ASSERT_EQ(host_.messages.size(), 1u);
-  EXPECT_EQ(host_.messages[0].text, "Illegal data exist.");
-  EXPECT_EQ(host_.messages[0].title, "Error");
-  EXPECT_EQ(View.ProjectType, 1);
-  EXPECT_FLOAT_EQ(BoxMinX, -500);
-  f.Limits[3] = "--";
-  EXPECT_FALSE(ApplyViewSettings(f));
-}
+  EXPECT_EQ(host_.messages[0].title + ": " + host_.messages[0].text, "Error: Illegal data exist.");
+  EXPECT_TRUE(View.ProjectType == 1 && BoxMinX == -500);
+  v.Limits[3] = "--";
+  EXPECT_FALSE(ApplyViewSettings(v));
 
-TEST_F(SettingsTest, TheLightsTakeEveryFieldOrNone) {
-  LightSettingsForm f = CurrentLightSettings();
-  f.Diffuse[1][2] = "0.5";
-  EXPECT_TRUE(ApplyLightSettings(f));
+  LightSettingsForm l = CurrentLightSettings();
+  l.Diffuse[1][2] = "0.5";
+  EXPECT_TRUE(ApplyLightSettings(l));
   EXPECT_FLOAT_EQ(MainLight.Diffuse[1][2], 0.5f);
-  f = CurrentLightSettings();
-  f.Specular[0][0] = "0.2";
-  f.Position[1][3] = "one";
-  EXPECT_FALSE(ApplyLightSettings(f));
+  l.Specular[0][0] = "0.2";
+  l.Position[1][3] = "one";
+  EXPECT_FALSE(ApplyLightSettings(l));
   EXPECT_EQ(host_.LastMessage(), "Illegal data exist.");
   EXPECT_FLOAT_EQ(MainLight.Specular[0][0], 1);
-}
 
-TEST_F(SettingsTest, TheAxisSettingsChooseScalesAndSchemes) {
-  AxisSettingsForm f = CurrentAxisSettings();
-  f.Axis.XYPanelMaterial = 13;
-  f.Scales = ScaleChoice::Custom;
-  f.Scale = {"2", "0.5", "1"};
-  EXPECT_TRUE(ApplyAxisSettings(f));
-  EXPECT_FLOAT_EQ(ScaleY, 0.5f);
-  EXPECT_EQ(CurrentAxisSettings().Scales, ScaleChoice::Custom);
-
-  f.Scales = ScaleChoice::Equal;
-  f.Scale = {"3", "x", "x"};  // only the first counts, but each must read
-  EXPECT_FALSE(ApplyAxisSettings(f));
-  f.Scale = {"3", "1", "1"};
-  EXPECT_TRUE(ApplyAxisSettings(f));
-  EXPECT_FLOAT_EQ(ScaleZ, 3);
-  f.Scales = ScaleChoice::Custom;
-  f.Scale = {"0", "1", "1"};
-  EXPECT_FALSE(ApplyAxisSettings(f));
-  f.Scales = ScaleChoice::Square;
-  f.Axis.XYPanelMaterial = 14;
-  EXPECT_FALSE(ApplyAxisSettings(f));
-  EXPECT_EQ(AxisObject.XYPanelMaterial, 13);
+  AxisSettingsForm a = CurrentAxisSettings();
+  a.Axis.XYPanelMaterial = 13;
+  a.Scales = ScaleChoice::Custom;
+  a.Scale = {"2", "0.5", "1"};
+  EXPECT_TRUE(ApplyAxisSettings(a));
+  EXPECT_TRUE(ScaleY == 0.5f && CurrentAxisSettings().Scales == ScaleChoice::Custom);
+  // Equal scales: only the first counts, but each must read.
+  const struct {
+    ScaleChoice choice;
+    std::array<std::string, 3> scale;
+    int material;
+    bool taken;
+  } steps[] = {{ScaleChoice::Equal, {"3", "x", "x"}, 13, false}, {ScaleChoice::Equal, {"3", "1", "1"}, 13, true},
+               {ScaleChoice::Custom, {"0", "1", "1"}, 13, false}, {ScaleChoice::Square, {"3", "1", "1"}, 14, false}};
+  for (const auto& k : steps) {
+    a.Scales = k.choice, a.Scale = k.scale, a.Axis.XYPanelMaterial = k.material;
+    EXPECT_EQ(ApplyAxisSettings(a), k.taken) << k.scale[0] << k.scale[1];
+  }
+  EXPECT_TRUE(ScaleZ == 3 && AxisObject.XYPanelMaterial == 13);
 }
 
 }  // namespace

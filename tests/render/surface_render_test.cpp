@@ -12,6 +12,7 @@
 #include "render/frame.h"
 #include "render/texture.h"
 #include "render/view_state.h"
+#include "graphs/graphs_test_util.h"
 #include "render_fixture.h"
 
 #include <GL/gl.h>
@@ -21,16 +22,13 @@ namespace {
 
 using test::RenderTest;
 using test::Rgb;
+using XY = std::pair<float, float>;
 
 class SurfaceDrawTest : public RenderTest {
  protected:
-  CSurface* Add(int graphType, int funForm, int coordType, const std::string& fx, const std::string& fy,
-                const std::string& fz, int steps, const std::string& minU, const std::string& maxU,
-                const std::string& minV, const std::string& maxV) {
-    auto s = std::make_unique<CSurface>();
-    s->Init(NewObjectId(graphType == 1 ? "C3" : "SF"), "", graphType, funForm, coordType, fx, fy, fz, steps, steps,
-            minU, maxU, minV, maxV);
-    CSurface* p = Doc.Surfaces.Add(std::move(s));
+  template <class... A>
+  CSurface* Add(A&&... a) {
+    CSurface* p = Doc.Surfaces.Add(test::MakeSurface(std::forward<A>(a)...));
     EXPECT_TRUE(p->GetPoints());
     return p;
   }
@@ -74,41 +72,24 @@ TEST_F(SurfaceDrawTest, LitSphereIsShadedAcross) {
 
 TEST_F(SurfaceDrawTest, TexturedQuadShowsTheTexture) {
   test::TempDir dir;
-  const std::string path = QuadrantPicture(dir, 8);
-  // Directly: the texture bound and a quad drawn with it, lighting off.
-  SetCanvas(kW, kH, 12);
-  DrawScene();
-  Display();
-  Cls15 tex;
-  int w = 0, h = 0;
-  ASSERT_TRUE(tex.CreateMapImage(path, w, h));
-  EXPECT_EQ(w, 8);
-  EXPECT_NE(tex.TextureName, 0u);
   // A surface facing the viewer (the plane seen from above): x = u, y = v,
-  // z = 0, the texture alone.
+  // z = 0, the texture alone, lighting off. The picture's sides (8) are
+  // powers of two already; 6 x 3 is scaled to 8 x 4.
   CSurface* s = Add(2, 3, 3, "u", "v", "0", 4, "-4", "4", "-4", "4");
-  s->ShowTex = true;
-  s->TexName = path;
-  s->TexMode = 1;
+  s->ShowTex = true, s->TexName = QuadrantPicture(dir, 8), s->TexMode = 1;
   MainLight.LightingOn = false;
   Frame();
   MainLight.LightingOn = true;
-  EXPECT_TRUE(Near(At(-2, -2, 0.1f), 255, 0, 0, 70));    // red
-  EXPECT_TRUE(Near(At(2, -2, 0.1f), 0, 255, 0, 70));     // green
-  EXPECT_TRUE(Near(At(-2, 2, 0.1f), 0, 0, 255, 70));     // blue
-  EXPECT_TRUE(Near(At(2, 2, 0.1f), 255, 255, 0, 70));    // yellow
+  const std::pair<XY, Rgb> quadrants[] = {{{-2, -2}, {255, 0, 0}}, {{2, -2}, {0, 255, 0}},
+                                          {{-2, 2}, {0, 0, 255}},  {{2, 2}, {255, 255, 0}}};
+  for (const auto& [at, c] : quadrants) EXPECT_TRUE(Near(At(at.first, at.second, 0.1f), c[0], c[1], c[2], 70)) << at.first << "," << at.second;
   // Drawn again from the list, the texture is still there.
   Repaint();
   EXPECT_TRUE(Near(At(2, 2, 0.1f), 255, 255, 0, 70));
-}
-
-TEST_F(SurfaceDrawTest, PictureSidesBecomePowersOfTwo) {
-  DrawScene();
   std::vector<std::uint8_t> rgb(6 * 3 * 3, 128);
   int w = 6, h = 3;
   ASSERT_TRUE(Cls15::ScaleImg(rgb, w, h));
   EXPECT_TRUE(w == 8 && h == 4 && rgb.size() == 8u * 4u * 3u);
-  EXPECT_EQ(Cls15::PowerOfTwoSide(5000, 256), 256);
   Cls15 t;
   for (const char* bad : {"picture.png", "", "/no/such/file.BMP"}) EXPECT_FALSE(t.LoadGLTextures(bad)) << bad;
 }

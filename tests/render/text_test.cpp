@@ -4,6 +4,7 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <string>
@@ -23,15 +24,12 @@ using test::RenderTest;
 using test::Rgb;
 
 TEST(AnsiBytesTest, CharactersBecomeWindows1252Bytes) {
-  EXPECT_EQ(AnsiBytes(""), "");
-  EXPECT_EQ(AnsiBytes("A b-9"), "A b-9");
-  EXPECT_EQ(AnsiBytes("caf\xC3\xA9"), "caf\xE9");           // e acute
-  EXPECT_EQ(AnsiBytes("\xE2\x82\xAC" "5"), "\x80" "5");     // euro sign
-  EXPECT_EQ(AnsiBytes("\xE2\x80\x93"), "\x96");             // en dash
-  EXPECT_EQ(AnsiBytes("x\xE4\xB8\xADy"), "x?y");            // outside the code page
-  EXPECT_EQ(AnsiBytes("\xF0\x9F\x98\x80"), "?");            // outside the plane
-  EXPECT_EQ(AnsiBytes("a\xFF" "b"), "a?b");                 // a byte that starts nothing
-  EXPECT_EQ(AnsiBytes("a\xC3"), "a?");                      // cut short
+  const std::pair<const char*, const char*> cases[] = {
+      {"", ""}, {"A b-9", "A b-9"}, {"caf\xC3\xA9", "caf\xE9"}, {"\xE2\x82\xAC" "5", "\x80" "5"} /* euro */,
+      {"\xE2\x80\x93", "\x96"} /* en dash */, {"x\xE4\xB8\xADy", "x?y"} /* outside the code page */,
+      {"\xF0\x9F\x98\x80", "?"} /* outside the plane */, {"a\xFF" "b", "a?b"} /* starts nothing */,
+      {"a\xC3", "a?"} /* cut short */};
+  for (const auto& [in, out] : cases) EXPECT_EQ(AnsiBytes(in), out) << in;
   EXPECT_EQ(AnsiToUnicode(0x81), 0u);
   // Every character of the code page comes back as its own byte.
   for (unsigned b = 0x20; b < 0x100; ++b) {
@@ -116,36 +114,28 @@ TEST_F(TextTest, SharedRoutineWritesBlackWhateverTheStateAndEmptyTextIsNothing) 
   EXPECT_EQ(DarkPixelsAround(-3.5f, -2.5f, 3.5f, -1.2f), 0);
 }
 
+// In the plane (labels running off the edge, with no valid raster position,
+// of bytes without glyphs) and in a turned space (balls of no size).
 TEST_F(TextTest, LabelPassMatchesTheBitmapGlyphsPixelForPixel) {
   CompareLabelPaths({AddPoint(-5.93f, 3.31f, 0, "Ag9"), AddPoint(0.117f, -0.449f, 0, "W1 x"),
-                     AddPoint(6.93f, -5.27f, 0, "Edge"),   // runs off the right edge
-                     AddPoint(-9.5f, 0, 0, "Outside"),     // no valid raster position
+                     AddPoint(6.93f, -5.27f, 0, "Edge"), AddPoint(-9.5f, 0, 0, "Outside"),
                      AddPoint(2.25f, 2.25f, 0, "\xC3\xA9t\xC3\xA9")},
                     0.1f, false);
-}
-
-TEST_F(TextTest, LabelPassMatchesTheBitmapGlyphsInARotatedSpace) {
+  ClearDocument();
   SceneMode = 3;
-  ViewGraph.RotRoll = 111;
-  ViewGraph.RotPitch = -41;
-  ViewGraph.RotYaw = 60;
+  ViewGraph.RotRoll = 111, ViewGraph.RotPitch = -41, ViewGraph.RotYaw = 60;
   std::vector<Position*> pts = {AddPoint(1.3f, -2.2f, 0.7f, "B7"), AddPoint(-3.1f, 0.4f, -1.9f, "Zq"),
                                 AddPoint(0.05f, 4.4f, 2.6f, "Mid")};
-  for (Position* p : pts) p->Size = 0;  // balls of no size
+  for (Position* p : pts) p->Size = 0;
   CompareLabelPaths(pts, 0.3f, true);
 }
 
 TEST_F(TextTest, OutlineGlyphsAreInEmUnitsExtrudedAndAdvance) {
-  ASSERT_NE(FontOutlineSmall, 0u);
-  ASSERT_NE(FontOutlineLarge, 0u);
-  EXPECT_NE(FontOutlineSmall, FontOutlineLarge);
+  ASSERT_TRUE(FontOutlineSmall != 0 && FontOutlineLarge != 0 && FontOutlineSmall != FontOutlineLarge);
   // The glyphs drawn flat black, 80 pixels to the unit, origin at pixel
-  // (16, 40); turnY seen from the side (the extrusion then runs along x).
-  // Gives the box of the dark pixels in units, or false when none.
-  struct Box {
-    double x0, x1, y0, y1;
-  };
-  auto draw = [&](unsigned base, const char* text, float turnY, Box& box, float shiftX = 0) {
+  // (16, 40), turned by turnY about y (from the side the extrusion runs
+  // along x). Gives the box of the dark pixels in units (x0, x1, y0, y1).
+  auto draw = [&](unsigned base, const char* text, float turnY = 0, float shiftX = 0) {
     glViewport(0, 0, kW, kH);
     glClearColor(1, 1, 1, 1);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -169,37 +159,27 @@ TEST_F(TextTest, OutlineGlyphsAreInEmUnitsExtrudedAndAdvance) {
     int x0 = kW, x1 = -1, y0 = kH, y1 = -1;
     for (int y = 0; y < kH; ++y)
       for (int x = 0; x < kW; ++x)
-        if (IsDark(Pixel(x, y))) {
-          x0 = std::min(x0, x);
-          x1 = std::max(x1, x + 1);
-          y0 = std::min(y0, y);
-          y1 = std::max(y1, y + 1);
-        }
-    box = {(x0 - 16) / 80.0, (x1 - 16) / 80.0, (y0 - 40) / 80.0, (y1 - 40) / 80.0};
-    return x1 >= 0;
+        if (IsDark(Pixel(x, y))) x0 = std::min(x0, x), x1 = std::max(x1, x + 1), y0 = std::min(y0, y), y1 = std::max(y1, y + 1);
+    return std::array<double, 4>{(x0 - 16) / 80.0, (x1 - 16) / 80.0, (y0 - 40) / 80.0, (y1 - 40) / 80.0};
   };
-  Box one, two, side, small, blank, eacute;
-  ASSERT_TRUE(draw(FontOutlineLarge, "H", 0, one));
-  // A capital under one em high, on the base line.
-  EXPECT_NEAR(one.y0, 0, 0.02);
-  EXPECT_TRUE(one.y1 > 0.6 && one.y1 < 0.8) << one.y1;
-  // The second glyph stands one advance to the right.
-  ASSERT_TRUE(draw(FontOutlineLarge, "HH", 0, two));
-  const double advance = two.x1 - one.x1;
-  EXPECT_TRUE(advance > 0.6 && advance < 0.9) << advance;
-  EXPECT_NEAR(two.x0, one.x0, 0.02);
+  const auto one = draw(FontOutlineLarge, "H"), two = draw(FontOutlineLarge, "HH");
+  // A capital under one em high, on the base line; the second glyph stands
+  // one advance to the right.
+  EXPECT_NEAR(one[2], 0, 0.02);
+  EXPECT_TRUE(one[3] > 0.6 && one[3] < 0.8) << one[3];
+  EXPECT_TRUE(two[1] - one[1] > 0.6 && two[1] - one[1] < 0.9) << two[1] - one[1];
+  EXPECT_NEAR(two[0], one[0], 0.02);
   // Seen from the side the glyph is 0.3 deep, from z 0 back to -0.3.
-  ASSERT_TRUE(draw(FontOutlineLarge, "H", 90, side, 0.5f));
-  EXPECT_NEAR(side.x1 - side.x0, 0.3, 0.03);
-  EXPECT_NEAR(side.x0, 0.5 - 0.3, 0.03);
+  const auto side = draw(FontOutlineLarge, "H", 90, 0.5f);
+  EXPECT_NEAR(side[1] - side[0], 0.3, 0.03);
+  EXPECT_NEAR(side[0], 0.5 - 0.3, 0.03);
   // Both sizes are in units of the em.
-  ASSERT_TRUE(draw(FontOutlineSmall, "H", 0, small));
-  EXPECT_NEAR(small.y1, one.y1, 0.02);
-  EXPECT_NEAR(small.x1, one.x1, 0.02);
-  // A blank moves without drawing; codes 128 to 255 have glyphs of their own.
-  EXPECT_FALSE(draw(FontOutlineLarge, " ", 0, blank));
-  ASSERT_TRUE(draw(FontOutlineLarge, "\xE9", 0, eacute));
-  EXPECT_GT(eacute.y1, 0.7);  // the accent stands above the x height
+  const auto small = draw(FontOutlineSmall, "H");
+  EXPECT_TRUE(std::fabs(small[3] - one[3]) < 0.02 && std::fabs(small[1] - one[1]) < 0.02);
+  // A blank moves without drawing; codes 128 to 255 have glyphs of their own,
+  // with the accent above the x height.
+  EXPECT_LT(draw(FontOutlineLarge, " ")[1], -0.1);
+  EXPECT_GT(draw(FontOutlineLarge, "\xE9")[3], 0.7);
 }
 
 TEST_F(TextTest, AFaceThatCannotBeHadShowsTheMessageAndDrawingGoesOn) {
