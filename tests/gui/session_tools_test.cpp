@@ -1,8 +1,8 @@
 // Teacher sessions with the canvas tools in the real window: drags that
 // neither box-select nor outlive a change of tool, a rotate drag in the plane,
 // the right button of the line tool, thirty notes that all find a place on
-// the canvas, a command button that measures what was selected, and the
-// document named on the command line.
+// the canvas (also on the start document), and a command button that
+// measures what was selected.
 #include <QApplication>
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -18,7 +18,6 @@
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "gui_fixture.h"
-#include "persist/docio.h"
 #include "render/canvas_input.h"
 #include "render/frame.h"
 #include "tools/buttons.h"
@@ -43,7 +42,7 @@ class SessionToolsTest : public QObject {
   void dragsNeitherBoxSelectNorOutliveAToolChange();
   void thirtyNotesAButtonAndAPlayerAllFindAFreePlace();
   void aCommandButtonMeasuresTheSegmentSelectedBeforeIt();
-  void theCommandLineDocumentReplacesTheStartDocument();
+  void aFirstNoteOnTheStartDocumentCoversNoneOfItsItems();
 
  private:
   QPoint PixelOf(float x, float y) {
@@ -214,24 +213,7 @@ void SessionToolsTest::aCommandButtonMeasuresTheSegmentSelectedBeforeIt() {
   QCOMPARE(QString::fromStdString(Doc.Notes.Item(1)->Note), QString("len AB = %1").arg(length, 0, 'f', 2));
 }
 
-void SessionToolsTest::theCommandLineDocumentReplacesTheStartDocument() {
-  NewPoint(1, 1);
-  NewPoint(2, 2);
-  NewPoint(3, 1);
-  QTemporaryDir dir;
-  const std::string path = (dir.path() + "/three points.vtd").toStdString();
-  QVERIFY(SaveDocumentAs(path));
-  delete window_;
-  window_ = new frmF1(path);
-  window_->show();
-  QVERIFY(QTest::qWaitForWindowExposed(window_));
-  QTRY_VERIFY(window_->started());
-  QCOMPARE(Doc.Points.count(), 3);
-  QCOMPARE(DocumentObjectCount(), 3);
-  QCOMPARE(QString::fromStdString(CurrentFilePath), QString::fromStdString(path));
-
-  // Without a path: the start document, and a first note made on it covers
-  // none of its items.
+void SessionToolsTest::aFirstNoteOnTheStartDocumentCoversNoneOfItsItems() {
   delete window_;
   window_ = new frmF1();
   window_->show();
