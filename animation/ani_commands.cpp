@@ -17,6 +17,7 @@
 #include "persist/record.h"
 #include "tools/canvas_input.h"
 #include "tools/name_rules.h"
+#include "tools/screen_place.h"
 #include "tools/select.h"
 
 namespace vt {
@@ -96,20 +97,6 @@ bool KnobDrag(float px, float) {
 
 bool TrackPick(CAnimation& a, float px, float py) { return a.PickRow(px, py); }
 
-// The next free place of the column of screen items at the left.
-void NextPlace(float& x, float& y) {
-  x = 2;
-  y = 90;
-  auto taken = [&](float py) {
-    for (CAniControl* c : Doc.AniCtrls)
-      if (std::abs(c->PosX - x) < 1 && c->PosY > py - 3 - 3.0f * c->AniNum() && c->PosY < py + 3) return true;
-    for (CNote* n : Doc.Notes)
-      if (std::abs(n->PosX - x) < 1 && std::abs(n->PosY - py) < 3) return true;
-    return false;
-  };
-  while (y > 5 && taken(y)) y -= 5;
-}
-
 std::string TimeError(float from, float to) {
   if (from < 0 || from > 1 || to < 0 || to > 1 || from > to) return "The time range must lie between 0 and 1.";
   return {};
@@ -138,7 +125,9 @@ CAniControl* NewPlayer() {
   c->Steps = 40;
   c->RunTimes = 4000;
   c->Status = 1;
-  NextPlace(c->PosX, c->PosY);
+  // The panel with room for two tracks below it.
+  FreeScreenPlace(15, 9, c->PosX, c->PosY);
+  c->PosY += 6;
   CAniControl* p = Doc.AniCtrls.Add(std::move(c));
   p->CreateTimer();
   return p;

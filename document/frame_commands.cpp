@@ -56,12 +56,7 @@ void StartUp(const std::string& commandLine, bool haveContext) {
   SceneQuat[0] = SceneQuat[1] = SceneQuat[2] = 0;
   SceneQuat[3] = 1;
   if (Hooks.registerFileType) Hooks.registerFileType();
-  if (!commandLine.empty()) {
-    OpenFile(commandLine);
-    CurrentFilePath = commandLine;
-  } else {
-    mnuFileNew2D_Click();
-  }
+  mnuFileNew2D_Click();
   ActiveTool = 11;
   LineToolKind = 1;
   MakeTools();
@@ -71,10 +66,14 @@ void StartUp(const std::string& commandLine, bool haveContext) {
   LastPointLabel = "0";
   View.ProjectType = 1;
   View.Zoom(0.3f);
-  // The start document always comes last, also after a path from the command
-  // line, which it replaces.
+  // A document named on the command line (the desktop opens files this way)
+  // is what the user sees; without one, or when it cannot be read, the start
+  // document.
   std::string text;
-  if (ReadDocumentFile(ProgramPath("Tutorials/T000.vtd"), text) && !text.empty()) {
+  if (!commandLine.empty() && ReadDocumentFile(commandLine, text) && !text.empty()) {
+    OpenDocumentText(text);
+    CurrentFilePath = commandLine;
+  } else if (ReadDocumentFile(ProgramPath("Tutorials/T000.vtd"), text) && !text.empty()) {
     OpenDocumentText(text);
     CurrentFilePath.clear();
   }
@@ -210,6 +209,7 @@ bool ConfirmDiscardChanges() {
 void mnuFileNew_Click() {
   if (DocumentObjectCount() <= 0 && CurrentFilePath.empty()) return;
   if (!ConfirmDiscardChanges()) return;
+  ResetToolGestures();
   ClearDocument();
   ResetNumbering();
   CurrentFilePath.clear();
@@ -224,6 +224,7 @@ void mnuFileOpen_Click() {
   // A cancelled dialog or a file that cannot be read keeps the document.
   std::string text;
   if (path.empty() || !ReadDocumentFile(path, text) || text.empty()) return;
+  ResetToolGestures();
   OpenDocumentText(text);
   CurrentFilePath = path;
   BeginHistory();

@@ -16,15 +16,12 @@
 #include "render/text.h"
 #include "tools/canvas_input.h"
 #include "tools/link_safety.h"
+#include "tools/screen_place.h"
 #include "tools/select.h"
 #include "tools/text_item.h"
 #include "render/strokes.h"
 
 namespace vt {
-
-// Weak, so that the notes, which share the place, may own the definition.
-__attribute__((weak)) float NextNotePosX = 2;
-__attribute__((weak)) float NextNotePosY = 90;
 
 const char* const kDefaultSamplePath = "\\Tutorials\\T000.vtd";
 const char* const kSelectOneFirst = "Please select at lease 1 object first.";
@@ -264,9 +261,8 @@ CButton* ConfirmButtonForm(const ButtonForm& form, const std::string& editId) {
   } else {
     auto made = std::make_unique<CButton>();
     made->ID = NewObjectId("BT");
-    made->PosX = NextNotePosX;
-    made->PosY = NextNotePosY;
-    NextNotePosY -= 7;
+    made->Label = form.Label;
+    FreeScreenPlace(made->FaceRight(), 5, made->PosX, made->PosY);
     std::string key = made->ID;
     b = Doc.Buttons.Add(std::move(made), key);
   }

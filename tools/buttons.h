@@ -13,10 +13,6 @@
 
 namespace vt {
 
-// Where the next note or button goes, in per cent of the canvas; each new
-// button moves it down by 7.
-extern float NextNotePosX, NextNotePosY;
-
 // The caption a new button of a kind gets.
 const char* DefaultButtonLabel(int btType);
 // The default path of a sample button.

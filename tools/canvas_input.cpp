@@ -13,6 +13,7 @@
 #include "render/frame.h"
 #include "render/trackball.h"
 #include "render/view_state.h"
+#include "tools/select.h"
 
 namespace vt {
 
@@ -113,7 +114,15 @@ void ArmRotation(int mode) {
   ArmViewDrag(ViewRotate);
 }
 
+// The select gesture is over: no drag, no box, nothing pressed.
+void EndSelectGesture() {
+  RubberBandOn = false;
+  DragMoved = false;
+  SelectPressed = false;
+}
+
 void ChooseTool(int tool) {
+  ResetToolGestures();
   ActiveTool = tool;
   RefreshControls();
 }
@@ -207,6 +216,10 @@ void picDraw_MouseDown(int Button, int Shift, float X, float Y) {
 void picDraw_MouseMove(int Button, int Shift, float X, float Y) {
   EventSelectScope scope;
   host().CanvasSize(CanvasWidth, CanvasHeight);
+  // A move with the left button up while a select gesture is open: its
+  // release went elsewhere (a dialog, another window). The gesture ends here,
+  // so nothing follows a mouse with no button held.
+  if (!(Button & kLeftButton) && (SelectPressed || DragMoved || RubberBandOn)) EndSelectGesture();
   if (Button & kLeftButton) {
     const float w = static_cast<float>(std::max(1, CanvasWidth));
     const float h = static_cast<float>(std::max(1, CanvasHeight));
@@ -249,6 +262,9 @@ void picDraw_MouseUp(int Button, int Shift, float X, float Y) {
   EventSelectScope scope;
   EventPoints e;
   e.Fill(X, Y);
+  // The press chose between a drag (it hit something) and a box (empty
+  // canvas); the release ends either.
+  const bool box = ActiveTool == 11 && RubberBandOn && !DragMoved;
   if (Button == kLeftButton && SelectPressed) {
     if (ActiveTool == 11) CurrentTool = NewSelect();
     if (CurrentTool) CurrentTool->RButtonDown(e.viewPoint, e.scenePoint, X, Y, e.farPoint, e.nearPoint);
@@ -257,14 +273,17 @@ void picDraw_MouseUp(int Button, int Shift, float X, float Y) {
   // A view drag lasts one drag: afterwards the user is back with the tool.
   const bool wasArmed = ViewRotate || ViewZoom || ViewMove;
   ViewRotate = ViewZoom = ViewMove = false;
-  // The turned scene is kept in the angles, as the frame reads them from here on.
-  if (SceneChanged) AnglesFromSceneQuat();
+  // In space the turned scene is kept in the angles, as the frame reads them
+  // from here on. A plane scene goes back to its angles: a tilted plane would
+  // put clicks far from the cursor.
+  if (SceneChanged && SceneMode == 3) AnglesFromSceneQuat();
   SceneChanged = false;
-  if (ActiveTool == 11) {
+  if (box && !wasArmed) {
     DragCurrentX = X;
     DragCurrentY = Y;
     FinishRubberBand();
   }
+  if (Button == kLeftButton) EndSelectGesture();
   if (wasArmed) RefreshControls();
   RedrawScene();
 }
@@ -294,10 +313,19 @@ void SyntheticMouseMove() { picDraw_MouseMove(0, 0, 0, 0); }
 
 // ---- choice of tool ---------------------------------------------------------------
 
-void mnuSelect_Click() {
-  RubberBandOn = true;
-  ChooseTool(11);
+void ResetToolGestures() {
+  EndSelectGesture();
+  DragAnchorX = DragAnchorY = DragCurrentX = DragCurrentY = 0;
+  ViewRotate = ViewZoom = ViewMove = false;
+  SceneChanged = false;
+  ToolCursorPoint = nullptr;
+  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text})
+    if (CCommand* t = Made(s)) t->Cancel();
+  CurrentTool = nullptr;
+  ResetSelectState();
 }
+
+void mnuSelect_Click() { ChooseTool(11); }
 
 void mnuDrawP_Click() {
   PointToolKind = 1;

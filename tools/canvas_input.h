@@ -88,6 +88,10 @@ void picDraw_DblClick();
 void SyntheticMouseMove();
 
 // ---- choice of tool and view drags ---------------------------------------------
+// Ends whatever a tool has under way: a select drag or box, an armed view
+// drag, a line or circle in the making, the hover highlight. Choosing a tool,
+// New and Open call it, so no gesture outlives them.
+void ResetToolGestures();
 void mnuSelect_Click();
 void mnuDrawP_Click();
 void mnuDrawPFollow_Click();

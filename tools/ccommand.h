@@ -28,6 +28,9 @@ class CCommand {
   // A press of the left button.
   virtual void LButtonDown(Position& viewPoint, Position& scenePoint, float& X, float& Y, Position& farPoint,
                            Position& nearPoint) = 0;
+  // Drops a gesture under way (another tool chosen, a new document); what
+  // the gesture made so far goes with it.
+  virtual void Cancel() {}
 };
 
 }  // namespace vt

@@ -98,8 +98,9 @@ void DropLinksTo(const std::string& holderId, const std::vector<std::string>& po
 }
 
 template <class Coll>
-void RemoveLastOf(Coll& coll, const std::function<std::vector<std::string>(DocObject&)>& ends) {
-  const int n = coll.count();
+void RemoveRecordOf(Coll& coll, const std::string& recordId,
+                    const std::function<std::vector<std::string>(DocObject&)>& ends) {
+  const int n = recordId.empty() ? 0 : coll.FindId(recordId);
   if (n == 0) return;
   DocObject* o = coll.Item(n);
   const std::string id = o->ID;
@@ -227,7 +228,7 @@ void CTwoClickTool::FirstClick(Position& scenePoint, Position& farPoint, Positio
   try {
     point = TakeClickPoint(target);
   } catch (...) {
-    RemoveLast();
+    RemoveMaking();
     makingId_.clear();
     throw;
   }
@@ -252,7 +253,7 @@ void CTwoClickTool::SecondClick(Position& scenePoint, Position& farPoint, Positi
       }
   }
   auto abandon = [&] {
-    RemoveLast();
+    RemoveMaking();
     makingId_.clear();
     Clicks = 0;
   };
@@ -301,9 +302,12 @@ void CTwoClickTool::MouseMove(Position&, Position& scenePoint, float&, float&, P
   });
 }
 
-void CTwoClickTool::RButtonDown(Position&, Position&, float&, float&, Position&, Position&) {
-  // The last record of the kind goes, whether or not one is being made.
-  RunGuarded([&] { RemoveLast(); });
+void CTwoClickTool::RButtonDown(Position&, Position&, float&, float&, Position&, Position&) { Cancel(); }
+
+void CTwoClickTool::Cancel() {
+  // Only the record in the making goes; finished ones stay (Delete and Undo
+  // remove those).
+  if (Clicks == 1) RunGuarded([&] { RemoveMaking(); });
   makingId_.clear();
   Clicks = 0;
 }
@@ -344,8 +348,8 @@ void CCreateLine::Finish(DocObject& record, Position& first, Position& second) {
 
 const Position& CCreateLine::FirstCopy(DocObject& record) const { return static_cast<CLine&>(record).pBegin; }
 
-void CCreateLine::RemoveLast() {
-  RemoveLastOf(Doc.Lines, [](DocObject& o) {
+void CCreateLine::RemoveMaking() {
+  RemoveRecordOf(Doc.Lines, makingId_, [](DocObject& o) {
     auto& l = static_cast<CLine&>(o);
     return std::vector<std::string>{l.pBegin.ID, l.pEnd.ID};
   });
@@ -395,8 +399,8 @@ void CCreateCircle::Finish(DocObject& record, Position& first, Position& second)
 
 const Position& CCreateCircle::FirstCopy(DocObject& record) const { return static_cast<CCircle&>(record).PCenter; }
 
-void CCreateCircle::RemoveLast() {
-  RemoveLastOf(Doc.Circles, [](DocObject& o) {
+void CCreateCircle::RemoveMaking() {
+  RemoveRecordOf(Doc.Circles, makingId_, [](DocObject& o) {
     auto& c = static_cast<CCircle&>(o);
     return std::vector<std::string>{c.PCenter.ID, c.PCircleR.ID, c.PCircleR2.ID, c.PCircleR3.ID};
   });

@@ -61,6 +61,9 @@ class CTwoClickTool : public CCommand {
                  Position& nearPoint) override;
   void LButtonDown(Position& viewPoint, Position& scenePoint, float& X, float& Y, Position& farPoint,
                    Position& nearPoint) override;
+  // The right button and a change of tool drop the record in the making (its
+  // first point stays); at rest they do nothing.
+  void Cancel() override;
 
   short Clicks = 0;
   Position FirstEnd;
@@ -84,8 +87,8 @@ class CTwoClickTool : public CCommand {
   virtual void Finish(DocObject& record, Position& first, Position& second) = 0;
   // The first end's point as the record keeps it.
   virtual const Position& FirstCopy(DocObject& record) const = 0;
-  // Removes the last record of the kind (right button), with its back-links.
-  virtual void RemoveLast() = 0;
+  // Removes the record in the making (makingId_), with its back-links.
+  virtual void RemoveMaking() = 0;
 
   std::string makingId_;
 
@@ -106,7 +109,7 @@ class CCreateLine : public CTwoClickTool {
   void Follow(DocObject& record, const Position& at) override;
   void Finish(DocObject& record, Position& first, Position& second) override;
   const Position& FirstCopy(DocObject& record) const override;
-  void RemoveLast() override;
+  void RemoveMaking() override;
 };
 
 class CCreateCircle : public CTwoClickTool {
@@ -120,7 +123,7 @@ class CCreateCircle : public CTwoClickTool {
   void Follow(DocObject& record, const Position& at) override;
   void Finish(DocObject& record, Position& first, Position& second) override;
   const Position& FirstCopy(DocObject& record) const override;
-  void RemoveLast() override;
+  void RemoveMaking() override;
 };
 
 // The text dialog of the text tool: shows itself modally and gives the text

@@ -445,11 +445,8 @@ void Build(bool space, Fn&& fn) {
   Host* previous = &host();
   RecordingHost quiet;
   ResetGlobals();
-  // What a new document does not reset by itself: the note counter and the
-  // place of the next note.
+  // What a new document does not reset by itself: the note counter.
   NoteCounter = 0;
-  NextNotePosX = 2;
-  NextNotePosY = 90;
   SetHost(&quiet);
   g_host = &quiet;
   SceneMode = space ? 3 : 1;

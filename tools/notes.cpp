@@ -23,13 +23,11 @@
 #include "tools/buttons.h"
 #include "tools/constructions.h"
 #include "tools/name_rules.h"
+#include "tools/screen_place.h"
 #include "render/strokes.h"
 
 namespace vt {
 
-// The place of the next note or button, in percent of the canvas.
-float NextNotePosX = 2;
-float NextNotePosY = 90;
 int NoteCounter = 0;
 ComputeDialogFn ComputeDialog = nullptr;
 
@@ -339,12 +337,10 @@ CNote* AddNote(int noteType, const std::string& para1, const std::string& para2,
   n->VarName = "VAR" + ZeroPad(NoteCounter, 2);
   n->NoteType = noteType;
   n->Decim = 2;
-  n->PosX = NextNotePosX;
-  n->PosY = NextNotePosY;
+  FreeScreenPlace(15, 3, n->PosX, n->PosY);
   n->Para1 = para1;
   n->Para2 = para2;
   n->Para3 = para3;
-  NextNotePosY -= 5;
   CNote* made = Doc.Notes.Add(std::move(n));
   made->Measure();
   return made;

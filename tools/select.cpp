@@ -194,18 +194,30 @@ void Press(Position& scenePoint, float X, float Y, Position& farPoint, Position&
     if (!t->Hide && PanelHit(t->PosX, t->PosY, px, py)) flag(*t);
   for (CNote* n : Doc.Notes)
     if (!n->Hide && PanelHit(n->PosX, n->PosY, px, py)) flag(*n);
-  for (CButton* b : Doc.Buttons)
-    if (!b->Hide && ButtonHit(*b, px, py)) flag(*b);
-
-  if (!ViewToolArmed()) {
-    if (PressWorld(scenePoint, farPoint, nearPoint)) return;
-    if (!DragMoved && PressScreenItems(px, py)) return;
+  // The face hook marks the face it is pressed on (Status), which is how a
+  // press on a face is told from one on empty canvas.
+  bool onFace = false;
+  for (CButton* b : Doc.Buttons) {
+    if (b->Hide) continue;
+    b->Status = false;
+    if (ButtonHit(*b, px, py)) flag(*b);
+    onFace = onFace || b->Status;
   }
-  // A press on empty canvas clears the whole selection.
-  if (!DragMoved) {
+
+  const bool view = ViewToolArmed();
+  if (!view && (PressWorld(scenePoint, farPoint, nearPoint) || (!DragMoved && PressScreenItems(px, py)))) {
+    RubberBandOn = false;
+    return;
+  }
+  // Only a press on empty canvas clears the selection and opens a box; a
+  // button's face keeps the selection for the button's commands, and a view
+  // drag leaves it alone.
+  const bool empty = !DragMoved && !onFace && !view;
+  if (empty) {
     SelectKind(18);
     CoordGuideActive = false;
   }
+  RubberBandOn = empty;
 }
 
 // ---- the drag ----------------------------------------------------------------------------
@@ -497,6 +509,7 @@ void SelectAllOf(Kind k) {
 // ---- public ------------------------------------------------------------------------------------
 
 void ResetSelectState() {
+  ClearHover();
   DragScreenHit = false;
   DragStartPos = Position();
   DragPrevDX = DragPrevDY = DragPrevDZ = 0;
@@ -551,14 +564,12 @@ void CSelect::LButtonDown(Position&, Position& scenePoint, float& X, float& Y, P
 void CSelect::MouseMove(Position&, Position& scenePoint, float& X, float& Y, Position& farPoint, Position& nearPoint) {
   ToolCursorPoint = nullptr;
   RunGuarded([&] {
-    if (RubberBandOn && DragMoved) {
+    if (SelectPressed && DragMoved) {
       Drag(scenePoint, X, Y, farPoint, nearPoint);
     } else if (RubberBandOn) {
-      if (!ViewToolArmed()) {
-        DragCurrentX = X;
-        DragCurrentY = Y;
-      }
-    } else {
+      DragCurrentX = X;
+      DragCurrentY = Y;
+    } else if (!SelectPressed) {
       Hover(scenePoint, farPoint, nearPoint);
     }
   });

@@ -38,8 +38,8 @@ extern bool CoordGuideActive;     // guide lines for the point in hand
 constexpr int kMaxDragPoints = 500;
 extern const char* const kTooManyDragPoints;
 
-// Puts the gesture state back to the start (the frame's globals are reset by
-// ResetGlobals).
+// Puts the gesture state back to the start and takes the hover highlight off
+// (the frame's globals are reset by ResetGlobals).
 void ResetSelectState();
 
 // The draw mode an object shows when it is neither selected nor under the

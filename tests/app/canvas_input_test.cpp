@@ -109,7 +109,9 @@ TEST_F(CanvasTest, ReleaseEndsASelectGestureAndADragThatMovedSomethingIsOneUndoS
   EXPECT_EQ(Calls("select", "R").size(), 1u);
   EXPECT_EQ(UndoCount, undo);
 
-  DragMoved = true;
+  // The release ended the gesture; a new one that moved something.
+  EXPECT_FALSE(SelectPressed || DragMoved || RubberBandOn);
+  SelectPressed = DragMoved = true;
   picDraw_MouseUp(kLeftButton, 0, 10, 10);
   EXPECT_EQ(UndoCount, undo + 1);
   EXPECT_TRUE(UndoEnabled);
@@ -120,6 +122,7 @@ TEST_F(CanvasTest, ReleaseEndsASelectGestureAndADragThatMovedSomethingIsOneUndoS
   // With a creation tool the release goes to the tool of the last press.
   ActiveTool = 2;
   picDraw_MouseDown(kLeftButton, 0, 10, 10);
+  SelectPressed = true;  // a tool that keeps its gesture open
   picDraw_MouseUp(kLeftButton, 0, 12, 12);
   EXPECT_EQ(Calls("line", "R").size(), 1u);
   EXPECT_EQ(UndoCount, undo + 1);

@@ -87,7 +87,7 @@ class GuiTest : public QObject {
   void openUrl(const QUrl& url) { openedUrls_ << url; }
 
  private slots:
-  void theStartDocumentReplacesADocumentFromTheCommandLine();
+  void theDocumentOnTheCommandLineIsShownInsteadOfTheStartDocument();
   void copyAsBitmapPutsTheCanvasOnTheClipboard();
   void printingToPdf();
   void helpAboutAndExit();
@@ -602,7 +602,7 @@ void GuiTest::withoutOpenGLTheProgramStartsAndSaysSo() {
   program.waitForFinished(5000);
 }
 
-void GuiTest::theStartDocumentReplacesADocumentFromTheCommandLine() {
+void GuiTest::theDocumentOnTheCommandLineIsShownInsteadOfTheStartDocument() {
   delete window_;
   const std::string path = temp_->filePath("one point.vtd").toStdString();
   std::string error;
@@ -613,9 +613,9 @@ void GuiTest::theStartDocumentReplacesADocumentFromTheCommandLine() {
   window_->show();
   QVERIFY(QTest::qWaitForWindowExposed(window_));
   QTRY_VERIFY(window_->started());
-  QCOMPARE(Doc.Points.count(), RecordsOf(startText_, "PT"));
-  QCOMPARE(SceneMode, 1);
-  QVERIFY(!SnapToGrid);
+  QCOMPARE(Doc.Points.count(), 1);
+  QCOMPARE(QString::fromStdString(Doc.Points.Item(1)->PLabel), QString("Q"));
+  QCOMPARE(QString::fromStdString(CurrentFilePath), QString::fromStdString(path));
 }
 
 void GuiTest::copyAsBitmapPutsTheCanvasOnTheClipboard() {

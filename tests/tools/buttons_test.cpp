@@ -49,7 +49,7 @@ class ButtonsTest : public ToolTest {
       CSelect s;
       Move(s, up);
     }
-    if (RubberBandOn) {
+    if (SelectPressed) {
       CSelect s;
       Release(s, up);
     }
