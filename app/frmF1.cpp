@@ -1,4 +1,6 @@
 #include "app/frmF1.h"
+#include "app/export_picture.h"
+#include "app/recent_files.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -102,6 +104,7 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
   InstallSettingsForms(this);
   InstallSurfaceForms(this);
   InstallSweptForms(this);
+  InstallPictureExport(this);
 
   BuildMenus();
   BuildToolbars();
@@ -118,6 +121,7 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
   CanvasWindow.showGraphEdit = [this](float X, float Y) { ShowGraphEdit(X, Y); };
   InstallScreenItemForms(this);  // the text tool's frmText, the button dialogs
   InstallConstructionForms(this);  // frmComp, the transformations, the construction prompts
+  InstallRecentFiles(this);
 
   if (picDraw_) connect(picDraw_, &Canvas::contextReady, this, &frmF1::OnContextReady);
   resize(1120, 760);

@@ -1,5 +1,10 @@
 #include "app/qt_host.h"
 
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
 #include <algorithm>
 
 #include <QApplication>
@@ -128,6 +133,14 @@ std::string QtHost::SaveFileDialog(const std::string& title, const std::string& 
     suffix = suffix.left(suffix.indexOf(QRegularExpression("[^A-Za-z0-9]")));
     if (!suffix.isEmpty()) dlg.setDefaultSuffix(suffix);
   }
+  // A name typed without an extension takes the one of the kind picked.
+  QObject::connect(&dlg, &QFileDialog::filterSelected, &dlg, [&dlg](const QString& picked) {
+    const int at = picked.indexOf("*.");
+    if (at < 0) return;
+    QString suffix = picked.mid(at + 2);
+    suffix = suffix.left(suffix.indexOf(QRegularExpression("[^A-Za-z0-9]")));
+    if (!suffix.isEmpty()) dlg.setDefaultSuffix(suffix);
+  });
   const bool ok = dlg.exec() == QDialog::Accepted;
   CanvasCurrent();
   if (!ok || dlg.selectedFiles().isEmpty()) return {};
@@ -145,13 +158,14 @@ bool QtHost::ColorDialog(std::uint32_t& color) {
   return true;
 }
 
-// Document text is one byte a character, as in the files.
+// Texts are UTF-8 inside the program; the clipboard carries Unicode text, so
+// other programs see the same characters.
 void QtHost::SetClipboardText(const std::string& text) {
-  QGuiApplication::clipboard()->setText(QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())));
+  QGuiApplication::clipboard()->setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
 }
 
 std::string QtHost::ClipboardText() {
-  const QByteArray bytes = QGuiApplication::clipboard()->text().toLatin1();
+  const QByteArray bytes = QGuiApplication::clipboard()->text().toUtf8();
   return std::string(bytes.constData(), static_cast<size_t>(bytes.size()));
 }
 
@@ -195,6 +209,44 @@ bool QtHost::OpenPath(const std::string& pathOrUrl) {
   const bool ok = QDesktopServices::openUrl(url);
   CanvasCurrent();
   return ok;
+}
+
+void QtHost::ShowHelp(const std::string& file, const std::string& section) {
+  // The help is shown by the program itself, so it works on a machine
+  // without a browser; a button hands the page to the browser on request.
+  QTextBrowser* browser = nullptr;
+  if (!help_) {
+    auto* window = new QWidget(window_, Qt::Window);
+    window->setObjectName("frmHelp");
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setWindowTitle("Vantrel Help");
+    window->resize(760, 640);
+    auto* layout = new QVBoxLayout(window);
+    browser = new QTextBrowser(window);
+    browser->setObjectName("HelpText");
+    browser->setOpenExternalLinks(true);
+    layout->addWidget(browser);
+    auto* buttons = new QHBoxLayout;
+    auto* external = new QPushButton("Open in Browser", window);
+    auto* close = new QPushButton("Close", window);
+    buttons->addStretch();
+    buttons->addWidget(external);
+    buttons->addWidget(close);
+    layout->addLayout(buttons);
+    QObject::connect(close, &QPushButton::clicked, window, &QWidget::close);
+    QObject::connect(external, &QPushButton::clicked, browser,
+                     [browser] { QDesktopServices::openUrl(browser->source()); });
+    help_ = window;
+  } else {
+    browser = help_->findChild<QTextBrowser*>("HelpText");
+  }
+  QUrl url = QUrl::fromLocalFile(QString::fromStdString(file));
+  if (!section.empty()) url.setFragment(QString::fromStdString(section));
+  browser->setSource(url);
+  if (!section.empty()) browser->scrollToAnchor(QString::fromStdString(section));
+  help_->show();
+  help_->raise();
+  help_->activateWindow();
 }
 
 bool QtHost::PrintImage(const Image& image) {

@@ -47,6 +47,7 @@ class QtHost : public Host {
   void RemoveTimer(int id) override;
 
   bool OpenPath(const std::string& pathOrUrl) override;
+  void ShowHelp(const std::string& file, const std::string& section) override;
   bool PrintImage(const Image& image) override;
 
   void CanvasSize(int& width, int& height) override;
@@ -55,6 +56,7 @@ class QtHost : public Host {
   void ProcessEvents() override;
 
  private:
+  QPointer<QWidget> help_;  // the help window, made on first use
   void CanvasCurrent();
 
   QPointer<QWidget> window_;

@@ -1,18 +1,26 @@
-// vantrel-cli render DOC.vtd OUT.png [--size WxH] [--3d]: one frame of the
-// document, drawn offscreen as the canvas would draw it at that size.
+// vantrel-cli render DOC.vtd OUT.png|OUT.svg|OUT.pdf [--size WxH] [--3d]: one
+// frame of the document, drawn offscreen as the canvas would draw it at that
+// size. PNG is the frame's pixels; SVG and PDF are the captured picture, with
+// shapes as paths and texts as text.
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "cli/commands.h"
+#include "document/frame_commands.h"
+#include "render/frame.h"
 #include "render/headless.h"
+#include "render/picture.h"
+#ifdef VANTREL_HAVE_PICTURE_FILE
+#include "app/picture_file.h"
+#endif
 
 namespace vt::cli {
 
 namespace {
 
-void RenderUsage() { std::fprintf(stderr, "usage: vantrel-cli render DOC.vtd OUT.png [--size WxH] [--3d]\n"); }
+void RenderUsage() { std::fprintf(stderr, "usage: vantrel-cli render DOC.vtd OUT.png|OUT.svg|OUT.pdf [--size WxH] [--3d]\n"); }
 
 
 }  // namespace
@@ -46,7 +54,24 @@ int RunRender(const Args& args) {
   request.pngPath = positional[1];
   std::string error;
   std::vector<std::string> messages;
-  const bool ok = RenderDocumentToPng(request, error, &messages);
+  bool ok = false;
+  const std::string ext = positional[1].size() > 4 ? positional[1].substr(positional[1].size() - 4) : "";
+  if (ext == ".svg" || ext == ".SVG" || ext == ".pdf" || ext == ".PDF") {
+#ifdef VANTREL_HAVE_PICTURE_FILE
+    auto draw = [&request](OffscreenContext&, std::string& why) {
+      mnuFileOpen_Click();  // as File-Open opens it
+      if (request.space) mnuFileNew3D_Click();
+      DrawScene();
+      Picture picture;
+      return CapturePicture(picture, why) && WritePictureFile(picture, request.pngPath, 1.0, why);
+    };
+    ok = RunOnHeadlessDocument(request.documentPath, request.width, request.height, draw, error, &messages);
+#else
+    error = "this build writes PNG only";
+#endif
+  } else {
+    ok = RenderDocumentToPng(request, error, &messages);
+  }
   for (const std::string& m : messages) std::fprintf(stderr, "vantrel-cli: note: %s\n", m.c_str());
   if (!ok) {
     std::fprintf(stderr, "vantrel-cli: %s\n", error.c_str());

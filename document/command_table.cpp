@@ -24,7 +24,6 @@
 
 namespace vt {
 
-const char* const kProjectSite = "https://vantrel.example.org";
 
 // ---- the menu tree ----------------------------------------------------------------
 
@@ -41,7 +40,8 @@ const std::vector<MenuItemDef> kMenus = {
     {"mnuFileOpen", "Open...", "File", I, "mnuFileOpen", "Ctrl+O", false, false},
     {"mnuFileSave", "Save...", "File", I, "mnuFileSave", "Ctrl+S", false, false},
     {"mnuFileSaveAs", "SaveAs...", "File", I, "mnuFileSaveAs", "Ctrl+Shift+S", false, false},
-    {"mnuFilePrint", "Print...", "File", I, "mnuFilePrint", "Ctrl+P", false, true},
+    {"mnuFileExportPicture", "Export Picture...", "File", I, "mnuFileExportPicture", "Ctrl+E", false, true},
+    {"mnuFilePrint", "Print...", "File", I, "mnuFilePrint", "Ctrl+P", false, false},
     {"mnuFileExit", "Exit", "File", I, "mnuFileExit", "Ctrl+Q", false, true},
 
     {"mnuEdit", "Edit", "", M, "", "", false, false},
@@ -234,6 +234,7 @@ const std::vector<CommandNameDef> kCommands = {
     {"File-Save", "mnuFileSave"},
     {"File-SaveAs", "mnuFileSaveAs"},
     {"File-Print", "mnuFilePrint"},
+    {"File-ExportPicture", "mnuFileExportPicture"},
     {"File-Exit", "mnuFileExit"},
     {"Edit-Undo", "mnuFUndo"},
     {"Edit-Redo", "mnuFRedo"},
@@ -765,34 +766,30 @@ void mnuDisShowAll_Click() {
 // ---- help -----------------------------------------------------------------------------
 
 namespace {
-void OpenSitePage(const char* page) {
-  std::string url = kProjectSite;
-  url += page;
-  host().OpenPath(url);
-}
-}  // namespace
-
-void mnuHelpCon_Click() {
+// The help ships with the program; the web pages of the menu are its sections.
+void ShowHelpSection(const char* section) {
   std::error_code ec;
   if (HelpFile.empty() || !std::filesystem::is_regular_file(HelpFile, ec)) {
     host().MsgBox("The help file " + HelpFile + " cannot be found.", "Error", MsgButtons::OK, MsgIcon::Exclamation);
     return;
   }
-  host().OpenPath(HelpFile);
+  host().ShowHelp(HelpFile, section);
 }
+}  // namespace
 
-void mnuHelpHome_Click() { OpenSitePage("/"); }
-void mnuHelpCus_Click() { OpenSitePage("/support"); }
-void mnuHelpVideo_Click() { OpenSitePage("/videos"); }
-void mnuHelpTwitter_Click() { OpenSitePage("/community"); }
+void mnuHelpCon_Click() { ShowHelpSection(""); }
+void mnuHelpHome_Click() { ShowHelpSection("about"); }
+void mnuHelpCus_Click() { ShowHelpSection("support"); }
+void mnuHelpVideo_Click() { ShowHelpSection("tutorials"); }
+void mnuHelpTwitter_Click() { ShowHelpSection("sharing"); }
 
 void mnuHelpAbout_Click() {
   std::string text = "Vantrel ";
   text += VANTREL_VERSION;
   text += "\n";
   text += "A workbench for school mathematics: geometry in the plane and in space, curves, surfaces, "
-          "measurements and animation.\n";
-  text += kProjectSite;
+          "measurements and animation.\n"
+          "Help > Basic Tutorial (F1) explains the window and the tools.";
   host().MsgBox(text, "About Vantrel", MsgButtons::OK, MsgIcon::Information);
 }
 

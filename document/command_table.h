@@ -106,9 +106,6 @@ void RegisterAllCommands();
 
 // ---- commands of the main window that need the canvas or the desktop --------------
 
-// The project's web site; the Help menu's links lead to pages under it.
-extern const char* const kProjectSite;
-
 // The canvas as a 24-bit picture, its width made 2 pixels narrower when a row
 // of 3-byte pixels is not a multiple of four bytes.
 Image CaptureCanvasBitmap();

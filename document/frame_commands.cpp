@@ -220,16 +220,20 @@ void mnuFileNew_Click() {
 
 void mnuFileOpen_Click() {
   if (!ConfirmDiscardChanges()) return;
-  std::string path = host().OpenFileDialog("Open File", kDocumentFilter);
+  OpenDocumentPath(host().OpenFileDialog("Open File", kDocumentFilter));
+}
+
+bool OpenDocumentPath(const std::string& path) {
   // A cancelled dialog or a file that cannot be read keeps the document.
   std::string text;
-  if (path.empty() || !ReadDocumentFile(path, text) || text.empty()) return;
+  if (path.empty() || !ReadDocumentFile(path, text) || text.empty()) return false;
   ResetToolGestures();
   OpenDocumentText(text);
   CurrentFilePath = path;
   BeginHistory();
   MarkDocumentSaved();
   RedrawScene();
+  return true;
 }
 
 bool SaveDocumentAs(const std::string& path) {

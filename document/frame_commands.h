@@ -55,6 +55,10 @@ void mnuDisShowPoints_Click();
 
 void mnuFileNew_Click();
 void mnuFileOpen_Click();
+// Opens the document at `path` in place of the current one (the caller has
+// asked about unsaved changes). False, with the document kept, when the file
+// cannot be read.
+bool OpenDocumentPath(const std::string& path);
 // True when the document was written.
 bool mnuFileSave_Click();
 bool mnuFileSaveAs_Click();

@@ -56,6 +56,12 @@ class Host {
   // Opens a path or address with the desktop's default handler.
   virtual bool OpenPath(const std::string& pathOrUrl) = 0;
 
+  // Shows a page of the shipped help, at a section (an id in the page) when
+  // one is named. The desktop program shows it in a window of its own.
+  virtual void ShowHelp(const std::string& file, const std::string& section) {
+    OpenPath(section.empty() ? file : file + "#" + section);
+  }
+
   // Printing of a bitmap on one page at its own size; false when cancelled.
   virtual bool PrintImage(const Image& image) = 0;
 

@@ -242,7 +242,10 @@ void Cls4::Projection(float pickX, float pickY, float pickW, float pickH, int mo
   glGetIntegerv(GL_VIEWPORT, viewport);
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
-  glRenderMode(GL_RENDER);
+  // A picture capture runs the frame in feedback mode: that mode stays.
+  GLint renderMode = GL_RENDER;
+  glGetIntegerv(GL_RENDER_MODE, &renderMode);
+  if (renderMode != GL_FEEDBACK) glRenderMode(GL_RENDER);
   const double left = -VolWidth / 2.0, right = VolWidth / 2.0;
   const double bottom = -VolHeight / 2.0, top = VolHeight / 2.0;
   // A selection pass narrows the volume to the pick rectangle around the
@@ -328,6 +331,12 @@ void DrawScene() {
 
 void Display() {
   if (!g_haveContext) return;
+  DrawFrame();
+  host().SwapBuffers();
+}
+
+void DrawFrame() {
+  if (!g_haveContext) return;
   // A repaint after the view changed (a resize) needs the texts placed anew.
   if (g_sceneList && !ViewGraph.Busy && !(CurrentViewKey() == g_compiledKey)) DrawScene();
   // The lights are placed in the view's frame, without the scene rotation,
@@ -344,7 +353,6 @@ void Display() {
   if (!ViewGraph.Busy && g_sceneList) glCallList(g_sceneList);
   glPopMatrix();
   glFinish();
-  host().SwapBuffers();
 }
 
 }  // namespace vt

@@ -36,6 +36,8 @@ void DrawScene();
 // One frame: lights, smooth shading, View.Projection, clear, the scene list,
 // finish, and the host's buffer swap.
 void Display();
+// The same frame without the buffer swap (for captures).
+void DrawFrame();
 
 // The name of the scene list (0 before the first DrawScene).
 unsigned int SceneList();

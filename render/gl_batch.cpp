@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "render/picture.h"
+
 namespace vt::glb {
 
 namespace {
@@ -89,6 +91,11 @@ void Apply() {
     glLineStipple(g_want.stippleFactor, g_want.stipplePattern);
     g_have.stippleFactor = g_want.stippleFactor;
     g_have.stipplePattern = g_want.stipplePattern;
+  }
+  if (CapturingPicture()) {
+    const int stipple = CapIndex(GL_LINE_STIPPLE);
+    CaptureLineState(g_have.lineWidth < 0 ? 1.0f : g_have.lineWidth, g_have.caps[stipple] == Tri::On,
+                     g_have.stippleFactor, g_have.stipplePattern);
   }
   if (g_want.blendSrc && (g_want.blendSrc != g_have.blendSrc || g_want.blendDst != g_have.blendDst)) {
     glBlendFunc(g_want.blendSrc, g_want.blendDst);

@@ -1,4 +1,5 @@
 #include "render/text.h"
+#include "render/picture.h"
 
 #include <GL/gl.h>
 #include <GL/glu.h>
@@ -11,6 +12,8 @@
 #include <array>
 #include <cmath>
 #include <deque>
+#include <map>
+#include <memory>
 #include <vector>
 
 #include "document/host.h"
@@ -234,6 +237,66 @@ bool BuildBitmapFont(GLuint& base) {
   return true;
 }
 
+// Characters beyond ASCII: rendered on first use from the same face at the
+// same size (or from DejaVu Sans when that face lacks them) and kept on the
+// CPU, so that they can be written into whatever list is being compiled.
+struct ExtraGlyph {
+  int w = 0, h = 0;
+  float xorig = 0, yorig = 0, advance = 0;
+  std::vector<GLubyte> rows;  // bottom-up, (w + 7) / 8 bytes a row
+};
+
+const ExtraGlyph* ExtraGlyphFor(unsigned cp) {
+  static std::map<unsigned, std::unique_ptr<ExtraGlyph>> cache;
+  static FreeTypeFace primary, fallback;
+  static bool opened = false, havePrimary = false, haveFallback = false;
+  if (!opened) {
+    opened = true;
+    FaceFile file;
+    havePrimary = FindFace("Verdana", false, file) && primary.Open(file) && FT_Set_Pixel_Sizes(primary.get(), 0, 12) == 0;
+    haveFallback = FindFace("DejaVu Sans", false, file) && fallback.Open(file) &&
+                   FT_Set_Pixel_Sizes(fallback.get(), 0, 12) == 0;
+  }
+  auto it = cache.find(cp);
+  if (it != cache.end()) return it->second.get();
+  std::unique_ptr<ExtraGlyph> glyph;
+  for (int pass = 0; pass < 2 && !glyph; ++pass) {
+    if (!(pass == 0 ? havePrimary : haveFallback)) continue;
+    FT_Face f = pass == 0 ? primary.get() : fallback.get();
+    const FT_UInt index = FT_Get_Char_Index(f, static_cast<FT_ULong>(cp));
+    if (!index || FT_Load_Glyph(f, index, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO | FT_LOAD_MONOCHROME) != 0) continue;
+    const FT_GlyphSlot g = f->glyph;
+    const FT_Bitmap& bm = g->bitmap;
+    glyph = std::make_unique<ExtraGlyph>();
+    glyph->advance = static_cast<float>(g->advance.x) / 64.0f;
+    if (bm.width > 0 && bm.rows > 0 && bm.pixel_mode == FT_PIXEL_MODE_MONO) {
+      glyph->w = static_cast<int>(bm.width);
+      glyph->h = static_cast<int>(bm.rows);
+      const int rowBytes = (glyph->w + 7) / 8;
+      glyph->rows.assign(static_cast<size_t>(rowBytes) * static_cast<size_t>(glyph->h), 0);
+      for (int r = 0; r < glyph->h; ++r) {
+        const unsigned char* src = bm.buffer + static_cast<ptrdiff_t>(r) * bm.pitch;
+        std::copy_n(src, rowBytes, glyph->rows.data() + static_cast<size_t>(glyph->h - 1 - r) * rowBytes);
+      }
+      glyph->xorig = static_cast<float>(-g->bitmap_left);
+      glyph->yorig = static_cast<float>(glyph->h - g->bitmap_top);
+    }
+  }
+  const ExtraGlyph* result = glyph.get();
+  cache[cp] = std::move(glyph);
+  return result;
+}
+
+// Writes one glyph beyond ASCII at the raster position and moves it on.
+void DrawExtraGlyph(unsigned cp) {
+  const ExtraGlyph* g = ExtraGlyphFor(cp);
+  if (!g) return;
+  glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+  glBitmap(g->w, g->h, g->xorig, g->yorig, g->advance, 0.0f, g->w ? g->rows.data() : nullptr);
+  glPopClientAttrib();
+}
+
 // ---- outline glyphs ---------------------------------------------------------------
 
 using Contour = std::vector<std::array<double, 2>>;
@@ -432,8 +495,8 @@ unsigned AnsiToUnicode(unsigned char byte) {
   return byte;
 }
 
-std::string AnsiBytes(const std::string& utf8) {
-  std::string out;
+std::vector<unsigned> CodePoints(const std::string& utf8) {
+  std::vector<unsigned> out;
   out.reserve(utf8.size());
   size_t i = 0;
   const size_t n = utf8.size();
@@ -469,6 +532,14 @@ std::string AnsiBytes(const std::string& utf8) {
       continue;
     }
     i += extra + 1;
+    out.push_back(cp);
+  }
+  return out;
+}
+
+std::string AnsiBytes(const std::string& utf8) {
+  std::string out;
+  for (unsigned cp : CodePoints(utf8)) {
     char byte = '?';
     if (cp < 0x80 || (cp >= 0xA0 && cp <= 0xFF)) {
       byte = static_cast<char>(cp);
@@ -527,13 +598,29 @@ void ForgetFonts() {
 
 void DrawTextAt(float x, float y, float z, const std::string& text) {
   if (text.empty() || !FontBitmapBase) return;
-  const std::string bytes = AnsiBytes(text);
   glPushAttrib(GL_LIST_BIT | GL_ENABLE_BIT);
   glDisable(GL_LIGHTING);
   glColor3f(0, 0, 0);
   glRasterPos3f(x, y, z);
-  glListBase(FontBitmapBase);
-  glCallLists(static_cast<GLsizei>(bytes.size()), GL_UNSIGNED_BYTE, bytes.data());
+  if (CapturingPicture()) {
+    PictureText t;
+    t.text = text;
+    CaptureText(t);
+  } else {
+    // ASCII runs through the glyph lists, other characters one by one.
+    glListBase(FontBitmapBase);
+    std::string run;
+    for (unsigned cp : CodePoints(text)) {
+      if (cp < static_cast<unsigned>(kBitmapGlyphs)) {
+        run.push_back(static_cast<char>(cp));
+        continue;
+      }
+      if (!run.empty()) glCallLists(static_cast<GLsizei>(run.size()), GL_UNSIGNED_BYTE, run.data());
+      run.clear();
+      DrawExtraGlyph(cp);
+    }
+    if (!run.empty()) glCallLists(static_cast<GLsizei>(run.size()), GL_UNSIGNED_BYTE, run.data());
+  }
   glPopAttrib();
 }
 
@@ -575,18 +662,32 @@ void DrawTextsInWindow(const std::vector<TextAt>& texts, const WindowProjection&
   glAlphaFunc(GL_GREATER, 0.5f);
   glColor4f(0, 0, 0, 1);
   glBegin(GL_QUADS);
-  std::string bytes;
+  struct Other {
+    float x, y, z;
+    unsigned cp;
+  };
+  std::vector<Other> others;
   for (const TextAt& t : texts) {
     if (!t.text || t.text->empty()) continue;
     double rx, ry, rz;
     if (!ProjectToWindow(m, t.x, t.y, t.z, rx, ry, rz)) continue;  // no valid raster position
-    bytes = AnsiBytes(*t.text);
+    if (CapturingPicture()) {
+      CaptureTextInWindow(*t.text, static_cast<float>(rx), static_cast<float>(ry));
+      continue;
+    }
     const float z = static_cast<float>(rz);
     float pen = static_cast<float>(rx);
     const float base = static_cast<float>(ry);
-    for (unsigned char b : bytes) {
-      if (b >= kBitmapGlyphs) continue;  // no list: nothing drawn, no move
-      const AtlasGlyph& g = g_atlas.glyphs[b];
+    for (unsigned cp : CodePoints(*t.text)) {
+      if (cp >= static_cast<unsigned>(kBitmapGlyphs)) {
+        // Not in the atlas: written as a bitmap after the quads.
+        const ExtraGlyph* extra = ExtraGlyphFor(cp);
+        if (!extra) continue;
+        others.push_back({pen, base, z, cp});
+        pen += extra->advance;
+        continue;
+      }
+      const AtlasGlyph& g = g_atlas.glyphs[cp];
       if (!g.defined) continue;
       if (g.w > 0) {
         // Where glBitmap puts the bitmap: the floor of the raster position
@@ -608,6 +709,13 @@ void DrawTextsInWindow(const std::vector<TextAt>& texts, const WindowProjection&
     }
   }
   glEnd();
+  if (!others.empty()) {
+    glDisable(GL_TEXTURE_2D);
+    for (const Other& o : others) {
+      glRasterPos3f(o.x, o.y, o.z);
+      DrawExtraGlyph(o.cp);
+    }
+  }
   glPopAttrib();
   glMatrixMode(GL_PROJECTION);
   glPopMatrix();

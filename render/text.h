@@ -3,15 +3,16 @@
 // routine that writes a text at a place in the scene.
 //
 // - FontBitmapBase: bitmap glyphs of a Verdana-like face, 12 pixels, normal
-//   weight, for the characters 0 to 127. 256 names are reserved so that a
-//   byte of 128 and up calls an empty name and draws nothing.
+//   weight, for the characters 0 to 127. Every other character of a text is
+//   rendered from the same face (or DejaVu Sans when the face lacks it) on
+//   first use and written as a bitmap of its own.
 // - FontOutlineSmall, FontOutlineLarge: outline glyphs of a bold Arial-like
 //   face for the characters 0 to 255 (Windows-1252), as filled polygons
 //   through GLU's tessellator, one unit to the em, extruded 0.3 towards -z,
 //   each list ending with a move by the glyph's advance.
 //
-// Text arrives as UTF-8 and is turned into bytes of the Windows-1252 code
-// page for the list calls.
+// Text arrives as UTF-8. The outline glyphs take it as bytes of the
+// Windows-1252 code page.
 #pragma once
 
 #include <string>
@@ -40,6 +41,8 @@ void ForgetFonts();
 // blank stays a blank, a character outside the code page becomes "?". The
 // count of bytes is the length of the text in the code page.
 std::string AnsiBytes(const std::string& utf8);
+// The characters of a UTF-8 text; a byte that starts no character is "?".
+std::vector<unsigned> CodePoints(const std::string& utf8);
 // The character of a Windows-1252 byte (0 for the five unassigned bytes).
 unsigned AnsiToUnicode(unsigned char byte);
 

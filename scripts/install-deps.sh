@@ -10,7 +10,7 @@ PKGS=(
   libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-liberation2
   libavformat-dev libavcodec-dev libswscale-dev libavutil-dev ffmpeg
   libstb-dev
-  libgtest-dev libgmock-dev libbenchmark-dev libmuparser-dev
+  libgtest-dev libgmock-dev libbenchmark-dev libmuparser-dev libpoppler-cpp-dev
   xvfb xauth xdotool imagemagick
   clang libclang-rt-14-dev
   ccache

@@ -1,5 +1,8 @@
 #include "tools/text_item.h"
 
+#include "render/picture.h"
+#include "render/text.h"
+
 #include <GL/gl.h>
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
@@ -99,30 +102,6 @@ FT_Face FaceFor(const std::string& family, bool bold, bool italic) {
   return f;
 }
 
-// UTF-8 to code points; a broken sequence gives "?".
-std::vector<unsigned> CodePoints(const std::string& s) {
-  std::vector<unsigned> out;
-  for (size_t i = 0; i < s.size();) {
-    unsigned char c = static_cast<unsigned char>(s[i]);
-    int extra = c < 0x80 ? 0 : (c >> 5) == 6 ? 1 : (c >> 4) == 14 ? 2 : (c >> 3) == 30 ? 3 : -1;
-    if (extra < 0 || i + extra >= s.size()) {
-      out.push_back('?');
-      ++i;
-      continue;
-    }
-    unsigned cp = extra == 0 ? c : c & (0x3F >> extra);
-    bool ok = true;
-    for (int k = 1; k <= extra; ++k) {
-      unsigned char d = static_cast<unsigned char>(s[i + k]);
-      if ((d & 0xC0) != 0x80) ok = false;
-      cp = (cp << 6) | (d & 0x3F);
-    }
-    out.push_back(ok ? cp : '?');
-    i += ok ? extra + 1 : 1;
-  }
-  return out;
-}
-
 struct TextBitmap {
   int width = 0, height = 0, descent = 0;
   std::vector<GLubyte> bits;  // rows bottom-up, each (width + 7) / 8 bytes
@@ -212,7 +191,20 @@ void CText::Draw() {
     Height = bm.height / h * 100.0f;
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     glRasterPos3f(PosX, PosY, PosZ);
-    glBitmap(bm.width, bm.height, 0, 0, 0, 0, bm.bits.data());
+    if (CapturingPicture()) {
+      PictureText t;
+      t.text = Content;
+      t.r = ForeColor & 0xFF;
+      t.g = (ForeColor >> 8) & 0xFF;
+      t.b = (ForeColor >> 16) & 0xFF;
+      t.font = FontName.empty() ? std::string("Arial") : FontName;
+      t.pixelSize = static_cast<float>(std::clamp(FontSize, 1, 400) * 96 / 72);
+      t.bold = FontBold;
+      t.italic = FontItalic;
+      CaptureText(t, static_cast<float>(bm.descent));
+    } else {
+      glBitmap(bm.width, bm.height, 0, 0, 0, 0, bm.bits.data());
+    }
   } else {
     Wide = Height = 0;
   }

@@ -98,7 +98,7 @@ TEST_F(TextTest, SharedRoutineWritesBlackWhateverTheStateAndEmptyTextIsNothing) 
   Writer* w = AddWriter();
   w->items.push_back({-3, 1, 0, "Hello"});
   w->items.push_back({-3, -2, 0, ""});
-  w->items.push_back({1, -2, 0, "\xC3\xA9\xC3\xA9"});  // bytes without glyphs
+  w->items.push_back({1, -2, 0, "\xC3\xA9\xC3\xA9"});  // beyond ASCII: drawn from the face
   Frame();
   int black = 0, other = 0;
   for (int y = 0; y < kH; ++y) {
@@ -111,7 +111,8 @@ TEST_F(TextTest, SharedRoutineWritesBlackWhateverTheStateAndEmptyTextIsNothing) 
   EXPECT_GT(black, 20);
   EXPECT_EQ(other, 0);  // no red, no lit grey
   EXPECT_GT(DarkPixelsAround(-3, 1, -1, 2), 20);
-  EXPECT_EQ(DarkPixelsAround(-3.5f, -2.5f, 3.5f, -1.2f), 0);
+  EXPECT_EQ(DarkPixelsAround(-3.5f, -2.5f, 0.5f, -1.2f), 0);
+  EXPECT_GT(DarkPixelsAround(1, -2, 3.5f, -1.2f), 6);
 }
 
 // In the plane (labels running off the edge, with no valid raster position,
