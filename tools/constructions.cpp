@@ -562,6 +562,8 @@ void RegisterConstructionCommands() {
   RegisterHandler("mnuTriNX", [] { RunGuarded([] { TriangleCentre_Click(22); }); });
   RegisterHandler("mnuTriCX", [] { RunGuarded([] { TriangleCentre_Click(23); }); });
   RegisterHandler("mnuTriZX", [] { RunGuarded([] { TriangleCentre_Click(24); }); });
+  // Centroid and barycenter of a triangle are the same point.
+  RegisterHandler("mnuDraw2TriXX", [] { RunGuarded([] { TriangleCentre_Click(24); }); });
   RegisterHandler("mnuTriFM", [] { RunGuarded([] { TriangleCentre_Click(25); }); });
   RegisterNoteCommands();
   RegisterTransformCommands();

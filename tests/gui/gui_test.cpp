@@ -231,7 +231,7 @@ void GuiTest::startsOnTheStartDocumentAndRegistersTheDocumentType() {
 // Commands of the menus and toolbars that nothing runs yet: their items stay,
 // disabled. Wiring one means taking it off this list.
 const QStringList kDeliberatelyDisabled = {
-    "mnuDraw2TriXX", "mnuDraw2XX",                            // the centroid of a triangle, of a quadrilateral
+    "mnuDraw2XX",                                             // the centroid of a quadrilateral
     "mnuFunEdit", "mnuFunCut", "mnuFunCopy", "mnuFunDelete",  // the context menu of the function list
 };
 
