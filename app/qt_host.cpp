@@ -96,7 +96,9 @@ MsgResult QtHost::MsgBox(const std::string& text, const std::string& title, MsgB
   }
   box.setStandardButtons(set);
   box.setEscapeButton(escape);
+  ++boxesOpen_;
   const int r = box.exec();
+  --boxesOpen_;
   CanvasCurrent();
   switch (r) {
     case QMessageBox::Yes: return MsgResult::Yes;
@@ -176,8 +178,12 @@ int QtHost::CreateTimer(int intervalMs, std::function<void()> tick) {
   auto* t = new QTimer();
   t->setInterval(intervalMs);
   QObject::connect(t, &QTimer::timeout, [this, tick = std::move(tick)] {
+    // A tick waits while a message box is open (its event loop would run it
+    // under the box), and what a tick has to say opens no box.
+    if (boxesOpen_ > 0 || !tick) return;
     CanvasCurrent();
-    if (tick) RunGuarded(tick);
+    MessageHold quiet;
+    RunGuarded(tick);
   });
   timers_[id] = t;
   return id;

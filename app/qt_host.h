@@ -64,6 +64,7 @@ class QtHost : public Host {
   QPointer<QWidget> canvasArea_;
   std::map<int, QTimer*> timers_;
   int nextTimerId_ = 1;
+  int boxesOpen_ = 0;  // message boxes open now
 };
 
 }  // namespace vt::app

@@ -74,10 +74,45 @@ class Host {
 };
 
 // The host the core talks to. There is always one: until the program installs
-// its own, a RecordingHost with default answers stands in.
+// its own, a RecordingHost with default answers stands in. While a
+// MessageHold lives, host() is a stand-in that passes everything on except
+// message boxes, which the innermost hold keeps.
 Host& host();
 // Installs a host (not owned); nullptr goes back to the default one.
 void SetHost(Host* h);
+
+// Holds message boxes back where a modal box must not open: while the scene
+// is drawn (a nested event loop would redraw inside the drawing), while a
+// file is read, and in a timer's tick. A held box is not shown; it answers
+// OK, Cancel or No (the button that changes nothing) and its text is kept
+// once. Holds nest; the innermost one keeps the texts.
+class MessageHold {
+ public:
+  MessageHold();
+  ~MessageHold();
+  MessageHold(const MessageHold&) = delete;
+  MessageHold& operator=(const MessageHold&) = delete;
+
+  struct Kept {
+    std::string text;
+    std::string title;
+    MsgIcon icon;
+  };
+  // What was held, first to last, each text once.
+  const std::vector<Kept>& kept() const { return kept_; }
+  void Keep(const std::string& text, const std::string& title, MsgIcon icon);
+  // Ends the hold (if still holding) and shows the first kept message, with
+  // a line saying how many more there were; nothing when none was kept.
+  void ShowFirst();
+  // Ends the hold (if still holding) and forgets what it kept.
+  void Release();
+  // True while any hold lives.
+  static bool Active();
+
+ private:
+  std::vector<Kept> kept_;
+  bool holding_ = true;
+};
 
 // A host for tests and headless use: answers from scripted queues, records
 // every message, keeps the clipboard in memory and runs timers by hand.

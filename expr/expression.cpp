@@ -305,4 +305,12 @@ void Cls6::DoEvaluatePlain(const std::string& postfix, bool degrees, const Varia
   }
 }
 
+bool FormulaCompiles(const std::string& text, const VariableTable& vars, int* position) {
+  Cls6 compiler;
+  std::string postfix;
+  const std::int32_t pos = compiler.InfixToPostfix(text, vars, postfix);
+  if (position) *position = static_cast<int>(pos);
+  return pos == 0 && compiler.GetLastSyntaxError().empty();
+}
+
 }  // namespace vt

@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "document/numtext.h"
+
 namespace vt {
 
 namespace {
@@ -53,6 +55,15 @@ bool FilterExprText(std::string& source, std::string& result) {
 
 bool FilterNumberText(std::string& source, std::string& result) {
   return FilterText(source, result, kNumberChars);
+}
+
+bool ReadNumberText(const std::string& text, float& value, std::string* cleaned) {
+  std::string source = text, result;
+  float v = 0;
+  if (!FilterNumberText(source, result) || !TextToSingle(result, v)) return false;
+  value = v;
+  if (cleaned) *cleaned = result;
+  return true;
 }
 
 std::string InsertImplicitProducts(const std::string& text) {

@@ -17,6 +17,12 @@ bool FilterExprText(std::string& source, std::string& result);
 // The same for one-number fields, keeping "-1234567890Ee.".
 bool FilterNumberText(std::string& source, std::string& result);
 
+// The one reader of a number field in every dialog: the number filter
+// (blanks dropped, a decimal comma read as a point, an empty field as 0),
+// then one whole number read as a Single. False for a text that is not one
+// number; `cleaned`, when given, gets the text as it was read.
+bool ReadNumberText(const std::string& text, float& value, std::string* cleaned = nullptr);
+
 // Puts "*" where a product is implied: "2x" -> "2*x", "(x+1)(x-1)" ->
 // "(x+1)*(x-1)", "x2" -> "x*2", "2pi" -> "2*pi". The empty text gives "*",
 // which the compiler refuses as a missing operand.

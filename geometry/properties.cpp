@@ -34,14 +34,7 @@ const std::vector<std::string>& ArcShowNames() {
   return names;
 }
 
-bool ReadNumberField(std::string& text, float& value) {
-  std::string source = text, cleaned;
-  float v;
-  if (!FilterNumberText(source, cleaned) || !TextToSingle(cleaned, v)) return false;
-  text = cleaned;
-  value = v;
-  return true;
-}
+bool ReadNumberField(std::string& text, float& value) { return ReadNumberText(text, value, &text); }
 
 bool LabelAcceptable(const std::string& label) {
   return label.find_first_of("@;\r\n") == std::string::npos;

@@ -224,6 +224,17 @@ void TellDamage(const char* what) {
   host().MsgBox(text, "Note", MsgButtons::OK, MsgIcon::Exclamation);
 }
 
+// After a read: one message at most. Left-out records come first; else the
+// first thing the readers had to say.
+void TellAfterReading(MessageHold& held, const char* what) {
+  if (g_damage.records > 0) {
+    held.Release();
+    TellDamage(what);
+  } else {
+    held.ShowFirst();
+  }
+}
+
 }  // namespace
 
 void RegisterRecordReader(const std::string& tag, RecordReaderFn fn) { Registry()[tag] = fn; }
@@ -256,6 +267,7 @@ std::string GetUndoVar() {
 }
 
 void OpenUnRe(const std::string& text) {
+  MessageHold quiet;  // undo and redo bring back what was shown before
   ReadDocumentText(text, ReadMode::Undo);
   RedrawScene();
 }
@@ -354,8 +366,9 @@ bool WriteDocumentFile(const std::string& path, const std::string& text, std::st
 
 bool OpenDocumentText(const std::string& text) {
   if (text.empty()) return false;  // a failed open keeps the old document
+  MessageHold held;
   bool whole = ReadDocumentText(text, ReadMode::File);
-  TellDamage("document");
+  TellAfterReading(held, "document");
   return whole;
 }
 
@@ -366,8 +379,9 @@ bool OpenFile(const std::string& path) {
 }
 
 bool OpenModelText(const std::string& text) {
+  MessageHold held;
   bool whole = ReadDocumentText(text, ReadMode::Model);
-  TellDamage("model");
+  TellAfterReading(held, "model");
   return whole;
 }
 
@@ -389,6 +403,7 @@ void PasteRecords(const std::string& raw) {
   ViewGraph.FunList.clear();
 
   g_damage = {};
+  MessageHold held;
   const long base = NextObjectNumber;
   long highest = base;
   constexpr int kMaxMapped = 2000;
@@ -454,7 +469,7 @@ void PasteRecords(const std::string& raw) {
   for (const std::string& id : pasted)
     if (DocObject* o = GetObjectById(id))
       if (o->Selected) SelectObject(*o);
-  TellDamage("clipboard text");
+  TellAfterReading(held, "clipboard text");
 }
 
 }  // namespace vt

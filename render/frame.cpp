@@ -315,6 +315,9 @@ void DrawScene() {
   UpdateSceneMatrix();
   CaptureProjection();
   glNewList(g_sceneList, GL_COMPILE);
+  // Drawing opens no message box: a box's event loop would run inside the
+  // open list. An object that cannot be drawn shows so in its own place.
+  MessageHold quiet;
   try {
     CompileScene();
   } catch (...) {

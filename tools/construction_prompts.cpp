@@ -7,6 +7,7 @@
 #include "document/document.h"
 #include "document/frame_commands.h"
 #include "document/host.h"
+#include "expr/text_prep.h"
 #include "document/numtext.h"
 #include "document/undo.h"
 #include "geometry/extension.h"
@@ -82,7 +83,8 @@ bool ReadDialogNumber(const std::string& text, float& value) {
   std::string t = text;
   while (!t.empty() && t.front() == ' ') t.erase(t.begin());
   while (!t.empty() && t.back() == ' ') t.pop_back();
-  if (TextToSingle(t, value) && std::isfinite(value)) return true;
+  // The reader every number field shares: a decimal comma is a point.
+  if (!t.empty() && ReadNumberText(t, value) && std::isfinite(value)) return true;
   host().MsgBox(kMsgIllegalData, "Error", MsgButtons::OK, MsgIcon::Exclamation);
   return false;
 }
@@ -206,6 +208,10 @@ bool DirectedExtensionOK(float angleDegrees, float distance) {
   if (!BasePoints(start, end, lineId)) return false;
   const float angle = static_cast<float>(angleDegrees * 3.1416 / 180);
   Position at, far;
+  if (start->x == end->x && start->y == end->y && start->z == end->z) {
+    ShowNote("The two points are at the same place, so they give no direction. ");
+    return false;
+  }
   // Says itself why when the two points differ in z.
   if (!DirectedExtension(*start, *end, angle, distance, at, far)) return false;
   bool made = false;

@@ -39,6 +39,10 @@ const char* const kMsgInterLine =
 const char* const kMsgNotCollinear = "Please select three points which are not collinear. ";
 const char* const kMsgArcCentre = "Please select 3 points, the second one is center point. ";
 const char* const kMsgThreePoints = "Please select 3 points first. ";
+const char* const kMsgNoTangent =
+    "The point lies inside the circle, so no tangent passes through it. Please select a point outside the circle. ";
+const char* const kMsgNoExtension =
+    "No point can stand above this polygon: it needs 3 corners that are not on one line. ";
 const char* const kMsgArcOnCircle = "Please select 1 circle and 2 points on it. ";
 const char* const kMsgCornerMark = "Please select 3 points first, the second is the center point. ";
 const char* const kMsgPolygon = "Please select at lease 3 points in anticlockwise order. ";
@@ -183,7 +187,10 @@ void mnuDraw2RegSSD_Click() {
   Position* base = SelPts()[0];
   Position at, far;
   const float height = 3;
-  if (!VerticalExtension(*g, *base, height, at, far)) return;
+  if (!VerticalExtension(*g, *base, height, at, far)) {
+    ShowNote(kMsgNoExtension);
+    return;
+  }
   Position* aux = NewHiddenPoint(far, 2, "", "", 0);
   Position* p = NewPoint(at, 12, base->ID, g->ID, 0);
   p->Para1 = height;
@@ -297,7 +304,10 @@ void mnuQX_Click() {
   CCircle* c = SelCircles()[0];
   Position first, second;
   const int found = TangentPoints(c->Centre(), c->Radius(), *p, first, second);
-  if (found < 1) return;  // a point inside the circle has no tangent
+  if (found < 1) {
+    ShowNote(kMsgNoTangent);
+    return;
+  }
   for (short pos = 1; pos <= 2; ++pos) {
     Position* t = NewPoint(pos == 1 ? first : (found >= 2 ? second : first), 5, p->ID, c->ID, pos);
     CLine* l = NewLine(3, 3, *p, *t);
@@ -529,6 +539,11 @@ void TriangleCentre_Click(int ptype) {
     case 23: at = TriOrthocenter(*p[0], *p[1], *p[2], &ok); break;
     case 24: at = TriBarycenter(*p[0], *p[1], *p[2], &ok); break;
     default: at = TriFermatPoint(*p[0], *p[1], *p[2], &ok); break;
+  }
+  if (!ok || Collinear(*p[0], *p[1], *p[2])) {
+    // Three points on a line make no triangle, and no centre of one.
+    ShowNote(kMsgNotCollinear);
+    return;
   }
   Position* q = NewPoint(at, ptype, p[0]->ID, p[1]->ID, 0);
   q->LKID3 = p[2]->ID;

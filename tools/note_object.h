@@ -22,6 +22,9 @@ class CNote : public DocObject {
   // expression); false when the objects are gone or the expression failed,
   // and then Value and Note keep their last contents (tools/notes.cpp).
   bool Measure();
+  // What Draw writes: Measure's text, or for a formula that cannot be worked
+  // out the note's name followed by "= ?" and a short hint.
+  std::string ShownText();
   void Draw() override;
   std::string Save() const override;
 };

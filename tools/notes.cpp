@@ -258,17 +258,19 @@ bool CNote::Measure() {
   return true;
 }
 
+std::string CNote::ShownText() {
+  // A note whose objects are gone shows its last text. A formula that cannot
+  // be worked out shows a mark in the note's place; its message was given
+  // when the formula was entered, and drawing opens no box.
+  if (Measure() || NoteType != 0) return Note;
+  return (Para3.empty() ? VarName : Para3) + " = ?  (formula error)";
+}
+
 void CNote::Draw() {
   if (Hide) return;
-  if (!Measure()) {
-    if (NoteType == 0) {
-      ShowNote(kMsgExpressionInvalid);
-      return;
-    }
-    // A note whose objects are gone shows its last text.
-  }
+  const std::string shown = ShownText();
   glColor3ub(ForeColor & 0xFF, (ForeColor >> 8) & 0xFF, (ForeColor >> 16) & 0xFF);
-  DrawTextAt(PosX, PosY, 0, Note);
+  DrawTextAt(PosX, PosY, 0, shown);
   if (Selected) {
     glDisable(GL_LIGHTING);
     DrawSelectionFrame(PosX, PosY, 1);
@@ -433,9 +435,36 @@ void mnuAngle_Click() {
   Finish();
 }
 
+bool ComputeFormulaOK(const std::string& expression, const std::string& editId, int* position) {
+  VariableTable vars;
+  LoadParameterTable(vars);
+  // The note does not read itself.
+  if (const CNote* self = editId.empty() ? nullptr : Doc.Notes.FindById(editId))
+    if (const int i = vars.Find(self->VarName)) vars.SetName(i, "");
+  int pos = 0;
+  if (position) *position = 0;
+  if (!FormulaCompiles(expression, vars, &pos)) {
+    if (position) *position = pos;
+    return false;
+  }
+  Cls6 calc;
+  std::string postfix;
+  float result = 0;
+  bool ok = false;
+  try {
+    calc.InfixToPostfix(expression, vars, postfix);
+    calc.DoEvaluate(postfix, false, vars, result, ok);
+  } catch (const std::exception&) {
+    ok = false;
+  }
+  if (!ok) ShowNote(kMsgExpressionInvalid);
+  return ok;
+}
+
 bool ComputeNoteOK(std::string name, const std::string& expression, const std::string& describe,
                    const std::string& editId) {
   if (!CheckParameterName(name)) return false;
+  if (!ComputeFormulaOK(expression, editId)) return false;
   CNote* n = editId.empty() ? nullptr : Doc.Notes.FindById(editId);
   if (n && n->NoteType == 0) {
     n->Para1 = expression;

@@ -48,6 +48,11 @@ void mnuMX_Click();
 void mnuMY_Click();
 void mnuMZ_Click();
 
+// The check of the "Compute" formula: it compiles against the parameters and
+// notes (the edited note's own name left out) and gives a value. Refused
+// with one message; `position` gets the character a syntax error names.
+bool ComputeFormulaOK(const std::string& expression, const std::string& editId, int* position = nullptr);
+
 // The OK of the "Compute" dialog: checks the name (its message shown when
 // refused, false back), then adds a note of NoteType 0, or, when `editId`
 // names a note of type 0, updates that one. One undo step.

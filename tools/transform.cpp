@@ -7,6 +7,8 @@
 #include "document/command_table.h"
 #include "document/document.h"
 #include "document/frame_commands.h"
+#include "document/globals.h"
+#include "document/host.h"
 #include "document/undo.h"
 #include "geometry/propagation.h"
 #include "render/frame.h"
@@ -254,7 +256,27 @@ void AddSelectionToList(std::vector<std::string>& list) {
   for (CRegion* g : Sel.Regions) add(g->ID);
 }
 
-void ApplyTransform(const std::vector<std::string>& ids, const TransformParams& spec, bool generate) {
+const char* const kMsgRotateAboutPointInPlane =
+    "In a plane scene a figure turns about a point. Please select a point as the center. ";
+const char* const kMsgPointCannotMoveItself =
+    "A point that lies on an object or is built from other points cannot be moved by itself. Please choose "
+    "\"Generate a new object\" to make its image. ";
+
+bool ApplyTransform(const std::vector<std::string>& ids, const TransformParams& spec, bool generate) {
+  // What cannot be done is said before anything moves.
+  const char* refusal = nullptr;
+  if (spec.op == TransformOp::Rotate && SceneMode == 1 && Head(spec.centre) == "LN") {
+    // Turning about a line would take the points out of the plane.
+    refusal = kMsgRotateAboutPointInPlane;
+  } else if (!generate) {
+    for (const std::string& id : ids)
+      if (const Position* p = Head(id) == "PT" ? FindPoint(id) : nullptr; p && p->ptype != 0 && p->ptype != 1)
+        refusal = kMsgPointCannotMoveItself;
+  }
+  if (refusal) {
+    host().MsgBox(refusal, "Note", MsgButtons::OK, MsgIcon::Exclamation);
+    return false;
+  }
   RunGuarded([&] {
     Run run(spec);
     for (const std::string& id : ids) {
@@ -276,6 +298,7 @@ void ApplyTransform(const std::vector<std::string>& ids, const TransformParams& 
   });
   PushSnapshot();
   RedrawScene();
+  return true;
 }
 
 void RegisterTransformCommands() {

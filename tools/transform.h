@@ -31,8 +31,10 @@ void AddSelectionToList(std::vector<std::string>& list);
 
 // Runs the transformation over the ids in order (ids that no longer exist
 // are passed over), then takes one undo step. With `generate` the images
-// are made; points already imaged in this run are shared.
-void ApplyTransform(const std::vector<std::string>& ids, const TransformParams& spec, bool generate);
+// are made; points already imaged in this run are shared. Refused with one
+// message and nothing changed (false back): a rotation about a line in a
+// plane scene, and moving in place a point that is not free.
+bool ApplyTransform(const std::vector<std::string>& ids, const TransformParams& spec, bool generate);
 
 // The dialogs the four commands open; installed by the window.
 using TransformDialogFn = void (*)();

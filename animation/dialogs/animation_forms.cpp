@@ -23,14 +23,18 @@
 #include "document/host.h"
 #include "document/numtext.h"
 #include "document/undo.h"
+#include "expr/text_prep.h"
 #include "geometry/dialogs/property_forms.h"
 
 namespace vt::app {
 
 namespace {
 
+// Every number field here reads as the other dialogs read theirs (a decimal
+// comma is a point); an empty field is no number.
 bool ReadNumber(QLineEdit* field, float& out) {
-  return TextToSingle(field->text().trimmed().toStdString(), out);
+  const std::string text = field->text().trimmed().toStdString();
+  return !text.empty() && ReadNumberText(text, out);
 }
 
 void BadField(QLineEdit* field) {

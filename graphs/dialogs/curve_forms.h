@@ -9,6 +9,7 @@
 
 #include <QDialog>
 #include <QPointer>
+#include <functional>
 #include <string>
 
 #include "graphs/curve_form.h"
@@ -98,12 +99,14 @@ class frmF5 : public QDialog {
   PlaceRow tangents_, normals_, curvature_;
 };
 
-// frmFunCal: the expression pad. It edits a copy of the field's text and
-// writes the confirmed text back into that field.
+// frmFunCal: the expression pad. It edits a copy of the field's text, shows
+// the field's caption in Text2, and on OK checks the formula (the message
+// names the character; the pad stays open) before it writes the text back
+// into that field.
 class frmFunCal : public QDialog {
   Q_OBJECT
  public:
-  frmFunCal(QWidget* parent, QLineEdit* field);
+  frmFunCal(QWidget* parent, QLineEdit* field, const QString& caption = QString());
   // Text at the caret of Text1, the caret behind it, the focus back.
   void Insert(const QString& text);
 
@@ -116,6 +119,11 @@ class frmFunCal : public QDialog {
   QLineEdit *Text1_, *Text2_;
   QListWidget* List1_;
 };
+
+// The "..." button beside a formula field (object name `name`): it opens the
+// pad on the field, which shows the caption `caption` gives at that moment
+// (without a trailing "=" or ":").
+QPushButton* PadButton(QWidget* dialog, QLineEdit* field, const QString& name, std::function<QString()> caption);
 
 // Installs frmF5 as the window's curve dialog (graphs/curve_form.h) and the
 // results panel: a dock beside the canvas, shown while the curves have lines

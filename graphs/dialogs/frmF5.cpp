@@ -395,7 +395,9 @@ void frmF5::ShowForm(const CurveForm& f) {
 }
 
 void frmF5::OpenPad(QLineEdit* field) {
-  auto* pad = new frmFunCal(this, field);
+  QString caption = (field == txtFormula1_ ? lblFormula1_ : lblFormula2_)->text().trimmed();
+  while (caption.endsWith('=') || caption.endsWith(':')) caption = caption.left(caption.size() - 1).trimmed();
+  auto* pad = new frmFunCal(this, field, caption);
   pad->open();
 }
 

@@ -21,12 +21,14 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 #include "app/canvas.h"
 #include "document/document.h"
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "geometry/dialogs/property_forms.h"
+#include "graphs/dialogs/curve_forms.h"
 #include "graphs/dialogs/form_opener.h"
 #include "graphs/dialogs/look_tabs.h"
 #include "render/material.h"
@@ -103,6 +105,15 @@ void frmF6::BuildFields() {
   grid->addWidget(txtFormula2_, 1, 1, 1, 5);
   grid->addWidget(lblFormula3_, 2, 0);
   grid->addWidget(txtFormula3_, 2, 1, 1, 5);
+  // The pad beside each formula field, shown with it.
+  int row = 0;
+  for (auto [label, field] : {std::pair{lblFormula1_, txtFormula1_}, std::pair{lblFormula2_, txtFormula2_},
+                              std::pair{lblFormula3_, txtFormula3_}}) {
+    QPushButton* pad =
+        PadButton(this, field, QString("cmdPad%1").arg(row + 1), [label = label] { return label->text(); });
+    grid->addWidget(pad, row++, 6);
+    pads_.push_back(pad);
+  }
   QLabel** labels[9] = {&lblMinU_, &lblMaxU_, &lblStepsU_, &lblMinV_, &lblMaxV_, &lblStepsV_, &lblMinW_, &lblMaxW_, &lblStepsW_};
   QLineEdit** fields[9] = {&txtMinU_, &txtMaxU_, &txtStepsU_, &txtMinV_, &txtMaxV_, &txtStepsV_, &txtMinW_, &txtMaxW_, &txtStepsW_};
   const char* const names[9] = {"MinU", "MaxU", "StepsU", "MinV", "MaxV", "StepsV", "MinW", "MaxW", "StepsW"};
@@ -214,10 +225,12 @@ void frmF6::UpdateLabels() {
   const int graphType = GraphType();
   const int form = SurfaceFunFormOfListIndex(graphType, std::max(lstForm_->currentRow(), 0));
   const SurfaceFieldLabels l = SurfaceLabels(graphType, CoordType(), form);
-  auto show = [](QLabel* label, QLineEdit* field, const std::string& caption) {
+  auto show = [this](QLabel* label, QLineEdit* field, const std::string& caption) {
     label->setText(Q(caption));
     label->setVisible(!caption.empty());
     field->setVisible(!caption.empty());
+    const int row = field == txtFormula1_ ? 0 : field == txtFormula2_ ? 1 : 2;
+    if (row < static_cast<int>(pads_.size())) pads_[static_cast<size_t>(row)]->setVisible(!caption.empty());
   };
   show(lblFormula1_, txtFormula1_, l.formula1);
   show(lblFormula2_, txtFormula2_, l.formula2);

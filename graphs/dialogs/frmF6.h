@@ -6,9 +6,12 @@
 
 #include <QDialog>
 #include <string>
+#include <vector>
 
 #include "graphs/dialogs/look_tabs.h"
 #include "graphs/surface_form.h"
+
+class QPushButton;
 
 class QCheckBox;
 class QComboBox;
@@ -48,6 +51,7 @@ class frmF6 : public QDialog {
   QListWidget* lstForm_;
   QLabel *lblFormula1_, *lblFormula2_, *lblFormula3_;
   QLineEdit *txtFormula1_, *txtFormula2_, *txtFormula3_;
+  std::vector<QPushButton*> pads_;  // the pad beside each formula field
   QLabel *lblMinU_, *lblMaxU_, *lblStepsU_, *lblMinV_, *lblMaxV_, *lblStepsV_, *lblMinW_, *lblMaxW_, *lblStepsW_;
   QLineEdit *txtMinU_, *txtMaxU_, *txtStepsU_, *txtMinV_, *txtMaxV_, *txtStepsV_, *txtMinW_, *txtMaxW_, *txtStepsW_;
   QTabWidget* tabs_;

@@ -14,6 +14,7 @@
 #include "document/host.h"
 #include "expr/expression.h"
 #include "expr/functions.h"
+#include "expr/parameters.h"
 #include "expr/text_prep.h"
 #include "graphs/dialogs/curve_forms.h"
 
@@ -31,7 +32,22 @@ QPushButton* Command(QWidget* parent, int number, const QString& caption) {
 
 }  // namespace
 
-frmFunCal::frmFunCal(QWidget* parent, QLineEdit* field) : QDialog(parent), field_(field) {
+QPushButton* PadButton(QWidget* dialog, QLineEdit* field, const QString& name, std::function<QString()> caption) {
+  auto* b = new QPushButton("...", dialog);
+  b->setObjectName(name);
+  b->setAutoDefault(false);
+  b->setToolTip(QObject::tr("Expression pad"));
+  b->setMaximumWidth(32);
+  QObject::connect(b, &QPushButton::clicked, dialog, [dialog, field, caption = std::move(caption)] {
+    QString text = caption ? caption() : QString();
+    text = text.trimmed();
+    while (text.endsWith('=') || text.endsWith(':')) text = text.left(text.size() - 1).trimmed();
+    (new frmFunCal(dialog, field, text))->open();
+  });
+  return b;
+}
+
+frmFunCal::frmFunCal(QWidget* parent, QLineEdit* field, const QString& caption) : QDialog(parent), field_(field) {
   setObjectName("frmFunCal");
   setWindowTitle(tr("Expression"));
   setAttribute(Qt::WA_DeleteOnClose);
@@ -43,7 +59,8 @@ frmFunCal::frmFunCal(QWidget* parent, QLineEdit* field) : QDialog(parent), field
   Text1_->setMinimumWidth(320);
   Text2_ = new QLineEdit(this);
   Text2_->setObjectName("Text2");
-  if (field) Text2_->setText(field->objectName());
+  // The field the pad writes to, by its caption as the dialog shows it.
+  Text2_->setText(caption);
   outer->addWidget(Text1_);
   outer->addWidget(Text2_);
 
@@ -132,6 +149,20 @@ void frmFunCal::Confirm() {
   if (!ok) {
     host().MsgBox("Illegal expression exist.", "Error", MsgButtons::OK, MsgIcon::Critical);
     return;
+  }
+  if (Text1_->isVisible()) {
+    // The formula may read the parameters, the notes and the variables of
+    // any formula field; what the field itself cannot read its own OK says.
+    VariableTable vars;
+    LoadParameterTable(vars);
+    for (const char* name : {"x", "y", "z", "u", "v", "t"})
+      if (!vars.Find(name)) vars.Add(name);
+    int pos = 0;
+    if (!FormulaCompiles(InsertImplicitProducts(Text1_->text().toStdString()), vars, &pos)) {
+      Text1_->setFocus();
+      if (pos > 0) Text1_->setCursorPosition(pos - 1);
+      return;
+    }
   }
   if (field_) field_->setText(Text1_->text());
   accept();

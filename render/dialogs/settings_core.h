@@ -22,11 +22,7 @@ inline constexpr const char* kIllegalData = "Illegal data exist.";
 
 // One number field as the dialogs take it: through the number filter, then
 // read as a Single.
-inline bool ReadNumberField(const std::string& text, float& value) {
-  std::string source = text, result;
-  if (!FilterNumberText(source, result)) return false;
-  return TextToSingle(result, value);
-}
+inline bool ReadNumberField(const std::string& text, float& value) { return ReadNumberText(text, value); }
 
 inline void ReportIllegalData() { host().MsgBox(kIllegalData, "Error", MsgButtons::OK, MsgIcon::Critical); }
 

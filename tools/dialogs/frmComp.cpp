@@ -2,6 +2,7 @@
 // click on a note of NoteType 0.
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -13,6 +14,7 @@
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "expr/parameters.h"
+#include "graphs/dialogs/curve_forms.h"
 #include "tools/dialogs/construction_forms.h"
 #include "tools/notes.h"
 
@@ -34,7 +36,16 @@ frmComp::frmComp(QWidget* parent, const std::string& editId) : QDialog(parent), 
     return e;
   };
   txtName_ = field("txtName", tr("Parameter Name"), note ? note->VarName : std::string());
-  txtExpression_ = field("txtExpression", tr("Expression"), note ? note->Para1 : std::string());
+  {
+    // The formula with the pad beside it.
+    txtExpression_ = new QLineEdit(QString::fromStdString(note ? note->Para1 : std::string()), this);
+    txtExpression_->setObjectName("txtExpression");
+    txtExpression_->setMinimumWidth(240);
+    auto* row = new QHBoxLayout;
+    row->addWidget(txtExpression_);
+    row->addWidget(PadButton(this, txtExpression_, "cmdPad", [] { return tr("Expression"); }));
+    rows->addRow(tr("Expression"), row);
+  }
   txtDescribe_ = field("txtDescribe", tr("Describe"), note ? note->Para3 : std::string());
 
   // The names an expression can read: parameters first, then the notes, as
@@ -69,6 +80,16 @@ void frmComp::accept() {
   // A note reopened for editing that has gone meanwhile becomes a new note.
   const std::string edit = Doc.Notes.FindById(editId_) ? editId_ : std::string();
   bool ok = false;
+  int pos = 0;
+  // The formula first: refused, it keeps the dialog open with the caret at
+  // the character its message names.
+  RunGuarded([&] { ok = ComputeFormulaOK(txtExpression_->text().toStdString(), edit, &pos); });
+  if (!ok) {
+    txtExpression_->setFocus();
+    if (pos > 0) txtExpression_->setCursorPosition(pos - 1);
+    return;
+  }
+  ok = false;
   RunGuarded([&] {
     ok = ComputeNoteOK(txtName_->text().toStdString(), txtExpression_->text().toStdString(),
                        txtDescribe_->text().toStdString(), edit);

@@ -17,6 +17,7 @@
 #include "document/globals.h"
 #include "document/host.h"
 #include "document/numtext.h"
+#include "expr/text_prep.h"
 #include "tools/dialogs/construction_forms.h"
 
 namespace vt::app {
@@ -170,7 +171,7 @@ void TransformDialog::ShowRow(QLineEdit* field, bool shown) {
 
 float TransformDialog::NumberOf(const QLineEdit* field) {
   float v = 0;
-  if (!TextToSingle(field->text().trimmed().toStdString(), v)) return 0;
+  if (!ReadNumberText(field->text().trimmed().toStdString(), v)) return 0;
   return v;
 }
 
@@ -183,7 +184,7 @@ void TransformDialog::accept() {
   TransformParams params;
   if (!Collect(params)) return;
   if (auto* canvas = parentWidget() ? parentWidget()->findChild<Canvas*>() : nullptr) canvas->MakeCurrent();
-  ApplyTransform(list, params, Option2_->isChecked());
+  if (!ApplyTransform(list, params, Option2_->isChecked())) return;  // said why; the dialog stays
   QDialog::accept();
 }
 
