@@ -271,8 +271,11 @@ void picDraw_MouseUp(int Button, int Shift, float X, float Y) {
 
 void picDraw_DblClick() {
   if (ActiveTool != 11) return;
-  static constexpr Kind kOrder[] = {Kind::PT, Kind::LN, Kind::AR, Kind::CR, Kind::RG, Kind::C2, Kind::SF,
-                                    Kind::SR, Kind::SS, Kind::TT, Kind::NT, Kind::BT, Kind::AC};
+  // Translucent sectors, ribbons and spheres come last: they often cover
+  // the view, and a double click on what lies in or on them opens that.
+  static constexpr Kind kOrder[] = {Kind::PT, Kind::LN, Kind::AR, Kind::CR, Kind::LO, Kind::IL, Kind::RG,
+                                    Kind::C2, Kind::SF, Kind::SR, Kind::SS, Kind::TT, Kind::NT, Kind::BT,
+                                    Kind::AC, Kind::FA, Kind::RB, Kind::SP};
   for (Kind k : kOrder) {
     CollectionBase& c = Doc.Of(k);
     for (int i = 1; i <= c.count(); ++i) {
