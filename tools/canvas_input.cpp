@@ -13,6 +13,7 @@
 #include "render/frame.h"
 #include "render/trackball.h"
 #include "render/view_state.h"
+#include "tools/note_properties.h"
 
 namespace vt {
 
@@ -280,7 +281,9 @@ void picDraw_DblClick() {
     CollectionBase& c = Doc.Of(k);
     for (int i = 1; i <= c.count(); ++i) {
       DocObject* o = c.ItemBase(i);
-      if (o->Hide || !o->Pick(LastScenePoint, LastFarPoint, LastNearPoint)) continue;
+      const bool hit = k == Kind::NT ? NoteUnderPress(static_cast<CNote&>(*o))
+                                     : o->Pick(LastScenePoint, LastFarPoint, LastNearPoint);
+      if (o->Hide || !hit) continue;
       // The first hit decides; a kind whose dialog is not there yet opens
       // nothing and leaves the edit state alone.
       auto it = EditDialogs().find(k);

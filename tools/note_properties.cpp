@@ -12,6 +12,7 @@
 #include "persist/record.h"
 #include "render/text.h"
 #include "tools/screen_items.h"
+#include "tools/text_item.h"
 
 namespace vt {
 
@@ -43,6 +44,11 @@ std::string ApplyNoteProps(const std::string& id, NoteProps& p) {
   PushSnapshot();
   RedrawScene();
   return {};
+}
+
+bool NoteUnderPress(const CNote& note) {
+  const float px = LastPressPctX(), py = LastPressPctY();
+  return !note.Hide && px >= note.PosX && px <= note.PosX + 15 && py >= note.PosY && py <= note.PosY + 3;
 }
 
 void DrawNoteText(const CNote& note) {

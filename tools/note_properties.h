@@ -32,6 +32,9 @@ extern const int kNoteFontSizeCount;
 // Draws the note's text at its place: the canvas's own bitmap font in black,
 // or the note's colour and size.
 void DrawNoteText(const CNote& note);
+// The double click's hit of a note: the mouse of the last press inside the
+// 15 by 3 per cent from its position.
+bool NoteUnderPress(const CNote& note);
 // The optional colour and font size after Selected in an NT record.
 void ReadNoteLook(RecordReader& r, CNote& note);
 
