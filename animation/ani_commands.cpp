@@ -196,6 +196,37 @@ CAnimation* CreateParameter(const std::string& playerId, std::string name, float
   return t;
 }
 
+bool EditParameter(const std::string& trackId, std::string name, float min, float max, int decimals,
+                   float timeFrom, float timeTo) {
+  auto say = [](const std::string& text) {
+    host().MsgBox(text, "Note", MsgButtons::OK, MsgIcon::Exclamation);
+    return false;
+  };
+  CAnimation* a = FindTrack(trackId);
+  if (!a || a->AniType != 20) return say(kNotExist);
+  if (!CheckParameterName(name)) return false;
+  if (min > max) return say("The minimum value must be smaller than the maximum one. ");
+  const std::string timeError = TimeError(timeFrom, timeTo);
+  if (!timeError.empty()) return say(timeError);
+  const float places = static_cast<float>(std::clamp(decimals, 0, 15));
+  if (name == a->Para1 && min == a->RangeFrom1 && max == a->RangeTo1 && places == a->RangeFrom2 &&
+      timeFrom == a->TimeFrom && timeTo == a->TimeTo)
+    return true;
+  a->Para1 = name;
+  a->RangeFrom1 = min;
+  a->RangeTo1 = max;
+  a->RangeFrom2 = places;
+  a->TimeFrom = timeFrom;
+  a->TimeTo = timeTo;
+  a->RangeTo2 = std::clamp(a->RangeTo2, min, max);
+  a->BuildNote();
+  RefreshFunCurves();
+  RefreshSurfaces();
+  PushSnapshot();
+  RedrawScene();
+  return true;
+}
+
 CAnimation* FindTrack(const std::string& id, CAniControl** player) {
   for (CAniControl* c : Doc.AniCtrls)
     for (auto& a : c->anis)
@@ -229,6 +260,10 @@ CAnimation* ConfirmTrackForm(const TrackForm& form, const std::string& editId) {
     made->ID = NewObjectId("AN");
     track = made.get();
   }
+  // An edit that keeps the bound objects keeps the places and colours they
+  // started from; taking them again mid-run would start from where they
+  // stand now.
+  const bool rebind = made || track->AniType != form.kind || track->Para2 != form.bound;
   track->AniType = form.kind;
   track->Para2 = form.bound;
   if (track->Para2.size() > static_cast<size_t>(CAnimation::kMaxBound)) track->Para2.resize(CAnimation::kMaxBound);
@@ -260,7 +295,7 @@ CAnimation* ConfirmTrackForm(const TrackForm& form, const std::string& editId) {
   }
   track->Steps = player->Steps;
   track->Step = player->Step;
-  track->Init();
+  if (rebind) track->Init();
   track->BuildNote();
   player->ShowFrame();
   PushSnapshot();
@@ -302,7 +337,7 @@ void RegisterAnimationCommands() {
     const float w = static_cast<float>(std::max(1, CanvasWidth)), h = static_cast<float>(std::max(1, CanvasHeight));
     const float px = LastX / w * 100.0f, py = 100.0f - LastY / h * 100.0f;
     for (auto& a : c.anis)
-      if (a->PickRow(px, py) && a->AniType >= 1 && a->AniType <= 5) {
+      if (a->PickRow(px, py) && ((a->AniType >= 1 && a->AniType <= 5) || a->AniType == 20)) {
         EditObjectId = a->ID;
         AniDialogKind = static_cast<short>(a->AniType);
         Opener()(a->AniType, a->ID);

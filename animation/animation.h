@@ -43,6 +43,11 @@ CAnimation* AddTrackToPlayer(CAniControl& player, std::unique_ptr<CAnimation> tr
 // shows them) and adds a parameter track. nullptr when refused.
 CAnimation* CreateParameter(const std::string& playerId, std::string name, float min, float max, int decimals,
                             float timeFrom, float timeTo);
+// frmVar's OK on a parameter track being edited: the same checks, then the
+// track takes the fields in place (its value kept, brought into the new
+// range), one undo step. False when refused, the message shown.
+bool EditParameter(const std::string& trackId, std::string name, float min, float max, int decimals,
+                   float timeFrom, float timeTo);
 
 // The fields of the track dialogs (frmMoving, frmRotating, frmZoom,
 // frmPathAni, frmColorAni).

@@ -103,6 +103,33 @@ struct RegionProps {
 bool LoadRegionProps(const std::string& id, RegionProps& p);
 std::string ApplyRegionProps(const std::string& id, RegionProps& p);
 
+// Sectors, ribbons and spheres: colour, second colour, colouring (FillStyle
+// 1..5 as the surfaces' list), ramp, opacity and visibility; a sphere also
+// its angle ranges (radians) and, for information, its radius.
+struct MeshSurfaceProps {
+  std::uint32_t color = 0, color2 = 0;
+  int fillStyle = 4;
+  int ramp = 0;            // index into kRampNames; past them the object's own ramp name
+  std::string customRamp;  // the object's ramp name when it is none of the five
+  std::string alpha;       // opacity 0..1
+  bool visible = true;
+  bool sphere = false;
+  std::string radius;  // shown only
+  std::string aFrom, aTo, bFrom, bTo;
+};
+bool LoadMeshSurfaceProps(const std::string& id, MeshSurfaceProps& p);
+std::string ApplyMeshSurfaceProps(const std::string& id, MeshSurfaceProps& p);
+
+// Intersection lines and loci: colour and visibility; a locus shows its
+// sample count and player.
+struct TraceProps {
+  std::uint32_t color = 0;
+  bool visible = true;
+  std::string info;  // "between RG0001 and FA0002", "120 samples, player AC0003"
+};
+bool LoadTraceProps(const std::string& id, TraceProps& p);
+std::string ApplyTraceProps(const std::string& id, TraceProps& p);
+
 // Writes a real point's place into the copies its holders keep.
 void WriteThroughCopies(const class Position& real);
 

@@ -5,6 +5,7 @@
 #include "document/host.h"
 #include "geometry/properties.h"
 #include "tools/canvas_input.h"
+#include "tools/note_object.h"
 
 namespace vt {
 
@@ -55,6 +56,12 @@ bool PropertyFormOfKind(Kind kind, PropertyForm& form) {
     case Kind::CR: form = PropertyForm::Circle; return true;
     case Kind::AR: form = PropertyForm::Arc; return true;
     case Kind::RG: form = PropertyForm::Region; return true;
+    case Kind::FA: form = PropertyForm::Sector; return true;
+    case Kind::RB: form = PropertyForm::Ribbon; return true;
+    case Kind::SP: form = PropertyForm::Sphere; return true;
+    case Kind::IL: form = PropertyForm::InterLine; return true;
+    case Kind::LO: form = PropertyForm::Locus; return true;
+    case Kind::NT: form = PropertyForm::Note; return true;
     default: return false;
   }
 }
@@ -102,8 +109,11 @@ void mnuEditRegion_Click() {
 }
 
 void mnuEditProp_Click() {
-  for (Kind k : {Kind::PT, Kind::LN, Kind::AR, Kind::CR, Kind::RG}) {
+  for (Kind k : {Kind::PT, Kind::LN, Kind::AR, Kind::CR, Kind::LO, Kind::IL, Kind::RG, Kind::NT, Kind::FA, Kind::RB,
+                 Kind::SP}) {
     const std::string id = FirstSelected(k);
+    // Computed notes have their own dialog, not this one.
+    if (k == Kind::NT && !id.empty() && Doc.Notes.FindById(id)->NoteType == 0) continue;
     PropertyForm form;
     if (!id.empty() && PropertyFormOfKind(k, form)) {
       OpenPropertyForm(form, id);
@@ -118,7 +128,8 @@ void RegisterPropertyCommands() {
   RegisterHandler("mnuEditLine", mnuEditLine_Click, PropertyFormsAvailable);
   RegisterHandler("mnuEditRegion", mnuEditRegion_Click, PropertyFormsAvailable);
   RegisterHandler("mnuEditProp", mnuEditProp_Click, PropertyFormsAvailable);
-  for (Kind k : {Kind::PT, Kind::LN, Kind::CR, Kind::AR, Kind::RG}) RegisterEditDialog(k, OpenFromDoubleClick);
+  for (Kind k : {Kind::PT, Kind::LN, Kind::CR, Kind::AR, Kind::RG, Kind::FA, Kind::RB, Kind::SP, Kind::IL, Kind::LO})
+    RegisterEditDialog(k, OpenFromDoubleClick);
 }
 
 }  // namespace vt

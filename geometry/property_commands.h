@@ -14,8 +14,10 @@
 namespace vt {
 
 // The dialogs: frmPointEdit (the style of every selected point), frmF16 (one
-// point), frmLine, frmCircle, frmArc, frmRegion.
-enum class PropertyForm { PointStyle, Point, Line, Circle, Arc, Region };
+// point), frmLine, frmCircle, frmArc, frmRegion; frmSector, frmRibbon,
+// frmSphereProps, frmInterLine, frmLocusProps and frmNote (measurement notes;
+// a computed note opens frmComp instead).
+enum class PropertyForm { PointStyle, Point, Line, Circle, Arc, Region, Sector, Ribbon, Sphere, InterLine, Locus, Note };
 
 // The window's function that shows a dialog for an object (id "" for
 // PointStyle, which works on the selection). An empty function removes it.
@@ -44,11 +46,13 @@ void mnuEditLine_Click();
 // "Region Properties...": frmRegion for the first selected region.
 void mnuEditRegion_Click();
 // "Properties...": the dialog of the first selected object, the kinds taken
-// in the order of the double click (points, lines, arcs, circles, regions).
+// in the order of the double click (points, lines, arcs, circles, loci,
+// intersection lines, regions, measurement notes, sectors, ribbons, spheres).
 void mnuEditProp_Click();
 
 // Registers the four handlers (enabled while the window's opener is there)
-// and the double-click dialogs of the five kinds.
+// and the double-click dialogs of the kinds above but notes (the note's
+// double click is the window's: it tells computed notes from measurements).
 void RegisterPropertyCommands();
 
 }  // namespace vt

@@ -13,6 +13,7 @@
 #include "render/frame.h"
 #include "render/trackball.h"
 #include "render/view_state.h"
+#include "tools/note_properties.h"
 #include "tools/select.h"
 
 namespace vt {
@@ -290,13 +291,18 @@ void picDraw_MouseUp(int Button, int Shift, float X, float Y) {
 
 void picDraw_DblClick() {
   if (ActiveTool != 11) return;
-  static constexpr Kind kOrder[] = {Kind::PT, Kind::LN, Kind::AR, Kind::CR, Kind::RG, Kind::C2, Kind::SF,
-                                    Kind::SR, Kind::SS, Kind::TT, Kind::NT, Kind::BT, Kind::AC};
+  // Translucent sectors, ribbons and spheres come last: they often cover
+  // the view, and a double click on what lies in or on them opens that.
+  static constexpr Kind kOrder[] = {Kind::PT, Kind::LN, Kind::AR, Kind::CR, Kind::LO, Kind::IL, Kind::RG,
+                                    Kind::C2, Kind::SF, Kind::SR, Kind::SS, Kind::TT, Kind::NT, Kind::BT,
+                                    Kind::AC, Kind::FA, Kind::RB, Kind::SP};
   for (Kind k : kOrder) {
     CollectionBase& c = Doc.Of(k);
     for (int i = 1; i <= c.count(); ++i) {
       DocObject* o = c.ItemBase(i);
-      if (o->Hide || !o->Pick(LastScenePoint, LastFarPoint, LastNearPoint)) continue;
+      const bool hit = k == Kind::NT ? NoteUnderPress(static_cast<CNote&>(*o))
+                                     : o->Pick(LastScenePoint, LastFarPoint, LastNearPoint);
+      if (o->Hide || !hit) continue;
       // The first hit decides; a kind whose dialog is not there yet opens
       // nothing and leaves the edit state alone.
       auto it = EditDialogs().find(k);

@@ -17,6 +17,9 @@ class CNote : public DocObject {
   float Value = 0;
   float PosX = 0, PosY = 0;
   std::string Para1, Para2, Para3;
+  // The look a measurement dialog gave it: colour 0 and size 0 are the
+  // canvas's own small black text (tools/note_properties.cpp).
+  int FontSize = 0;  // points
 
   // Brings Value and Note up to date from the measured objects (or the
   // expression); false when the objects are gone or the expression failed,

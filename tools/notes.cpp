@@ -23,6 +23,7 @@
 #include "tools/buttons.h"
 #include "tools/constructions.h"
 #include "tools/name_rules.h"
+#include "tools/note_properties.h"
 #include "tools/screen_place.h"
 #include "render/strokes.h"
 
@@ -268,9 +269,7 @@ std::string CNote::ShownText() {
 
 void CNote::Draw() {
   if (Hide) return;
-  const std::string shown = ShownText();
-  glColor3ub(ForeColor & 0xFF, (ForeColor >> 8) & 0xFF, (ForeColor >> 16) & 0xFF);
-  DrawTextAt(PosX, PosY, 0, shown);
+  DrawNoteText(*this, ShownText());
   if (Selected) {
     glDisable(GL_LIGHTING);
     DrawSelectionFrame(PosX, PosY, 1);
@@ -282,6 +281,8 @@ std::string CNote::Save() const {
   RecordWriter w(ID);
   w.Add(NoteType).Add(PosX).Add(PosY).Add(Decim).AddText(VarName.empty() ? std::string("VAR") : VarName);
   w.AddFramed(Para1).AddFramed(Para2).AddFramed(Para3).Add(BoolField(Hide)).Add(BoolField(Selected));
+  // A colour or font size of its own follows, only when there is one.
+  if (ForeColor != 0 || FontSize != 0) w.Add(static_cast<long>(ForeColor)).Add(FontSize);
   // Every field is followed by a blank, the last one too.
   return w.Add("").Close();
 }
@@ -316,6 +317,7 @@ void ReadNote(RecordReader& r, int pass) {
   }
   if (!r.AtEnd()) n->Hide = r.Bool();
   if (!r.AtEnd()) n->Selected = r.Bool();
+  ReadNoteLook(r, *n);
   // The counter goes on from the highest "VAR" number read.
   if (n->VarName.size() > 3 && n->VarName.compare(0, 3, "VAR") == 0) {
     // A damaged name may hold any number; only one a counter can reach counts.

@@ -239,13 +239,25 @@ frmTrack::frmTrack(QWidget* parent, int kind, const std::string& editId) : QDial
     if (txtX_) txtX_->setText(QString::fromStdString(SingleToText(t->RangeTo1)));
     if (txtY_) txtY_->setText(QString::fromStdString(SingleToText(t->RangeTo2)));
     if (txtZ_) txtZ_->setText(QString::fromStdString(SingleToText(t->RangeTo3)));
+    if (cmdFrom_ && cmdTo_) {
+      auto rgb = [](float r, float g, float b) {
+        auto c = [](float v) { return static_cast<int>(std::clamp(v, 0.0f, 255.0f)); };
+        return RGB(c(r), c(g), c(b));
+      };
+      cmdFrom_->setColor(rgb(t->RangeFrom1, t->RangeFrom2, t->RangeFrom3));
+      cmdTo_->setColor(rgb(t->RangeTo1, t->RangeTo2, t->RangeTo3));
+    }
     txtFrom_->setText(QString::fromStdString(SingleToText(t->TimeFrom)));
     txtTo_->setText(QString::fromStdString(SingleToText(t->TimeTo)));
     player_->Choose(t->ACID);
+    // A track stays with its player.
+    player_->setEnabled(false);
   }
 }
 
-frmTrack::~frmTrack() = default;
+frmTrack::~frmTrack() {
+  if (!editId_.empty() && EditObjectId == editId_) EditMode = false;
+}
 
 void frmTrack::Bind() {
   lstBound_->clear();
@@ -292,7 +304,7 @@ void frmTrack::accept() {
 
 // ---- frmVar -------------------------------------------------------------------------------
 
-frmVar::frmVar(QWidget* parent) : QDialog(parent) {
+frmVar::frmVar(QWidget* parent, const std::string& editId) : QDialog(parent), editId_(editId) {
   setObjectName("frmVar");
   setWindowTitle(tr("Parameter"));
   KeepAbove(this);
@@ -310,10 +322,23 @@ frmVar::frmVar(QWidget* parent) : QDialog(parent) {
   AddTimeAndPlayerRows(this, form, txtFrom_, txtTo_, player_, QObject::tr("(0~1)"));
   auto* v = new QVBoxLayout(this);
   v->addLayout(form);
-  v->addWidget(OkCancel(this, tr("Create")));
+  v->addWidget(OkCancel(this, editId_.empty() ? tr("Create") : tr("OK")));
+  if (CAnimation* t = FindTrack(editId_)) {
+    auto text = [](float v) { return QString::fromStdString(SingleToText(v)); };
+    txtName_->setText(QString::fromStdString(t->Para1));
+    txtMin_->setText(text(t->RangeFrom1));
+    txtMax_->setText(text(t->RangeTo1));
+    txtDecimal_->setText(QString::number(std::clamp(static_cast<int>(t->RangeFrom2), 0, 15)));
+    txtFrom_->setText(text(t->TimeFrom));
+    txtTo_->setText(text(t->TimeTo));
+    player_->Choose(t->ACID);
+    player_->setEnabled(false);
+  }
 }
 
-frmVar::~frmVar() = default;
+frmVar::~frmVar() {
+  if (!editId_.empty() && EditObjectId == editId_) EditMode = false;
+}
 
 void frmVar::accept() {
   float min = 0, max = 0, decimals = 0, from = 0, to = 1;
@@ -322,6 +347,13 @@ void frmVar::accept() {
   if (!ReadNumber(txtDecimal_, decimals)) return BadField(txtDecimal_);
   if (!ReadNumber(txtFrom_, from)) return BadField(txtFrom_);
   if (!ReadNumber(txtTo_, to)) return BadField(txtTo_);
+  if (!editId_.empty()) {
+    if (!EditParameter(editId_, txtName_->text().toStdString(), min, max, static_cast<int>(decimals), from, to))
+      return;
+    EditMode = false;
+    QDialog::accept();
+    return;
+  }
   if (!CreateParameter(player_->Id(), txtName_->text().toStdString(), min, max, static_cast<int>(decimals), from, to))
     return;
   PushSnapshot();
@@ -474,7 +506,7 @@ void InstallAnimationForms(QMainWindow* mainWindow) {
     if (!window) return;
     QDialog* d = nullptr;
     if (kind == 13) d = new frmAniSetting(window, editId);
-    else if (kind == 20) d = new frmVar(window);
+    else if (kind == 20) d = new frmVar(window, editId);
     else if (kind == 21) d = new frmLocus(window);
     else d = new frmTrack(window, kind, editId);
     d->show();

@@ -56,15 +56,18 @@ class frmTrack : public QDialog {
   QLineEdit *txtFrom_, *txtTo_;
 };
 
-// frmVar: "Name", "Min", "Max", "Decimal", the time range and the player.
+// frmVar: "Name", "Min", "Max", "Decimal", the time range and the player;
+// a parameter track's double click opens it on that track.
 class frmVar : public QDialog {
   Q_OBJECT
  public:
-  explicit frmVar(QWidget* parent);
+  // editId: the parameter track to edit in place ("" makes a new one).
+  explicit frmVar(QWidget* parent, const std::string& editId = std::string());
   ~frmVar() override;
   void accept() override;
 
  private:
+  std::string editId_;
   PlayerChooser* player_;
   QLineEdit *txtName_, *txtMin_, *txtMax_, *txtDecimal_, *txtFrom_, *txtTo_;
 };

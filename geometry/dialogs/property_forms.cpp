@@ -182,6 +182,21 @@ PropertyFormDialog* CreatePropertyForm(PropertyForm form, const std::string& id,
       RegionProps p;
       return LoadRegionProps(id, p) ? new frmRegion(parent, id, p) : nullptr;
     }
+    case PropertyForm::Sector:
+    case PropertyForm::Ribbon:
+    case PropertyForm::Sphere: {
+      MeshSurfaceProps p;
+      return LoadMeshSurfaceProps(id, p) ? new frmMeshSurface(parent, form, id, p) : nullptr;
+    }
+    case PropertyForm::InterLine:
+    case PropertyForm::Locus: {
+      TraceProps p;
+      return LoadTraceProps(id, p) ? new frmTrace(parent, form, id, p) : nullptr;
+    }
+    case PropertyForm::Note: {
+      NoteProps p;
+      return LoadNoteProps(id, p) ? new frmNote(parent, id, p) : nullptr;
+    }
   }
   return nullptr;
 }

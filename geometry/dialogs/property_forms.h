@@ -1,6 +1,8 @@
 // The property dialogs of points, lines, circles, arcs and regions: frmF16
 // (one point), frmPointEdit (the style of every selected point), frmLine,
-// frmCircle, frmArc and frmRegion. Each is a small form of labelled fields
+// frmCircle, frmArc and frmRegion; of sectors, ribbons and spheres
+// (frmSector, frmRibbon, frmSphereProps), intersection lines and loci
+// (frmInterLine, frmLocusProps) and measurement notes (frmNote). Each is a small form of labelled fields
 // over OK and Cancel, modal to the main window and kept above it.
 //
 // The dialogs hold no rules of their own: they show what the Load functions
@@ -17,6 +19,7 @@
 
 #include "geometry/properties.h"
 #include "geometry/property_commands.h"
+#include "tools/note_properties.h"
 
 class QCheckBox;
 class QComboBox;
@@ -171,6 +174,55 @@ class frmRegion : public PropertyFormDialog {
   QLineEdit *label_, *alpha_;
   QCheckBox* showLabel_;
   ColorButton* color_;
+};
+
+// frmSector, frmRibbon, frmSphereProps: colouring, colours, ramp, opacity,
+// visibility; a sphere's angle ranges.
+class frmMeshSurface : public PropertyFormDialog {
+  Q_OBJECT
+ public:
+  frmMeshSurface(QWidget* parent, PropertyForm form, const std::string& id, const MeshSurfaceProps& props);
+
+ protected:
+  std::string Apply() override;
+
+ private:
+  MeshSurfaceProps props_;
+  QComboBox *fill_, *ramp_;
+  ColorButton *color_, *color2_;
+  QLineEdit *alpha_, *aFrom_ = nullptr, *aTo_ = nullptr, *bFrom_ = nullptr, *bTo_ = nullptr;
+  QCheckBox* visible_;
+};
+
+// frmInterLine, frmLocusProps: colour and visibility.
+class frmTrace : public PropertyFormDialog {
+  Q_OBJECT
+ public:
+  frmTrace(QWidget* parent, PropertyForm form, const std::string& id, const TraceProps& props);
+
+ protected:
+  std::string Apply() override;
+
+ private:
+  TraceProps props_;
+  ColorButton* color_;
+  QCheckBox* visible_;
+};
+
+// frmNote: a measurement's decimals, colour and font size.
+class frmNote : public PropertyFormDialog {
+  Q_OBJECT
+ public:
+  frmNote(QWidget* parent, const std::string& id, const NoteProps& props);
+
+ protected:
+  std::string Apply() override;
+
+ private:
+  NoteProps props_;
+  QComboBox *decimals_, *size_;
+  ColorButton* color_;
+  QCheckBox* visible_;
 };
 
 // Makes the dialog of a form for an object, loaded from the document and not

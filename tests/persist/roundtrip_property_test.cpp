@@ -147,6 +147,8 @@ class RoundTripTest : public test::DocumentTest {
     for (int i = 0, n = Pick(3); i < n; ++i) {
       CNote* t = New(Doc.Notes, "NT");
       t->VarName = Text(), t->Para1 = Text(), t->Para2 = Text(), t->Para3 = Text();
+      t->Decim = static_cast<short>(Pick(11));
+      if (Pick(2)) t->ForeColor = rng_() & 0xFFFFFF, t->FontSize = Pick(3) * 12;
     }
     if (Pick(2)) {
       CButton* b = New(Doc.Buttons, "BT");

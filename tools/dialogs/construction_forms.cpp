@@ -6,6 +6,7 @@
 
 #include "document/document.h"
 #include "document/globals.h"
+#include "geometry/property_commands.h"
 #include "tools/canvas_input.h"
 #include "tools/construction_prompts.h"
 #include "tools/notes.h"
@@ -79,9 +80,11 @@ void InstallConstructionForms(QWidget* mainWindow) {
   FlexP2DDialog = OpenPrompt<frmFlexP2D>;
   Circle3DDialog = OpenPrompt<frm3DCircle>;
   CircleRadiusDialog = OpenPrompt<frmCircleRadius>;
-  // A double click on a computed note reopens it; other notes have no dialog.
+  // A double click on a computed note reopens it; a measurement opens its
+  // property dialog.
   RegisterEditDialog(Kind::NT, [](DocObject& o) {
     auto* n = dynamic_cast<CNote*>(&o);
+    if (n && n->NoteType != 0 && OpenPropertyForm(PropertyForm::Note, n->ID)) return;
     if (!n || n->NoteType != 0) {
       EditMode = false;
       return;
