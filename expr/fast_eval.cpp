@@ -97,6 +97,7 @@ struct Program {
   std::vector<Instr> code;            // ends with kEnd
   std::vector<std::string> varNames;  // each distinct variable token
   std::uint64_t boundStamp = 0;       // stamps start at 1
+  std::uint64_t runStamp = 0;         // boundStamp when runnable, else 0
   bool wellFormed = true;  // no underflow, no function that may push nothing
   bool runnable = false;   // well formed, every variable bound, the stack fits
   std::size_t maxDepth = 0;
@@ -234,6 +235,7 @@ std::unique_ptr<Program> Build(const std::string& text) {
   }
   prog.runnable = prog.wellFormed && allBound && prog.maxDepth < kStackRoom;
   prog.boundStamp = stamp;
+  prog.runStamp = prog.runnable ? stamp : 0;
 }
 
 template <class T>
@@ -392,11 +394,12 @@ void Cls6::DoEvaluate(const std::string& postfix, bool degrees, const VariableTa
 
   Program& prog = *g_cache.Find(postfix);
   const std::uint64_t stamp = vars.Stamp();
-  if (prog.boundStamp != stamp) [[unlikely]]
-    Bind(prog, vars, stamp, kLabels);
-  if (!prog.runnable) [[unlikely]] {
-    EvaluatePlainly(*this, postfix, degrees, vars, result, ok);
-    return;
+  if (prog.runStamp != stamp) [[unlikely]] {
+    if (prog.boundStamp != stamp) Bind(prog, vars, stamp, kLabels);
+    if (!prog.runnable) {
+      EvaluatePlainly(*this, postfix, degrees, vars, result, ok);
+      return;
+    }
   }
   float st[kStackRoom];
   const float* values = vars.values;
