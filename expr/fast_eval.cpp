@@ -15,8 +15,9 @@
 // as the read of the Double would. The top of the stack stays in a register.
 //
 // Operands pushed just before the operator that reads them are fused into it
-// (a variable, a finite constant, the square of a variable), and "^2" is a
-// step of its own. SIN, COS, TAN, EXP, LOG, SQR and ABS have steps of their
+// (a variable, a finite constant, the square of a variable), "^2" is a step
+// of its own, and an operator whose r comes from such a fused step just
+// before it takes that step in. SIN, COS, TAN, EXP, LOG, SQR and ABS have steps of their
 // own with the shared function body inlined. Binding a table also writes each
 // step's label into it, so that a step jumps straight to the next (labels as
 // values, a GCC and Clang extension). A text deeper than the local stack is
@@ -77,7 +78,11 @@ enum Op : std::uint8_t {
   kBinary,     // + form * kOpCount + operator
   // + 2 * index in kInlineFns: the function on the top; + 1 more: Var, Func.
   kInline = kBinary + kFormCount * kOpCount,
-  kCodeCount = kInline + 2 * kInlineCount,
+  // A binary step whose r is a pushing step just before it, (Var, Const, op)
+  // or (Var, 2, "^", Const, op): + ((0 or 1 for the squared form) * kOpCount
+  // + inner operator) * kOpCount + outer operator.
+  kRight = kInline + 2 * kInlineCount,
+  kCodeCount = kRight + 2 * kOpCount * kOpCount,
 };
 
 constexpr std::uint8_t BinaryCode(Form form, BinOp op) {
@@ -177,9 +182,19 @@ std::unique_ptr<Program> Build(const std::string& text) {
     else
       emit(ofVar ? kVarFunc : kFunc, slot, 0, FunctionImpl(f));
   };
+  auto rightCode = [&](bool squared, BinOp inner, BinOp outer) {
+    return kRight + ((squared ? kOpCount : 0) + static_cast<int>(inner)) * kOpCount + static_cast<int>(outer);
+  };
   for (std::size_t k = 0; k < raw.size(); ++k) {
     const RawToken& a = raw[k];
-    if (varSquare(k) && finiteConst(k + 3) && is(k + 4, RawToken::Binary)) {
+    if (varSquare(k) && finiteConst(k + 3) && is(k + 4, RawToken::Binary) && is(k + 5, RawToken::Binary)) {
+      emit(rightCode(true, raw[k + 4].bin, raw[k + 5].bin), a.slot, raw[k + 3].c);
+      k += 5;
+    } else if (is(k, RawToken::Var) && finiteConst(k + 1) && is(k + 2, RawToken::Binary) &&
+               is(k + 3, RawToken::Binary)) {
+      emit(rightCode(false, raw[k + 2].bin, raw[k + 3].bin), a.slot, raw[k + 1].c);
+      k += 3;
+    } else if (varSquare(k) && finiteConst(k + 3) && is(k + 4, RawToken::Binary)) {
       emit(BinaryCode(kQC, raw[k + 4].bin), a.slot, raw[k + 3].c);
       k += 4;
     } else if (varSquare(k) && is(k + 3, RawToken::Binary)) {
@@ -390,6 +405,10 @@ void Cls6::DoEvaluate(const std::string& postfix, bool degrees, const VariableTa
       &&QC_Add, &&QC_Sub, &&QC_Mul, &&QC_Div, &&QC_Pow,
       &&F_SIN, &&VF_SIN, &&F_COS, &&VF_COS, &&F_TAN, &&VF_TAN, &&F_EXP, &&VF_EXP,
       &&F_LOG, &&VF_LOG, &&F_SQR, &&VF_SQR, &&F_ABS, &&VF_ABS,
+#define VT_RIGHT_ROW(F, IN) &&F##_##IN##_Add, &&F##_##IN##_Sub, &&F##_##IN##_Mul, &&F##_##IN##_Div, &&F##_##IN##_Pow
+      VT_RIGHT_ROW(RV, Add), VT_RIGHT_ROW(RV, Sub), VT_RIGHT_ROW(RV, Mul), VT_RIGHT_ROW(RV, Div), VT_RIGHT_ROW(RV, Pow),
+      VT_RIGHT_ROW(RQ, Add), VT_RIGHT_ROW(RQ, Sub), VT_RIGHT_ROW(RQ, Mul), VT_RIGHT_ROW(RQ, Div), VT_RIGHT_ROW(RQ, Pow),
+#undef VT_RIGHT_ROW
   };
 
   Program& prog = *g_cache.Find(postfix);
@@ -528,6 +547,34 @@ VarFunc: {
   VT_FUNCTION_FORMS(LOG)
   VT_FUNCTION_FORMS(SQR)
   VT_FUNCTION_FORMS(ABS)
+// r is computed as the pushing step would and read back; then l is read.
+#define VT_RIGHT_STEP(F, LOAD, IN, OUT)               \
+  F##_##IN##_##OUT : {                                \
+    const float x = LOAD;                             \
+    float r = Apply<BinOp::IN>(x, in->c, message);    \
+    if (message) [[unlikely]]                         \
+      goto domain;                                    \
+    r = Read(r);                                      \
+    const float l = Read(top);                        \
+    VT_APPLY(OUT, l, r)                               \
+  }
+#define VT_RIGHT_OUTER(F, LOAD, IN)   \
+  VT_RIGHT_STEP(F, LOAD, IN, Add)     \
+  VT_RIGHT_STEP(F, LOAD, IN, Sub)     \
+  VT_RIGHT_STEP(F, LOAD, IN, Mul)     \
+  VT_RIGHT_STEP(F, LOAD, IN, Div)     \
+  VT_RIGHT_STEP(F, LOAD, IN, Pow)
+#define VT_RIGHT_FORMS(F, LOAD)       \
+  VT_RIGHT_OUTER(F, LOAD, Add)        \
+  VT_RIGHT_OUTER(F, LOAD, Sub)        \
+  VT_RIGHT_OUTER(F, LOAD, Mul)        \
+  VT_RIGHT_OUTER(F, LOAD, Div)        \
+  VT_RIGHT_OUTER(F, LOAD, Pow)
+  VT_RIGHT_FORMS(RV, Read(VT_VAR))
+  VT_RIGHT_FORMS(RQ, Read(SquareOf(Read(VT_VAR))))
+#undef VT_RIGHT_FORMS
+#undef VT_RIGHT_OUTER
+#undef VT_RIGHT_STEP
 #undef VT_FUNCTION_FORMS
 #undef VT_BINARY_FORMS
 #undef VT_APPLY

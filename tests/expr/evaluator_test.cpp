@@ -308,9 +308,13 @@ TEST(Evaluator, PreparedAndPlainReadingAgree) {
   // than the prepared stack.
   std::vector<std::string> texts = {"0 X ^ ", "X 2 ^ 0.5 ^ ", std::string(140, ' ')};
   for (std::size_t k = 0; k < 140; k += 2) texts.back()[k] = k < 70 ? 'X' : '+';
-  for (const char* op : {"+ ", "- ", "* ", "/ ", "^ "})
-    for (const char* form : {"Y X 2 ^ ", "X 2 ^ 3 ", "X 2 ^ 0 ", "3 X ", "0.5 X ", "X 1 "})
+  for (const char* op : {"+ ", "- ", "* ", "/ ", "^ "}) {
+    for (const char* form : {"Y X 2 ^ ", "X 2 ^ 3 ", "X 2 ^ 0 ", "3 X ", "0.5 X ", "X 1 ", "Y X 0.5 - ",
+                             "Y X 2 ^ 1 + "})
       texts.push_back(form + std::string(op));
+    texts.push_back("Y X 0 " + std::string(op) + "* ");
+    texts.push_back("Y X 2 ^ 3 " + std::string(op) + "/ ");
+  }
   for (const char* fn : {"SIN ", "COS ", "TAN ", "EXP ", "LOG ", "SQR ", "ABS "}) {
     texts.push_back(std::string("X ") + fn);
     texts.push_back(std::string("Y X * ") + fn + "Y + ");
