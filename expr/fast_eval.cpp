@@ -16,8 +16,8 @@
 //
 // Operands pushed just before the operator that reads them are fused into it
 // (a variable, a finite constant, the square of a variable), "^2" is a step
-// of its own, and an operator whose r comes from such a fused step just
-// before it takes that step in. SIN, COS, TAN, EXP, LOG, SQR and ABS have steps of their
+// of its own, and a product or quotient whose r is a sum or difference fused
+// so just before it takes that step in. SIN, COS, TAN, EXP, LOG, SQR and ABS have steps of their
 // own with the shared function body inlined. Binding a table also writes each
 // step's label into it, so that a step jumps straight to the next (labels as
 // values, a GCC and Clang extension). A text deeper than the local stack is
@@ -78,11 +78,11 @@ enum Op : std::uint8_t {
   kBinary,     // + form * kOpCount + operator
   // + 2 * index in kInlineFns: the function on the top; + 1 more: Var, Func.
   kInline = kBinary + kFormCount * kOpCount,
-  // A binary step whose r is a pushing step just before it, (Var, Const, op)
-  // or (Var, 2, "^", Const, op): + ((0 or 1 for the squared form) * kOpCount
-  // + inner operator) * kOpCount + outer operator.
+  // "*" or "/" whose r is a "+" or "-" step just before it, (Var, Const, op)
+  // or (Var, 2, "^", Const, op), as in (x+1)(x-1)/(x^2+1): + (squared * 2 +
+  // inner "-") * 2 + outer "/".
   kRight = kInline + 2 * kInlineCount,
-  kCodeCount = kRight + 2 * kOpCount * kOpCount,
+  kCodeCount = kRight + 8,
 };
 
 constexpr std::uint8_t BinaryCode(Form form, BinOp op) {
@@ -182,16 +182,19 @@ std::unique_ptr<Program> Build(const std::string& text) {
     else
       emit(ofVar ? kVarFunc : kFunc, slot, 0, FunctionImpl(f));
   };
+  auto right = [&](std::size_t k) {
+    return is(k, RawToken::Binary) && (raw[k].bin == BinOp::Add || raw[k].bin == BinOp::Sub) &&
+           is(k + 1, RawToken::Binary) && (raw[k + 1].bin == BinOp::Mul || raw[k + 1].bin == BinOp::Div);
+  };
   auto rightCode = [&](bool squared, BinOp inner, BinOp outer) {
-    return kRight + ((squared ? kOpCount : 0) + static_cast<int>(inner)) * kOpCount + static_cast<int>(outer);
+    return kRight + ((squared ? 2 : 0) + (inner == BinOp::Sub ? 1 : 0)) * 2 + (outer == BinOp::Div ? 1 : 0);
   };
   for (std::size_t k = 0; k < raw.size(); ++k) {
     const RawToken& a = raw[k];
-    if (varSquare(k) && finiteConst(k + 3) && is(k + 4, RawToken::Binary) && is(k + 5, RawToken::Binary)) {
+    if (varSquare(k) && finiteConst(k + 3) && right(k + 4)) {
       emit(rightCode(true, raw[k + 4].bin, raw[k + 5].bin), a.slot, raw[k + 3].c);
       k += 5;
-    } else if (is(k, RawToken::Var) && finiteConst(k + 1) && is(k + 2, RawToken::Binary) &&
-               is(k + 3, RawToken::Binary)) {
+    } else if (is(k, RawToken::Var) && finiteConst(k + 1) && right(k + 2)) {
       emit(rightCode(false, raw[k + 2].bin, raw[k + 3].bin), a.slot, raw[k + 1].c);
       k += 3;
     } else if (varSquare(k) && finiteConst(k + 3) && is(k + 4, RawToken::Binary)) {
@@ -405,10 +408,8 @@ void Cls6::DoEvaluate(const std::string& postfix, bool degrees, const VariableTa
       &&QC_Add, &&QC_Sub, &&QC_Mul, &&QC_Div, &&QC_Pow,
       &&F_SIN, &&VF_SIN, &&F_COS, &&VF_COS, &&F_TAN, &&VF_TAN, &&F_EXP, &&VF_EXP,
       &&F_LOG, &&VF_LOG, &&F_SQR, &&VF_SQR, &&F_ABS, &&VF_ABS,
-#define VT_RIGHT_ROW(F, IN) &&F##_##IN##_Add, &&F##_##IN##_Sub, &&F##_##IN##_Mul, &&F##_##IN##_Div, &&F##_##IN##_Pow
-      VT_RIGHT_ROW(RV, Add), VT_RIGHT_ROW(RV, Sub), VT_RIGHT_ROW(RV, Mul), VT_RIGHT_ROW(RV, Div), VT_RIGHT_ROW(RV, Pow),
-      VT_RIGHT_ROW(RQ, Add), VT_RIGHT_ROW(RQ, Sub), VT_RIGHT_ROW(RQ, Mul), VT_RIGHT_ROW(RQ, Div), VT_RIGHT_ROW(RQ, Pow),
-#undef VT_RIGHT_ROW
+      &&RV_Add_Mul, &&RV_Add_Div, &&RV_Sub_Mul, &&RV_Sub_Div,
+      &&RQ_Add_Mul, &&RQ_Add_Div, &&RQ_Sub_Mul, &&RQ_Sub_Div,
   };
 
   Program& prog = *g_cache.Find(postfix);
@@ -558,22 +559,14 @@ VarFunc: {
     const float l = Read(top);                        \
     VT_APPLY(OUT, l, r)                               \
   }
-#define VT_RIGHT_OUTER(F, LOAD, IN)   \
-  VT_RIGHT_STEP(F, LOAD, IN, Add)     \
-  VT_RIGHT_STEP(F, LOAD, IN, Sub)     \
-  VT_RIGHT_STEP(F, LOAD, IN, Mul)     \
-  VT_RIGHT_STEP(F, LOAD, IN, Div)     \
-  VT_RIGHT_STEP(F, LOAD, IN, Pow)
 #define VT_RIGHT_FORMS(F, LOAD)       \
-  VT_RIGHT_OUTER(F, LOAD, Add)        \
-  VT_RIGHT_OUTER(F, LOAD, Sub)        \
-  VT_RIGHT_OUTER(F, LOAD, Mul)        \
-  VT_RIGHT_OUTER(F, LOAD, Div)        \
-  VT_RIGHT_OUTER(F, LOAD, Pow)
+  VT_RIGHT_STEP(F, LOAD, Add, Mul)    \
+  VT_RIGHT_STEP(F, LOAD, Add, Div)    \
+  VT_RIGHT_STEP(F, LOAD, Sub, Mul)    \
+  VT_RIGHT_STEP(F, LOAD, Sub, Div)
   VT_RIGHT_FORMS(RV, Read(VT_VAR))
   VT_RIGHT_FORMS(RQ, Read(SquareOf(Read(VT_VAR))))
 #undef VT_RIGHT_FORMS
-#undef VT_RIGHT_OUTER
 #undef VT_RIGHT_STEP
 #undef VT_FUNCTION_FORMS
 #undef VT_BINARY_FORMS
