@@ -2,7 +2,7 @@
 // side with muparser evaluating the same formulas. Also the plain reading of
 // the postfix text, for comparison.
 //
-//   build-expr/bin/bench_expr_eval
+//   build/bin/bench_expr_eval --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

@@ -252,6 +252,30 @@ TEST(Evaluator, PreparedAndPlainReadingAgree) {
       failures += e.failed;
     }
   }
+  // Each fused step and inlined function, on its own and on the top, at signs,
+  // zero, squares beyond a Single and divisors under 1e-6; and a text deeper
+  // than the prepared stack.
+  std::vector<std::string> texts = {"0 X ^ ", "X 2 ^ 0.5 ^ ", std::string(140, ' ')};
+  for (std::size_t k = 0; k < 140; k += 2) texts.back()[k] = k < 70 ? 'X' : '+';
+  for (const char* op : {"+ ", "- ", "* ", "/ ", "^ "}) {
+    for (const char* form : {"Y X 2 ^ ", "X 2 ^ 3 ", "X 2 ^ 0 ", "3 X ", "0.5 X ", "X 1 ", "Y X 0.5 - ",
+                             "Y X 2 ^ 1 + "})
+      texts.push_back(form + std::string(op));
+    texts.push_back("Y X 0 " + std::string(op) + "* ");
+    texts.push_back("Y X 2 ^ 3 " + std::string(op) + "/ ");
+  }
+  for (const char* fn : {"SIN ", "COS ", "TAN ", "EXP ", "LOG ", "SQR ", "ABS "}) {
+    texts.push_back(std::string("X ") + fn);
+    texts.push_back(std::string("Y X * ") + fn + "Y + ");
+  }
+  for (const std::string& post : texts)
+    for (float x : {0.0f, -1.0f, -2.5f, 3.0f, 1e-7f, 1e20f, -1e38f})
+      for (int k = 0; k < 3; ++k) {
+        VariableTable t = XY(x, k == 0 ? 0.5f : -3.0f);
+        ReportEvalErrors = (k == 2);
+        EvaluateBoth(s.host, post, t, k == 1);
+        ReportEvalErrors = false;
+      }
   EXPECT_GT(breaks, 100);  // the sample reaches the interesting paths
   EXPECT_GT(failures, 10);
 
