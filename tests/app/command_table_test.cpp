@@ -1,7 +1,7 @@
 // The command surface as data (menu tree, toolbars, command names), the
-// frame's commands with their states, and those that need the canvas or the
-// desktop: print, copy as bitmap, hide and show, help. The window's own menus
-// and buttons are walked by the GUI test.
+// frame's commands with their states, copy as bitmap, hide and show. The
+// window's own menus and buttons, printing and help are walked by the GUI
+// test.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -183,41 +183,6 @@ TEST_F(HandlerTest, CopyAsBitmapGoesThroughTempBmpInTheProgramFolder) {
   mnuEditCopyAs_Click();
   EXPECT_EQ(host_.clipboardImage.width, 12);
   EXPECT_EQ(host_.clipboardImage.rgb, host_.canvasImage.rgb);
-}
-
-TEST_F(HandlerTest, PrintSendsTheCapturedPictureAndACancelledDialogPrintsNothing) {
-  host_.canvasImage = Pattern(6, 6);
-  mnuFilePrint_Click();
-  ASSERT_EQ(host_.printed.size(), 1u);
-  EXPECT_EQ(host_.printed[0].width, 4);
-  host_.printAccepts = false;
-  mnuFilePrint_Click();
-  EXPECT_EQ(host_.printed.size(), 1u);
-  host_.canvasImage = Image();
-  host_.printAccepts = true;
-  mnuFilePrint_Click();
-  EXPECT_EQ(host_.printed.size(), 1u);
-}
-
-TEST_F(HandlerTest, HelpOpensThePageBesideTheProgramAndTheLinksLeadToTheProjectSite) {
-  TempDir dir;
-  HelpFile = dir.path("index.html");
-  mnuHelpCon_Click();
-  EXPECT_TRUE(host_.openedPaths.empty());
-  EXPECT_NE(host_.LastMessage().find("cannot be found"), std::string::npos);
-  std::ofstream(HelpFile) << "<html></html>";
-  mnuHelpCon_Click();
-  ASSERT_EQ(host_.openedPaths.size(), 1u);
-  EXPECT_EQ(host_.openedPaths[0], HelpFile);
-
-  for (auto* command : {mnuHelpHome_Click, mnuHelpCus_Click, mnuHelpVideo_Click, mnuHelpTwitter_Click}) command();
-  ASSERT_EQ(host_.openedPaths.size(), 5u);
-  std::set<std::string> pages(host_.openedPaths.begin() + 1, host_.openedPaths.end());
-  EXPECT_EQ(pages.size(), 4u);
-  for (const std::string& p : pages) EXPECT_EQ(p.rfind(kProjectSite, 0), 0u) << p;
-
-  mnuHelpAbout_Click();
-  EXPECT_NE(host_.LastMessage().find(VANTREL_VERSION), std::string::npos);
 }
 
 }  // namespace
