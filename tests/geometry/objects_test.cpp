@@ -164,27 +164,5 @@ TEST(RegionShape, PickByWindingAndFrames) {
   EXPECT_EQ(tri.GetRotPoints().size(), 4u);
 }
 
-TEST_F(ObjectsTest, TransformImagesTakeTheLastPointsIds) {
-  Position* a = AddPoint(0, 0);
-  Position* b = AddPoint(2, 0);
-  auto l = std::make_unique<CLine>();
-  l->ID = NewObjectId("LN");
-  l->Line1(a->ID, b->ID);
-  CLine* line = Doc.Lines.Add(std::move(l));
-  a->Move0(0, 2, 1, 1, 0, "", "");
-  b->Move0(0, 2, 1, 1, 0, "", "");
-  CLine* img = line->Move(2, 1, 1, 0, "", "", 0);
-  ASSERT_NE(img, nullptr);
-  EXPECT_EQ(img->pBegin.ID, "PT0004");
-  EXPECT_EQ(img->pEnd.ID, "PT0005");
-  EXPECT_FLOAT_EQ(img->pEnd.x, 3);
-  EXPECT_EQ(img->LKID, line->ID);
-  EXPECT_EQ(img->TransType, 1);
-  EXPECT_EQ(img->lt, 1);
-  // In place, the line itself moves.
-  EXPECT_EQ(line->Zoom(2, 1), nullptr);
-  EXPECT_FLOAT_EQ(line->pEnd.x, 4);
-}
-
 }  // namespace
 }  // namespace vt

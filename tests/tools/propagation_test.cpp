@@ -1,5 +1,5 @@
 // Update propagation: structure points handed on from carrier to carrier,
-// the refresh pass and its constructions, and extension points.
+// the refresh pass and its constructions, and the directed extension.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -213,7 +213,8 @@ TEST_F(PropagationTest, DerivedLinesFollowInTheDragStep) {
   ExpectAt(farEnd, std::sqrt(2.0f), 2 + std::sqrt(2.0f));
 }
 
-TEST_F(PropagationTest, ExtensionPointsFollowTheirBaseAndTheDirectedOneNeedsAFlatBase) {
+// Extension points that follow a dragged base are the select tool test's.
+TEST_F(PropagationTest, ADirectedExtensionNeedsAFlatBase) {
   Position start(0, 0, 0), end(2, 0, 0), point, farPoint;
   ASSERT_TRUE(DirectedExtension(start, end, static_cast<float>(kPi / 2), 1, point, farPoint));
   EXPECT_NEAR(point.x, 2, 1e-3);
@@ -224,29 +225,6 @@ TEST_F(PropagationTest, ExtensionPointsFollowTheirBaseAndTheDirectedOneNeedsAFla
   EXPECT_FALSE(DirectedExtension(start, end, 0, 1, point, farPoint));
   EXPECT_EQ(host_.LastMessage(), "The start point and end point of the given line must have the same z value.");
   EXPECT_EQ(point.x, 7);
-
-  // A vertical extension off a square, whichever way round its corners run.
-  Position* c1 = Free(0, 0);
-  Position* c2 = Free(2, 0);
-  Position* c3 = Free(2, 2);
-  Position* c4 = Free(0, 2);
-  CRegion* square = Region({c1, c4, c3, c2});  // clockwise
-  Position* base = Free(1, 1);
-  Position* ext = Derived(12, base->ID, square->ID);
-  Position* hidden = Derived(2, "", "");
-  hidden->Hide = true;
-  ext->LKID3 = hidden->ID;
-  ext->Para1 = 3;
-  base->LKID4 = ext->ID;
-  ASSERT_TRUE(RefreshExtensionPoint(*ext));
-  EXPECT_NEAR(ext->z, 3, 1e-5);
-  EXPECT_NEAR(hidden->z, 100, 1e-4);
-  ExpectAt(ext, 1, 1);
-  // Moving the base brings the point along.
-  base->Set(1.5f, 0.5f, 0);
-  RefreshExtensionOf(*base);
-  ExpectAt(ext, 1.5f, 0.5f);
-  EXPECT_NEAR(ext->z, 3, 1e-5);
 }
 
 }  // namespace
