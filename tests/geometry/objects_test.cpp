@@ -25,33 +25,6 @@ TEST_F(ObjectsTest, MissingPointsLeaveEmptyReferences) {
   EXPECT_EQ(Doc.Lines.count(), 0);
 }
 
-TEST(LineShape, BoxesSlopesAndStructurePoints) {
-  CLine l;
-  l.pBegin = Position(1, 2, 0);
-  l.pEnd = Position(3, -1, 1);
-  CBox b;
-  l.GetBox(b);
-  EXPECT_EQ(b.MinX, 1);
-  EXPECT_EQ(b.MaxY, 2);
-  EXPECT_EQ(b.MaxZ, 1);
-  l.lt = 3;  // a ray runs out on the side it points to
-  l.GetBox(b);
-  EXPECT_EQ(b.MaxX, 1000);
-  EXPECT_EQ(b.MinY, -1000);
-  EXPECT_EQ(b.MinX, 1);
-  l.lt = 2;
-  l.GetBox(b);
-  EXPECT_EQ(b.MinZ, -1000);
-
-  float k, c;
-  l.LineKX(k, c);
-  EXPECT_FLOAT_EQ(k, -1.5f);
-  EXPECT_FLOAT_EQ(c, -1 + 1.5f * 3);
-  l.pEnd.x = 1;
-  l.LineKX(k, c);
-  EXPECT_FLOAT_EQ(k, 10000);
-}
-
 TEST_F(ObjectsTest, LineStructurePointsFollowTheEnds) {
   Position* on = AddPoint(1, 0);
   CLine l;
