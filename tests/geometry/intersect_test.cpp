@@ -104,18 +104,6 @@ TEST(CircleCircle, RelationsAndCrossings) {
   EXPECT_NEAR(std::fabs(first.x), 4, 1e-4);
 }
 
-TEST(TangentPoints, TouchTheCircleAtRightAngles) {
-  Position c(1, 1, 0), p(6, 1, 0), first, second;
-  ASSERT_EQ(TangentPoints(c, 3, p, first, second), 2);
-  for (const Position& t : {first, second}) {
-    EXPECT_NEAR(std::hypot(t.x - c.x, t.y - c.y), 3, 1e-4);
-    // Radius and tangent are perpendicular.
-    double dot = (t.x - c.x) * (p.x - t.x) + (t.y - c.y) * (p.y - t.y);
-    EXPECT_NEAR(dot, 0, 1e-3);
-  }
-  EXPECT_EQ(TangentPoints(c, 3, Position(2, 1, 0), first, second), 0);  // from inside: none
-}
-
 struct Tri {
   double ax, ay, bx, by, cx, cy;
 };

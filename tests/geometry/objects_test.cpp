@@ -25,33 +25,6 @@ TEST_F(ObjectsTest, MissingPointsLeaveEmptyReferences) {
   EXPECT_EQ(Doc.Lines.count(), 0);
 }
 
-TEST(LineShape, BoxesSlopesAndStructurePoints) {
-  CLine l;
-  l.pBegin = Position(1, 2, 0);
-  l.pEnd = Position(3, -1, 1);
-  CBox b;
-  l.GetBox(b);
-  EXPECT_EQ(b.MinX, 1);
-  EXPECT_EQ(b.MaxY, 2);
-  EXPECT_EQ(b.MaxZ, 1);
-  l.lt = 3;  // a ray runs out on the side it points to
-  l.GetBox(b);
-  EXPECT_EQ(b.MaxX, 1000);
-  EXPECT_EQ(b.MinY, -1000);
-  EXPECT_EQ(b.MinX, 1);
-  l.lt = 2;
-  l.GetBox(b);
-  EXPECT_EQ(b.MinZ, -1000);
-
-  float k, c;
-  l.LineKX(k, c);
-  EXPECT_FLOAT_EQ(k, -1.5f);
-  EXPECT_FLOAT_EQ(c, -1 + 1.5f * 3);
-  l.pEnd.x = 1;
-  l.LineKX(k, c);
-  EXPECT_FLOAT_EQ(k, 10000);
-}
-
 TEST_F(ObjectsTest, LineStructurePointsFollowTheEnds) {
   Position* on = AddPoint(1, 0);
   CLine l;
@@ -162,28 +135,6 @@ TEST(RegionShape, PickByWindingAndFrames) {
   EXPECT_NEAR(tri.StruP[0].x, -0.5, 1e-5);
   EXPECT_NEAR(tri.StruP[0].y, 0.5, 1e-5);
   EXPECT_EQ(tri.GetRotPoints().size(), 4u);
-}
-
-TEST_F(ObjectsTest, TransformImagesTakeTheLastPointsIds) {
-  Position* a = AddPoint(0, 0);
-  Position* b = AddPoint(2, 0);
-  auto l = std::make_unique<CLine>();
-  l->ID = NewObjectId("LN");
-  l->Line1(a->ID, b->ID);
-  CLine* line = Doc.Lines.Add(std::move(l));
-  a->Move0(0, 2, 1, 1, 0, "", "");
-  b->Move0(0, 2, 1, 1, 0, "", "");
-  CLine* img = line->Move(2, 1, 1, 0, "", "", 0);
-  ASSERT_NE(img, nullptr);
-  EXPECT_EQ(img->pBegin.ID, "PT0004");
-  EXPECT_EQ(img->pEnd.ID, "PT0005");
-  EXPECT_FLOAT_EQ(img->pEnd.x, 3);
-  EXPECT_EQ(img->LKID, line->ID);
-  EXPECT_EQ(img->TransType, 1);
-  EXPECT_EQ(img->lt, 1);
-  // In place, the line itself moves.
-  EXPECT_EQ(line->Zoom(2, 1), nullptr);
-  EXPECT_FLOAT_EQ(line->pEnd.x, 4);
 }
 
 }  // namespace

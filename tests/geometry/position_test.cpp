@@ -92,13 +92,7 @@ TEST_F(PointImageTest, AFullChildListMakesNoHalfImage) {
   EXPECT_EQ(NextObjectNumber, number);
 }
 
-TEST(PointBasics, BoxIgnoresDepthAndPickIsStrict) {
-  CBox box;
-  Position(2, -3, 50).GetBox(box);
-  EXPECT_EQ(box.MaxX, 2);
-  EXPECT_EQ(box.MinY, -3);
-  EXPECT_EQ(box.MaxZ, 0);
-
+TEST(PointBasics, PickIsStrict) {
   Position p(0, 0, 0);
   Position nearEnd(0.1f, 0, 10), farEnd(0.1f, 0, -10);
   EXPECT_TRUE(p.Pick(nearEnd, farEnd));

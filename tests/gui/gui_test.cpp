@@ -204,10 +204,6 @@ void GuiTest::startsOnTheStartDocumentAndRegistersTheDocumentType() {
   QCOMPARE(Doc.Points.count(), RecordsOf(startText_, "PT"));
   QCOMPARE(window_->windowTitle(), QString("Vantrel[*]"));
   QVERIFY(!window_->isWindowModified());
-  QCOMPARE(window_->statusPanel()->text(), QString("Ready"));
-  // The start document's scene record: a plane scene with axis and grid.
-  QCOMPARE(SceneMode, 1);
-  QVERIFY(ShowAxis && ShowGrid && !SnapToGrid && !ShowCoordLines);
   // The view follows the canvas's shape.
   const Canvas* canvas = window_->picDraw();
   QCOMPARE(View.ScreenWidth, static_cast<float>(canvas->DeviceWidth()));

@@ -1,5 +1,5 @@
-// Update propagation: the UpdateLinked family on copies and structure points,
-// the refresh pass and its constructions, and extension points.
+// Update propagation: structure points handed on from carrier to carrier,
+// the refresh pass and its constructions, and the directed extension.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -25,79 +25,6 @@ class PropagationTest : public ToolTest {
     p->UpdateLinked(dx, dy, 0, flag);
   }
 };
-
-TEST_F(PropagationTest, UpdateLinkedWritesCopiesByRoleWithThePerpendicularsHalfStepAndFlagTwoSparesStructure) {
-  Position* a = Free(0, 0);
-  Position* b = Free(4, 0);
-  CLine* seg = Segment(a, b);
-  CLine* perp = Segment(a, Free(0, 3), 1, /*LType*/ 1);
-  CLine* other = Segment(Free(-1, -1), a, 1, /*LType*/ 3);  // a is its far end, Pos 2
-  Position* s = MakePointOn(*seg, Position(3, 1, 0));
-  ASSERT_NE(s, nullptr);
-  ExpectAt(s, 3, 0);
-  EXPECT_EQ(s->ptype, 7);
-
-  Shift(a, 2, 0, /*flag*/ 2);
-  ExpectAt(&seg->pBegin, 2, 0);
-  ExpectAt(&perp->pBegin, 1, 0);  // half the change
-  ExpectAt(&other->pEnd, 2, 0);   // an end always takes the whole change
-  ExpectAt(s, 3, 0);              // flag 2: structure points stay
-  ExpectAt(&seg->StruP[0], 3, 0);
-
-  Shift(a, 0, 0);
-  ExpectAt(s, 3.5f, 0);  // now on the segment from (2, 0) to (4, 0) at 3/4
-  ExpectAt(&seg->StruP[0], 3.5f, 0);
-
-  // Absolute forms: UpdateLinked1 sets the copies; UpdateLinked2 writes the
-  // start plus the change and stops at the copies.
-  a->Set(-2, 0, 0);
-  a->UpdateLinked1(-2, 0, 0, 0);
-  ExpectAt(&seg->pBegin, -2, 0);
-  ExpectAt(&perp->pBegin, -2, 0);
-  ExpectAt(s, 2.5f, 0);
-  a->UpdateLinked2(1, 1, 0, 1, 2, 0);
-  ExpectAt(&seg->pBegin, 2, 3);
-  ExpectAt(s, 2.5f, 0);  // no structure step
-  a->StruUpdateLinked(5, 5, 0);
-  ExpectAt(&seg->pBegin, 5, 5);
-  ExpectAt(&other->pEnd, 5, 5);
-}
-
-TEST_F(PropagationTest, CircleAndArcCopiesAreFoundByRoleOrByTheirIds) {
-  Position* c = Free(0, 0);
-  Position* r = Free(2, 0);
-  CCircle* circle = Circle(c, r);  // links: the centre in slot 1, the rim point in slot 2
-  Shift(c, 1, 1);
-  ExpectAt(&circle->PCenter, 1, 1);
-  ExpectAt(&circle->PCircleR, 2, 0);
-  // Links written with the other slot order reach the same copies.
-  c->LinkObjs[0].Pos = 2;
-  r->LinkObjs[0].Pos = 1;
-  Shift(r, 0, 3);
-  ExpectAt(&circle->PCircleR, 2, 3);
-  ExpectAt(&circle->PCenter, 1, 1);
-
-  // A three-point arc moves its middle copy through slot 2.
-  Position* b = Free(1, 0);
-  Position* m = Free(0, 1);
-  Position* e = Free(-1, 0);
-  auto arc = std::make_unique<CArc>();
-  arc->ID = NewObjectId("AR");
-  arc->AType = 2;
-  arc->arc2(b->ID, m->ID, e->ID);
-  for (auto [p, pos] : {std::pair{b, 1}, std::pair{m, 2}, std::pair{e, 3}})
-    p->AddLink(CLinkObj{arc->ID, 5, static_cast<short>(pos), 0, 2});
-  CArc* a = Doc.Arcs.Add(std::move(arc));
-  Shift(m, 0, 2);
-  ExpectAt(&a->pMid, 0, 3);
-  ExpectAt(&a->PCenter, 0, 0);
-  a->SetDrawMode(1);
-  circle->SetDrawMode(1);
-  c->DrawLinked(4);
-  EXPECT_EQ(circle->DrawMode, 4);
-  m->DrawLinked(4);
-  EXPECT_EQ(a->DrawMode, 1);  // arcs are passed over
-}
 
 TEST_F(PropagationTest, AStructurePointOnAStructurePointFollowsOneStepLateUnlessTheDragRepropagates) {
   Position* a = Free(0, 0);
@@ -286,7 +213,8 @@ TEST_F(PropagationTest, DerivedLinesFollowInTheDragStep) {
   ExpectAt(farEnd, std::sqrt(2.0f), 2 + std::sqrt(2.0f));
 }
 
-TEST_F(PropagationTest, ExtensionPointsFollowTheirBaseAndTheDirectedOneNeedsAFlatBase) {
+// Extension points that follow a dragged base are the select tool test's.
+TEST_F(PropagationTest, ADirectedExtensionNeedsAFlatBase) {
   Position start(0, 0, 0), end(2, 0, 0), point, farPoint;
   ASSERT_TRUE(DirectedExtension(start, end, static_cast<float>(kPi / 2), 1, point, farPoint));
   EXPECT_NEAR(point.x, 2, 1e-3);
@@ -297,29 +225,6 @@ TEST_F(PropagationTest, ExtensionPointsFollowTheirBaseAndTheDirectedOneNeedsAFla
   EXPECT_FALSE(DirectedExtension(start, end, 0, 1, point, farPoint));
   EXPECT_EQ(host_.LastMessage(), "The start point and end point of the given line must have the same z value.");
   EXPECT_EQ(point.x, 7);
-
-  // A vertical extension off a square, whichever way round its corners run.
-  Position* c1 = Free(0, 0);
-  Position* c2 = Free(2, 0);
-  Position* c3 = Free(2, 2);
-  Position* c4 = Free(0, 2);
-  CRegion* square = Region({c1, c4, c3, c2});  // clockwise
-  Position* base = Free(1, 1);
-  Position* ext = Derived(12, base->ID, square->ID);
-  Position* hidden = Derived(2, "", "");
-  hidden->Hide = true;
-  ext->LKID3 = hidden->ID;
-  ext->Para1 = 3;
-  base->LKID4 = ext->ID;
-  ASSERT_TRUE(RefreshExtensionPoint(*ext));
-  EXPECT_NEAR(ext->z, 3, 1e-5);
-  EXPECT_NEAR(hidden->z, 100, 1e-4);
-  ExpectAt(ext, 1, 1);
-  // Moving the base brings the point along.
-  base->Set(1.5f, 0.5f, 0);
-  RefreshExtensionOf(*base);
-  ExpectAt(ext, 1.5f, 0.5f);
-  EXPECT_NEAR(ext->z, 3, 1e-5);
 }
 
 }  // namespace
