@@ -33,6 +33,11 @@ bool HaveContext();
 // lines of the selected points, the ground in space, and the overlay.
 // Nothing while ViewGraph is busy.
 void DrawScene();
+// Says that the next DrawScene follows a step that moved geometry and
+// changed nothing else (a drag step): it then compiles again only the
+// objects whose drawing changed, with the same picture as a whole compile.
+// Any DrawScene without it compiles everything.
+void GeometryStep();
 // One frame: lights, smooth shading, View.Projection, clear, the scene list,
 // finish, and the host's buffer swap.
 void Display();

@@ -541,6 +541,7 @@ void DragSelectionTo(float DX, float DY, float mouseY) {
     DragPrevDZ = 0;
     RepropagateAfterMove();
   }
+  GeometryStep();
 }
 
 void CSelect::LButtonDown(Position&, Position& scenePoint, float& X, float& Y, Position& farPoint,
