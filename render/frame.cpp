@@ -132,7 +132,7 @@ struct Piece {
   std::vector<std::uint64_t> keys;
 };
 std::vector<Piece> g_pieces;
-bool g_geometryStep = false;
+bool g_objectStep = false;
 
 void DropPieces() {
   for (Piece& p : g_pieces) {
@@ -228,10 +228,10 @@ void CompilePiece(Piece& p) {
   glEndList();
 }
 
-// The pieces for the document as it stands, compiling those that changed,
-// starting from the shadow colour in force; false (nothing kept) when no
+// The pieces for the document as it stands, compiling those that changed
+// (counted in `compiled`), starting from the shadow colour in force; false (nothing kept) when no
 // lists are to be had.
-bool UpdatePieces() {
+bool UpdatePieces(int& compiled) {
   std::vector<Piece> wanted;
   for (Kind k : kDrawOrder) {
     const int n = Doc.Of(k).count();
@@ -275,6 +275,7 @@ bool UpdatePieces() {
     std::copy(color, color + 4, p.colorBefore);
     glb::SetColorShadow(color);
     CompilePiece(p);
+    ++compiled;
     if (!p.objects) {
       DropPieces();
       return false;
@@ -395,6 +396,38 @@ void CompileScene() {
 }
 
 GLuint g_headList = 0;
+bool g_stepScene = false;  // the scene list was compiled by a step, from pieces
+bool g_sceneKept = false;
+std::uint64_t g_tailKey = 0;
+
+// What the frame draws besides the pieces reads of the state, hashed: the
+// switches, the tool's cursor point, the selected points' guides, the rubber
+// band, the overlay's items and the ground.
+std::uint64_t TailKey() {
+  KeyHash h;
+  h.Add(ShowGrid), h.Add(ShowAxis), h.Add(ShowCoordLines), h.Add(LabelsOverlay), h.Add(SceneMode);
+  h.Add(RubberBandOn), h.Add(DragAnchorX), h.Add(DragAnchorY), h.Add(DragCurrentX), h.Add(DragCurrentY);
+  h.Add(ToolCursorPoint);
+  std::uint64_t key = 0;
+  if (ToolCursorPoint && DrawKey(Kind::PT, *ToolCursorPoint, key)) h.Add(key);
+  for (const Position* sel : Sel.Points) {
+    h.Add(sel->ID);
+    if (const Position* p = FindPoint(sel->ID)) h.Add(*p);
+  }
+  for (Kind k : {Kind::AC, Kind::TT, Kind::NT, Kind::BT}) {
+    CollectionBase& c = Doc.Of(k);
+    for (int i = 1; i <= c.count(); ++i) {
+      const DocObject* o = c.ItemBase(i);
+      h.Add(o->Save()), h.Add(o->Selected), h.Add(o->DrawMode), h.Add(o->Hide);
+    }
+  }
+  if (SceneMode == 3) {
+    const CRegion& g = GroundRegion();
+    for (const Position& p : g.Points) h.Add(p);
+    h.Add(g.Hide), h.Add(g.DrawMode), h.Add(g.ForeColor), h.Add(g.Alpha);
+  }
+  return h.h;
+}
 
 // The scene list of a drag step: the head (grid and axes) in a list of its
 // own, compiled before the pieces so that the shadow colour runs on as in
@@ -408,7 +441,18 @@ bool CompileStep() {
   } catch (...) {
   }
   glEndList();
-  if (!UpdatePieces()) return false;
+  int compiled = 0;
+  if (!UpdatePieces(compiled)) return false;
+  const std::uint64_t tail = TailKey();
+  if (compiled == 0 && g_stepScene && tail == g_tailKey && g_sceneList && glIsList(g_sceneList)) {
+    g_sceneKept = true;
+    return true;
+  }
+  if (g_sceneList) glDeleteLists(g_sceneList, 1);
+  g_sceneList = glGenLists(1);
+  if (!g_sceneList) return false;
+  g_tailKey = tail;
+  g_stepScene = true;
   glNewList(g_sceneList, GL_COMPILE);
   glClear(GL_ACCUM_BUFFER_BIT);
   glMultMatrixf(SceneMatrix);
@@ -458,6 +502,7 @@ void ReleaseContext() {
   g_sceneList = 0;
   g_pieces.clear();
   g_headList = 0;
+  g_stepScene = false;
   g_compiled.valid = false;
   ForgetFonts();
   ForgetBallList();
@@ -532,32 +577,29 @@ void Cls10::SetLight() const {
   }
 }
 
-void GeometryStep() { g_geometryStep = true; }
+void ObjectStep() { g_objectStep = true; }
 
 void DrawScene() {
   if (!g_haveContext || ViewGraph.Busy) return;
-  const bool step = g_geometryStep;
-  g_geometryStep = false;
+  const bool step = g_objectStep;
+  g_objectStep = false;
+  g_sceneKept = false;
   const bool sameView = g_compiled.valid && CurrentViewKey() == g_compiledKey;
-  if (g_sceneList) glDeleteLists(g_sceneList, 1);
-  g_sceneList = glGenLists(1);
-  if (!g_sceneList) return;
-  const float before[16] = {SceneMatrix[0], SceneMatrix[1], SceneMatrix[2], SceneMatrix[3], SceneMatrix[4],
-                            SceneMatrix[5], SceneMatrix[6], SceneMatrix[7], SceneMatrix[8], SceneMatrix[9],
-                            SceneMatrix[10], SceneMatrix[11], SceneMatrix[12], SceneMatrix[13], SceneMatrix[14],
-                            SceneMatrix[15]};
+  float before[16];
+  std::copy(SceneMatrix, SceneMatrix + 16, before);
   UpdateSceneMatrix();
   CaptureProjection();
   // Pieces kept from the step before stay right only while the view and the
   // scene matrix are the same (texts and balls are placed for the view).
   if (step && sameView && std::equal(before, before + 16, SceneMatrix)) {
     if (CompileStep()) return;
-    if (g_sceneList) glDeleteLists(g_sceneList, 1);
-    g_sceneList = glGenLists(1);
-    if (!g_sceneList) return;
   } else {
     DropPieces();
   }
+  g_stepScene = false;
+  if (g_sceneList) glDeleteLists(g_sceneList, 1);
+  g_sceneList = glGenLists(1);
+  if (!g_sceneList) return;
   glNewList(g_sceneList, GL_COMPILE);
   try {
     CompileScene();
@@ -570,6 +612,8 @@ void DrawScene() {
   }
   glEndList();
 }
+
+bool SceneKept() { return g_sceneKept; }
 
 void Display() {
   if (!g_haveContext) return;

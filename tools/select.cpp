@@ -541,7 +541,7 @@ void DragSelectionTo(float DX, float DY, float mouseY) {
     DragPrevDZ = 0;
     RepropagateAfterMove();
   }
-  GeometryStep();
+  ObjectStep();
 }
 
 void CSelect::LButtonDown(Position&, Position& scenePoint, float& X, float& Y, Position& farPoint,

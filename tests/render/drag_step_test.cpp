@@ -107,5 +107,32 @@ TEST_F(DragStepTest, StepsDrawWhatAWholeCompileDraws) {
   EXPECT_EQ(again.rgb, image_.rgb);
 }
 
+TEST_F(DragStepTest, AStepThatChangesNothingKeepsTheFrameAndAChangedLookIsDrawn) {
+  SetCanvas(kW, kH, 12);
+  Chain(40);
+  Frame();
+  ObjectStep();
+  Frame();  // the pieces are made
+  ObjectStep();
+  DrawScene();
+  EXPECT_TRUE(SceneKept());
+  // A hover's highlight: one point's draw mode, one circle's colour.
+  Doc.Points.Item(30)->DrawMode = 2;
+  Doc.Circles.Item(20)->ForeColor = RGB(0, 200, 0);
+  ObjectStep();
+  Frame();
+  EXPECT_FALSE(SceneKept());
+  const Image stepped = image_;
+  Frame();
+  EXPECT_EQ(stepped.rgb, image_.rgb);
+  // The tool's cursor point is drawn after the pieces: a change of it alone
+  // is not kept either.
+  Position cursor(1, 1, 0);
+  ToolCursorPoint = &cursor;
+  ObjectStep();
+  DrawScene();
+  EXPECT_FALSE(SceneKept());
+}
+
 }  // namespace
 }  // namespace vt
