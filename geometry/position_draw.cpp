@@ -156,20 +156,30 @@ void Position::Draw() {
   if (batch) SetPointBatchState();
   if (!plane) {
     // In space every point is a ball.
-    ClosePointPrimitive();
-    glPushMatrix();
-    if (!batch) glDisable(GL_LIGHTING);
-    SetColor(color);
-    glTranslatef(x, y, z);
-    if (!batch) glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
-    DrawBall(size / 30.0f);
-    if (!batch) glEnable(GL_LIGHTING);
-    if (!HideLabel) {
-      // The label stands at (0.3, 0.3, 0.3) from the point.
-      if (batch) QueueLabel(x + 0.3f, y + 0.3f, z + 0.3f, PLabel);
-      else DrawTextAt(0.3f, 0.3f, 0.3f, PLabel);
+    if (!batch) {
+      glDisable(GL_LIGHTING);
+      glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
     }
-    glPopMatrix();
+    SetColor(color);
+    if (!DrawBallCap(x, y, z, size / 30.0f)) {
+      ClosePointPrimitive();
+      glPushMatrix();
+      glTranslatef(x, y, z);
+      DrawBall(size / 30.0f);
+      glPopMatrix();
+    }
+    if (batch) {
+      // The label stands at (0.3, 0.3, 0.3) from the point.
+      if (!HideLabel) QueueLabel(x + 0.3f, y + 0.3f, z + 0.3f, PLabel);
+      return;
+    }
+    glEnable(GL_LIGHTING);
+    if (!HideLabel) {
+      glPushMatrix();
+      glTranslatef(x, y, z);
+      DrawTextAt(0.3f, 0.3f, 0.3f, PLabel);
+      glPopMatrix();
+    }
     return;
   }
   // The plane symbols move nothing on the matrix stack, so a batch leaves the

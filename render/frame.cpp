@@ -5,10 +5,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <string>
+#include <vector>
 
 #include "document/document.h"
 #include "document/globals.h"
 #include "document/host.h"
+#include "geometry/arc.h"
+#include "geometry/circle.h"
+#include "geometry/line.h"
 #include "geometry/region.h"
 #include "graphs/curve_analysis.h"
 #include "render/gl_batch.h"
@@ -102,6 +108,188 @@ void DrawObjects() {
   EndLabelBatch();
 }
 
+// ---- the scene in pieces, for drag steps --------------------------------------------
+//
+// A drag step moves geometry and nothing else, so most objects draw as they
+// did in the step before. After a step the scene is kept in pieces: runs of
+// up to kPieceSize objects of one kind, each with a list of its drawing and a
+// list of its labels, and a key per object of what its drawing reads. The
+// next step recompiles only the pieces whose keys changed, and the scene list
+// calls the pieces. Each piece starts from unknown state (glb::Reset) and
+// leaves the state its objects wanted, so a piece compiled alone holds what
+// it holds when all are compiled together, and the state at every primitive
+// is the one the single list gives. Any other change compiles the single
+// list again and drops the pieces.
+
+constexpr int kPieceSize = 32;
+
+struct Piece {
+  Kind kind = Kind::PT;
+  int first = 0, count = 0;  // 1-based index of the first object, and how many
+  GLuint objects = 0, labels = 0;
+  // The shadow colour (glb::Color) the piece starts with and leaves.
+  float colorBefore[4] = {0, 0, 0, 1}, colorAfter[4] = {0, 0, 0, 1};
+  std::vector<const DocObject*> items;
+  std::vector<std::uint64_t> keys;
+};
+std::vector<Piece> g_pieces;
+bool g_objectStep = false;
+
+void DropPieces() {
+  for (Piece& p : g_pieces) {
+    if (p.objects && glIsList(p.objects)) glDeleteLists(p.objects, 1);
+    if (p.labels && glIsList(p.labels)) glDeleteLists(p.labels, 1);
+  }
+  g_pieces.clear();
+}
+
+struct KeyHash {
+  std::uint64_t h = 1469598103934665603ull;
+  void Bytes(const void* data, std::size_t n) {
+    const auto* b = static_cast<const unsigned char*>(data);
+    for (std::size_t i = 0; i < n; ++i) h = (h ^ b[i]) * 1099511628211ull;
+  }
+  template <class T>
+  void Add(const T& v) {
+    Bytes(&v, sizeof v);
+  }
+  void Add(const std::string& s) {
+    Add(s.size());
+    Bytes(s.data(), s.size());
+  }
+  void Add(const Position& p) {
+    Add(p.x), Add(p.y), Add(p.z), Add(p.Hide);
+  }
+};
+
+// What an object's drawing reads of the object, hashed; false for kinds
+// whose drawing is not covered (their pieces are compiled every step).
+bool DrawKey(Kind k, const DocObject& o, std::uint64_t& key) {
+  KeyHash h;
+  h.Add(o.Hide), h.Add(o.HideLabel), h.Add(o.Selected), h.Add(o.DrawMode), h.Add(o.ForeColor);
+  h.Add(o.GELineStyle), h.Add(o.GELineWidth);
+  switch (k) {
+    case Kind::PT: {
+      const auto& p = static_cast<const Position&>(o);
+      h.Add(p), h.Add(p.Size), h.Add(p.Symbol), h.Add(p.PLabel);
+      break;
+    }
+    case Kind::LN: {
+      const auto& l = static_cast<const CLine&>(o);
+      h.Add(l.pBegin), h.Add(l.pEnd), h.Add(l.lt), h.Add(l.LLabel);
+      break;
+    }
+    case Kind::CR: {
+      const auto& c = static_cast<const CCircle&>(o);
+      h.Add(c.CType), h.Add(c.PCenter), h.Add(c.PCircleR), h.Add(c.PCircleR2), h.Add(c.PCircleR3);
+      h.Add(c.R), h.Add(c.Filled), h.Add(c.CLabel);
+      break;
+    }
+    case Kind::AR: {
+      const auto& a = static_cast<const CArc&>(o);
+      h.Add(a.AType), h.Add(a.AT), h.Add(a.pBegin), h.Add(a.pEnd), h.Add(a.pMid), h.Add(a.PCenter);
+      h.Add(a.R), h.Add(a.Label);
+      break;
+    }
+    case Kind::RG: {
+      const auto& g = static_cast<const CRegion&>(o);
+      h.Add(g.Points.size());
+      for (const Position& p : g.Points) h.Add(p);
+      h.Add(g.Alpha), h.Add(g.Texture), h.Add(g.Label);
+      break;
+    }
+    default: return false;
+  }
+  key = h.h;
+  return true;
+}
+
+void CompilePiece(Piece& p) {
+  CollectionBase& c = Doc.Of(p.kind);
+  if (!p.objects) {
+    p.objects = glGenLists(2);
+    if (!p.objects) return;
+    p.labels = p.objects + 1;
+  }
+  glNewList(p.objects, GL_COMPILE);
+  BeginLabelBatch();
+  const bool batched = Batched(p.kind);
+  try {
+    if (batched) glb::SetActive(true);
+    if (p.kind == Kind::PT) BeginPointBatch();
+    for (int i = p.first; i < p.first + p.count; ++i) c.ItemBase(i)->Draw();
+  } catch (...) {
+    // A fault in an object's drawing ends the piece where it stands.
+  }
+  if (p.kind == Kind::PT) EndPointBatch();
+  if (batched) glb::SetActive(false);
+  glEndList();
+  glNewList(p.labels, GL_COMPILE);
+  EndLabelBatch();
+  glEndList();
+}
+
+// The pieces for the document as it stands, compiling those that changed
+// (counted in `compiled`), starting from the shadow colour in force; false (nothing kept) when no
+// lists are to be had.
+bool UpdatePieces(int& compiled) {
+  std::vector<Piece> wanted;
+  for (Kind k : kDrawOrder) {
+    const int n = Doc.Of(k).count();
+    for (int first = 1; first <= n; first += kPieceSize) {
+      Piece p;
+      p.kind = k;
+      p.first = first;
+      p.count = std::min(kPieceSize, n - first + 1);
+      wanted.push_back(std::move(p));
+    }
+  }
+  const bool sameShape =
+      wanted.size() == g_pieces.size() &&
+      std::equal(wanted.begin(), wanted.end(), g_pieces.begin(), [](const Piece& a, const Piece& b) {
+        return a.kind == b.kind && a.first == b.first && a.count == b.count;
+      });
+  if (!sameShape) {
+    DropPieces();
+    g_pieces = std::move(wanted);
+  }
+  float color[4];
+  glb::ColorShadow(color);
+  std::vector<const DocObject*> items;
+  std::vector<std::uint64_t> keys;
+  for (Piece& p : g_pieces) {
+    CollectionBase& c = Doc.Of(p.kind);
+    bool changed = !p.objects || !std::equal(color, color + 4, p.colorBefore);
+    items.clear();
+    keys.clear();
+    for (int i = p.first; i < p.first + p.count; ++i) {
+      const DocObject* o = c.ItemBase(i);
+      std::uint64_t key = 0;
+      if (!DrawKey(p.kind, *o, key)) changed = true;
+      items.push_back(o);
+      keys.push_back(key);
+    }
+    if (!changed && items == p.items && keys == p.keys) {
+      std::copy(p.colorAfter, p.colorAfter + 4, color);
+      continue;
+    }
+    std::copy(color, color + 4, p.colorBefore);
+    glb::SetColorShadow(color);
+    CompilePiece(p);
+    ++compiled;
+    if (!p.objects) {
+      DropPieces();
+      return false;
+    }
+    p.items = items;
+    p.keys = keys;
+    glb::ColorShadow(p.colorAfter);
+    std::copy(p.colorAfter, p.colorAfter + 4, color);
+  }
+  glb::SetColorShadow(color);
+  return true;
+}
+
 // Dotted guides from each selected point to the axes: in the plane to its
 // feet on the x and y axes, in space down to the ground and from there to
 // the x and y axes.
@@ -188,16 +376,98 @@ void DrawOverlay() {
   glPopMatrix();
 }
 
-void CompileScene() {
-  glClear(GL_ACCUM_BUFFER_BIT);
-  glMultMatrixf(SceneMatrix);
+void CompileHead() {
   if (ShowGrid) DrawGrid();
   if (ShowAxis) DrawAxes();
-  DrawObjects();
+}
+
+void CompileTail() {
   if (ToolCursorPoint) ToolCursorPoint->Draw();
   if (ShowCoordLines) DrawCoordinateLines();
   if (SceneMode == 3) GroundRegion().Draw2();
   if (LabelsOverlay) DrawOverlay();
+}
+
+void CompileScene() {
+  glClear(GL_ACCUM_BUFFER_BIT);
+  glMultMatrixf(SceneMatrix);
+  CompileHead();
+  DrawObjects();
+  CompileTail();
+}
+
+GLuint g_headList = 0;
+bool g_stepScene = false;  // the scene list was compiled by a step, from pieces
+bool g_sceneKept = false;
+std::uint64_t g_tailKey = 0;
+
+// What the frame draws besides the pieces reads of the state, hashed: the
+// switches, the tool's cursor point, the selected points' guides, the rubber
+// band, the overlay's items and the ground.
+std::uint64_t TailKey() {
+  KeyHash h;
+  h.Add(ShowGrid), h.Add(ShowAxis), h.Add(ShowCoordLines), h.Add(LabelsOverlay), h.Add(SceneMode);
+  h.Add(RubberBandOn), h.Add(DragAnchorX), h.Add(DragAnchorY), h.Add(DragCurrentX), h.Add(DragCurrentY);
+  h.Add(ToolCursorPoint);
+  std::uint64_t key = 0;
+  if (ToolCursorPoint && DrawKey(Kind::PT, *ToolCursorPoint, key)) h.Add(key);
+  for (const Position* sel : Sel.Points) {
+    h.Add(sel->ID);
+    if (const Position* p = FindPoint(sel->ID)) h.Add(*p);
+  }
+  for (Kind k : {Kind::AC, Kind::TT, Kind::NT, Kind::BT}) {
+    CollectionBase& c = Doc.Of(k);
+    for (int i = 1; i <= c.count(); ++i) {
+      const DocObject* o = c.ItemBase(i);
+      h.Add(o->Save()), h.Add(o->Selected), h.Add(o->DrawMode), h.Add(o->Hide);
+    }
+  }
+  if (SceneMode == 3) {
+    const CRegion& g = GroundRegion();
+    for (const Position& p : g.Points) h.Add(p);
+    h.Add(g.Hide), h.Add(g.DrawMode), h.Add(g.ForeColor), h.Add(g.Alpha);
+  }
+  return h.h;
+}
+
+// The scene list of a drag step: the head (grid and axes) in a list of its
+// own, compiled before the pieces so that the shadow colour runs on as in
+// the single list, then the pieces' drawing, their labels, and the tail.
+bool CompileStep() {
+  if (!g_headList || !glIsList(g_headList)) g_headList = glGenLists(1);
+  if (!g_headList) return false;
+  glNewList(g_headList, GL_COMPILE);
+  try {
+    CompileHead();
+  } catch (...) {
+  }
+  glEndList();
+  int compiled = 0;
+  if (!UpdatePieces(compiled)) return false;
+  const std::uint64_t tail = TailKey();
+  if (compiled == 0 && g_stepScene && tail == g_tailKey && g_sceneList && glIsList(g_sceneList)) {
+    g_sceneKept = true;
+    return true;
+  }
+  if (g_sceneList) glDeleteLists(g_sceneList, 1);
+  g_sceneList = glGenLists(1);
+  if (!g_sceneList) return false;
+  g_tailKey = tail;
+  g_stepScene = true;
+  glNewList(g_sceneList, GL_COMPILE);
+  glClear(GL_ACCUM_BUFFER_BIT);
+  glMultMatrixf(SceneMatrix);
+  glCallList(g_headList);
+  for (const Piece& p : g_pieces) glCallList(p.objects);
+  for (const Piece& p : g_pieces) glCallList(p.labels);
+  try {
+    CompileTail();
+  } catch (...) {
+    EndPointBatch();
+    glb::SetActive(false);
+  }
+  glEndList();
+  return true;
 }
 
 }  // namespace
@@ -217,6 +487,7 @@ bool Initialize() {
   g_haveContext = true;
   if (g_sceneList && glIsList(g_sceneList)) glDeleteLists(g_sceneList, 1);
   g_sceneList = 0;
+  DropPieces();
   glClearColor(1, 1, 1, 1);
   glEnable(GL_DITHER);
   glDepthFunc(GL_LEQUAL);
@@ -230,6 +501,9 @@ bool Initialize() {
 void ReleaseContext() {
   g_haveContext = false;
   g_sceneList = 0;
+  g_pieces.clear();
+  g_headList = 0;
+  g_stepScene = false;
   g_compiled.valid = false;
   ForgetFonts();
   ForgetBallList();
@@ -307,13 +581,29 @@ void Cls10::SetLight() const {
   }
 }
 
+void ObjectStep() { g_objectStep = true; }
+
 void DrawScene() {
   if (!g_haveContext || ViewGraph.Busy) return;
+  const bool step = g_objectStep;
+  g_objectStep = false;
+  g_sceneKept = false;
+  const bool sameView = g_compiled.valid && CurrentViewKey() == g_compiledKey;
+  float before[16];
+  std::copy(SceneMatrix, SceneMatrix + 16, before);
+  UpdateSceneMatrix();
+  CaptureProjection();
+  // Pieces kept from the step before stay right only while the view and the
+  // scene matrix are the same (texts and balls are placed for the view).
+  if (step && sameView && std::equal(before, before + 16, SceneMatrix)) {
+    if (CompileStep()) return;
+  } else {
+    DropPieces();
+  }
+  g_stepScene = false;
   if (g_sceneList) glDeleteLists(g_sceneList, 1);
   g_sceneList = glGenLists(1);
   if (!g_sceneList) return;
-  UpdateSceneMatrix();
-  CaptureProjection();
   glNewList(g_sceneList, GL_COMPILE);
   // Drawing opens no message box: a box's event loop would run inside the
   // open list. An object that cannot be drawn shows so in its own place.
@@ -331,6 +621,8 @@ void DrawScene() {
   // The curves have written their parts of the results panel.
   CurveResults.Publish();
 }
+
+bool SceneKept() { return g_sceneKept; }
 
 void Display() {
   if (!g_haveContext) return;

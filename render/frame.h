@@ -33,6 +33,14 @@ bool HaveContext();
 // lines of the selected points, the ground in space, and the overlay.
 // Nothing while ViewGraph is busy.
 void DrawScene();
+// Says that the next DrawScene follows a step that changed nothing but the
+// objects themselves (a drag step, a move without a button): it then
+// compiles again only the objects whose drawing changed, with the same
+// picture as a whole compile. Any DrawScene without it compiles everything.
+void ObjectStep();
+// True when the last DrawScene was such a step and found nothing to compile:
+// the scene list, and the frame drawn with it, are the ones before.
+bool SceneKept();
 // One frame: lights, smooth shading, View.Projection, clear, the scene list,
 // finish, and the host's buffer swap.
 void Display();

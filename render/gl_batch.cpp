@@ -216,6 +216,13 @@ void Color(float r, float g, float b, float a) {
   g_colorSent = false;
 }
 
+void ColorShadow(float out[4]) { std::memcpy(out, g_color, sizeof g_color); }
+
+void SetColorShadow(const float in[4]) {
+  std::memcpy(g_color, in, sizeof g_color);
+  g_colorSent = false;
+}
+
 void Begin(GLenum mode) {
   if (!g_active) {
     glBegin(mode);

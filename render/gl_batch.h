@@ -45,6 +45,12 @@ void PolygonMode(GLenum mode);  // front and back
 // takes it as a vertex colour).
 void Color(float r, float g, float b, float a = 1.0f);
 
+// The colour the next primitive will be given, and setting it without
+// issuing anything (to compile a part of the list as it would be compiled
+// after what came before it).
+void ColorShadow(float out[4]);
+void SetColorShadow(const float in[4]);
+
 // Starts a primitive; continues the open one when it is of the same kind,
 // can be joined, and no state changed in between.
 void Begin(GLenum mode);

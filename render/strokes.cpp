@@ -3,6 +3,7 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -263,6 +264,133 @@ void DrawBall(float radius) {
     return;
   }
   if (GLUquadric* q = Quadric()) gluSphere(q, radius, 16, 16);
+}
+
+namespace {
+
+// Directions around a circle in n equal steps (n + 1 entries, the last equal
+// to the first), kept per n.
+const std::vector<float>& CircleTable(int n, bool sine) {
+  static std::vector<float> tables[2][kMaxCapSegments + 1];
+  std::vector<float>& t = tables[sine ? 1 : 0][n];
+  if (t.empty()) {
+    t.resize(static_cast<std::size_t>(n) + 1);
+    for (int i = 0; i <= n; ++i) {
+      const double a = 2 * 3.14159265358979323846 * (i % n) / n;
+      t[static_cast<std::size_t>(i)] = static_cast<float>(sine ? std::sin(a) : std::cos(a));
+    }
+  }
+  return t;
+}
+
+struct Vec3 {
+  double x, y, z;
+};
+Vec3 operator+(Vec3 a, Vec3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
+Vec3 operator-(Vec3 a, Vec3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+Vec3 operator*(double k, Vec3 a) { return {k * a.x, k * a.y, k * a.z}; }
+double Dot(Vec3 a, Vec3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+Vec3 Cross(Vec3 a, Vec3 b) { return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x}; }
+bool Normalize(Vec3& a) {
+  const double l = std::sqrt(Dot(a, a));
+  if (!(l > 1e-12)) return false;
+  a = (1 / l) * a;
+  return true;
+}
+
+// The view's frame in the scene's coordinates, from the modelview matrix:
+// the inverse of its linear part applied to the window's axes, and the eye.
+struct ViewFrame {
+  Vec3 right, up, back, eye;
+  bool perspective = false;
+  bool ok = false;
+};
+
+ViewFrame FrameOf(const WindowProjection& m) {
+  ViewFrame f;
+  const double* a = m.model;  // column-major: a[col * 4 + row]
+  const double a00 = a[0], a01 = a[4], a02 = a[8], a10 = a[1], a11 = a[5], a12 = a[9], a20 = a[2], a21 = a[6],
+               a22 = a[10];
+  const double det = a00 * (a11 * a22 - a12 * a21) - a01 * (a10 * a22 - a12 * a20) + a02 * (a10 * a21 - a11 * a20);
+  if (!(std::fabs(det) > 1e-18)) return f;
+  const double k = 1 / det;
+  // Rows of the inverse.
+  const Vec3 r0{k * (a11 * a22 - a12 * a21), k * (a02 * a21 - a01 * a22), k * (a01 * a12 - a02 * a11)};
+  const Vec3 r1{k * (a12 * a20 - a10 * a22), k * (a00 * a22 - a02 * a20), k * (a02 * a10 - a00 * a12)};
+  const Vec3 r2{k * (a10 * a21 - a11 * a20), k * (a01 * a20 - a00 * a21), k * (a00 * a11 - a01 * a10)};
+  f.right = {r0.x, r1.x, r2.x};
+  f.up = {r0.y, r1.y, r2.y};
+  f.back = {r0.z, r1.z, r2.z};
+  const Vec3 t{-a[12], -a[13], -a[14]};
+  f.eye = {Dot(r0, t), Dot(r1, t), Dot(r2, t)};
+  f.perspective = m.proj[15] == 0;
+  f.ok = Normalize(f.right) && Normalize(f.back);
+  return f;
+}
+
+}  // namespace
+
+bool DrawBallCap(float x, float y, float z, float radius) {
+  const WindowProjection& m = CompiledProjection();
+  if (!m.valid || !(radius > 0)) return false;
+  const ViewFrame f = FrameOf(m);
+  if (!f.ok) return false;
+  const Vec3 c{x, y, z};
+  // Towards the eye, and the circle where the lines of sight touch the ball:
+  // a great circle in a parallel view, a little nearer the eye and smaller in
+  // a perspective one.
+  Vec3 w = f.back;
+  double capAngle = 3.14159265358979323846 / 2;
+  if (f.perspective) {
+    w = f.eye - c;
+    const double d = std::sqrt(Dot(w, w));
+    if (!(d > radius)) return false;  // the eye inside the ball
+    w = (1 / d) * w;
+    capAngle = std::acos(radius / d);
+  }
+  Vec3 u = f.right - Dot(f.right, w) * w;
+  if (!Normalize(u)) return false;
+  const Vec3 v = Cross(w, u);
+  // Detail by size on the screen: the rim's chords stay within a fifth of a
+  // pixel of the circle, and a ring of depth per three pixels of radius.
+  double cx, cy, cz, ex, ey, ez;
+  const double rimRadius = radius * std::sin(capAngle);
+  const Vec3 rimPoint = c + rimRadius * u;
+  if (!ProjectToWindow(m, c.x, c.y, c.z, cx, cy, cz) || !ProjectToWindow(m, rimPoint.x, rimPoint.y, rimPoint.z, ex, ey, ez))
+    return false;
+  const double px = std::hypot(ex - cx, ey - cy);
+  int n = kMinCapSegments;
+  if (px > 0.2) n = static_cast<int>(std::ceil(3.14159265358979323846 / std::acos(1 - 0.2 / px)));
+  n = std::clamp(n, kMinCapSegments, kMaxCapSegments);
+  const int rings = std::clamp(static_cast<int>(px / 3) + 1, 1, 4);
+  const std::vector<float>& co = CircleTable(n, false);
+  const std::vector<float>& si = CircleTable(n, true);
+  // Ring k lies at the angle capAngle * k / rings from the pole facing the eye.
+  auto ringPoint = [&](int k, int i) {
+    const double th = capAngle * k / rings;
+    const double s = radius * std::sin(th), h = radius * std::cos(th);
+    const std::size_t j = static_cast<std::size_t>(i);
+    const Vec3 p = c + h * w + (s * co[j]) * u + (s * si[j]) * v;
+    glVertex3d(p.x, p.y, p.z);
+  };
+  BeginPointPrimitive(GL_TRIANGLES);
+  for (int i = 0; i < n; ++i) {
+    ringPoint(0, 0);
+    ringPoint(1, i);
+    ringPoint(1, i + 1);
+  }
+  for (int k = 1; k < rings; ++k) {
+    for (int i = 0; i < n; ++i) {
+      ringPoint(k, i);
+      ringPoint(k + 1, i);
+      ringPoint(k + 1, i + 1);
+      ringPoint(k, i);
+      ringPoint(k + 1, i + 1);
+      ringPoint(k, i + 1);
+    }
+  }
+  EndPointPrimitive();
+  return true;
 }
 
 void EnsureBallList() {

@@ -111,6 +111,18 @@ void BeginPointPrimitive(unsigned int mode);
 void EndPointPrimitive();
 void ClosePointPrimitive();
 
+// The ball of a point in space as an unlit ball looks: the cap of it that
+// faces the eye of the compiled view (CompiledProjection), its rim where the
+// lines of sight touch the ball, so that it covers the ball's pixels and
+// stands at its depth, with detail by its size on the screen (a disc of rim
+// chords within a fifth of a pixel of the circle, rings of depth by radius).
+// Triangles in the current colour, joined into the point batch's primitive.
+// False (nothing drawn) without a compiled view, or with the eye inside the
+// ball; the caller then draws the ball itself.
+constexpr int kMinCapSegments = 8;
+constexpr int kMaxCapSegments = 64;
+bool DrawBallCap(float x, float y, float z, float radius);
+
 // Builds the unit ball list for the current context (once); ForgetBall drops
 // the name when the context goes.
 void EnsureBallList();

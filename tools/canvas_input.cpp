@@ -256,6 +256,17 @@ void picDraw_MouseMove(int Button, int Shift, float X, float Y) {
     default: break;
   }
   if (CurrentTool) CurrentTool->MouseMove(e.viewPoint, e.scenePoint, X, Y, e.farPoint, e.nearPoint);
+  // A move without a button changes at most the objects' looks (the hover)
+  // and what the frame draws after them.
+  if (Button == 0) {
+    ObjectStep();
+    DrawScene();
+    // Nothing changed: the frame on the canvas stands; the matrices are put
+    // back as a frame leaves them, for the next event's depth reads.
+    if (SceneKept()) View.Projection(1.0f, 0, 0, 0, 0);
+    else Display();
+    return;
+  }
   RedrawScene();
 }
 

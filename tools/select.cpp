@@ -554,6 +554,7 @@ void DragSelectionTo(float DX, float DY, float mouseY) {
     DragPrevDZ = 0;
     RepropagateAfterMove();
   }
+  ObjectStep();
 }
 
 void CSelect::LButtonDown(Position&, Position& scenePoint, float& X, float& Y, Position& farPoint,
