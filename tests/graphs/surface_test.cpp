@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <map>
+#include <tuple>
 
 #include "document/document.h"
 #include "document/globals.h"
@@ -101,12 +102,12 @@ TEST_F(SurfaceTest, ImplicitMeshesAreClosedOrientedAndMapped) {
   }
   EXPECT_NEAR(area, 16 * M_PI, 16 * M_PI * 0.02);
   for (const auto& [e, n] : edges) EXPECT_TRUE(n == 1 && edges.count({e.second, e.first}) == 1);  // closed, wound alike
-  std::map<std::tuple<long, long, long>, int> seen;
+  std::map<std::tuple<long, long, long>, int> seen;  // no vertex repeated
   for (std::uint32_t v = 0; v < m.VertexCount(); ++v) {
     const Position p = at(v);
     EXPECT_NEAR(DistanceBetween(p, Position(0, 0, 0)), 2.0, 0.05);
     EXPECT_GT((p.x * m.nrm[v * 3] + p.y * m.nrm[v * 3 + 1] + p.z * m.nrm[v * 3 + 2]) / 2, 0.95);
-    EXPECT_EQ(++seen[{std::lround(p.x * 1e5), std::lround(p.y * 1e5), std::lround(p.z * 1e5)}], 1);
+    EXPECT_EQ((++seen[{std::lround(p.x * 1e5), std::lround(p.y * 1e5), std::lround(p.z * 1e5)}]), 1);
   }
   auto tube = Make(2, 1, 4, "", "", "r-1.5", 24, "0", "6.2832", "0.5", "3");  // a, r, z
   tube->StepV = 10, tube->StepW = 4, tube->MinW = -1, tube->MaxW = 1;
