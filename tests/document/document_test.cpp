@@ -77,29 +77,23 @@ TEST_F(DocumentTest, FindObjectIndexCoversEveryKindAndTracks) {
     o->ID = id;
     return c.Add(std::move(o));
   };
-  add(Doc.Lines, "LN0002");
-  add(Doc.Notes, "NT0003");
-  add(Doc.Spheres, "SP0004");
-  for (const auto& [id, tracks] : {std::pair<std::string, std::vector<std::string>>{"AC0005", {"AN0006", "AN0007"}},
-                                   {"AC0008", {"AN0009"}}}) {
-    CAniControl* ctrl = add(Doc.AniCtrls, id);
-    for (const std::string& t : tracks) {
-      ctrl->anis.push_back(std::make_unique<CAnimation>());
-      ctrl->anis.back()->ID = t;
-    }
+  add(Doc.Lines, "LN0002"), add(Doc.Notes, "NT0003"), add(Doc.Spheres, "SP0004");
+  CAniControl* players[] = {add(Doc.AniCtrls, "AC0005"), add(Doc.AniCtrls, "AC0008")};
+  for (const char* t : {"AN0006", "AN0007", "AN0009"}) {
+    CAniControl* ctrl = players[t[5] == '9'];
+    ctrl->anis.push_back(std::make_unique<CAnimation>());
+    ctrl->anis.back()->ID = t;
   }
   int index = 0, ani = 0;
-  const std::tuple<const char*, int, int> found[] = {{"LN0002", 1, 0}, {"AN0007", 1, 2}, {"AN0009", 2, 1}};
+  const std::tuple<const char*, int, int> found[] = {{"LN0002", 1, 0}, {"SP0004", 1, 0}, {"AN0007", 1, 2}, {"AN0009", 2, 1}};
   for (const auto& [id, wantIndex, wantAni] : found) {
     ASSERT_TRUE(FindObjectIndex(id, index, ani)) << id;
-    EXPECT_TRUE(index == wantIndex && ani == wantAni) << id;
+    EXPECT_TRUE(index == wantIndex && ani == wantAni && GetObjectById(id)->ID == id) << id;
   }
   EXPECT_FALSE(FindObjectIndex("AN0010", index, ani));
-  EXPECT_EQ(GetObjectById("SP0004")->ID + GetObjectById("AN0009")->ID, "SP0004AN0009");
   EXPECT_EQ(GetObjectById("NT0003"), Doc.Notes.Item(1));
   EXPECT_TRUE(GetObjectById("PT0099") == nullptr && GetObjectById("") == nullptr);
-  // Objects plus tracks: 1 point, 1 line, 1 note, 1 sphere, 2 players, 3 tracks.
-  EXPECT_EQ(DocumentObjectCount(), 9);
+  EXPECT_EQ(DocumentObjectCount(), 9);  // 1 point, 1 line, 1 note, 1 sphere, 2 players, 3 tracks
 }
 
 // ---- deletion ---------------------------------------------------------------------------

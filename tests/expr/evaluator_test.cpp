@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -228,33 +227,13 @@ TEST(Evaluator, VariablesByNameAnyCaseFirstMatchAndPreparedTextsNeverGoStale) {
   EXPECT_EQ(eval("X 3 * ", u), 3.0f);
 }
 
-// Random formulas over every function and operator, evaluated by both
-// evaluators at awkward values, and random broken postfix texts, must agree
-// to the bit in every outcome (EvaluateBoth checks).
-TEST(Evaluator, PreparedAndPlainReadingAgree) {
+// Each fused step and inlined function of the prepared evaluator, on its own
+// and on the top, at signs, zero, squares beyond a Single and divisors under
+// 1e-6, and a text deeper than the prepared stack, agree with the plain
+// reading to the bit in every outcome (EvaluateBoth checks). Random formulas
+// and broken texts are the fuzz_eval target's.
+TEST(Evaluator, FusedStepsAgreeWithThePlainReading) {
   HostScope s;
-  std::mt19937 rng(20240611);
-  const float values[] = {0.0f, 1.0f, -1.0f, 0.5f, -2.5f, 3.1415926f, 1e-7f, 60.0f, -1e30f, 1e38f};
-  Cls6 calc;
-  int breaks = 0, failures = 0;
-  for (int n = 0; n < 600; ++n) {
-    const std::string f = exprtest::RandomFormula(rng, 4);
-    VariableTable t = XY(0);
-    std::string post;
-    ASSERT_EQ(calc.InfixToPostfix(f, t, post), 0) << f;
-    for (int k = 0; k < 4; ++k) {
-      t.values[1] = values[rng() % 10];
-      t.values[2] = values[rng() % 10];
-      ReportEvalErrors = (k == 3);
-      exprtest::Eval e = EvaluateBoth(s.host, post, t, k == 2);
-      ReportEvalErrors = false;
-      breaks += e.ok && e.bits() == kBreakBits;
-      failures += e.failed;
-    }
-  }
-  // Each fused step and inlined function, on its own and on the top, at signs,
-  // zero, squares beyond a Single and divisors under 1e-6; and a text deeper
-  // than the prepared stack.
   std::vector<std::string> texts = {"0 X ^ ", "X 2 ^ 0.5 ^ ", std::string(140, ' ')};
   for (std::size_t k = 0; k < 140; k += 2) texts.back()[k] = k < 70 ? 'X' : '+';
   for (const char* op : {"+ ", "- ", "* ", "/ ", "^ "}) {
@@ -268,26 +247,16 @@ TEST(Evaluator, PreparedAndPlainReadingAgree) {
     texts.push_back(std::string("X ") + fn);
     texts.push_back(std::string("Y X * ") + fn + "Y + ");
   }
+  int failures = 0;
   for (const std::string& post : texts)
     for (float x : {0.0f, -1.0f, -2.5f, 3.0f, 1e-7f, 1e20f, -1e38f})
       for (int k = 0; k < 3; ++k) {
         VariableTable t = XY(x, k == 0 ? 0.5f : -3.0f);
         ReportEvalErrors = (k == 2);
-        EvaluateBoth(s.host, post, t, k == 1);
+        failures += EvaluateBoth(s.host, post, t, k == 1).failed;
         ReportEvalErrors = false;
       }
-  EXPECT_GT(breaks, 100);  // the sample reaches the interesting paths
-  EXPECT_GT(failures, 10);
-
-  static const char* kTokens[] = {"1", "2,5", ".", "X", "Y", "Q", "+", "-", "*", "/", "^",
-                                  "(-)", "SIN", "ASIN", "ACOS", "LOG", "EXP", "sin", "", "100"};
-  VariableTable t = XY(0.25f, -3);
-  for (int n = 0; n < 1500; ++n) {
-    std::string post;
-    for (int k = 0, len = static_cast<int>(rng() % 9); k < len; ++k) post += kTokens[rng() % std::size(kTokens)] + std::string(" ");
-    if (rng() % 5 == 0) post += "X";  // a tail without its blank is not read
-    EvaluateBoth(s.host, post, t);
-  }
+  EXPECT_GT(failures, 0);  // the overflows are reached
 }
 
 }  // namespace

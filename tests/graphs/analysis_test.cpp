@@ -25,25 +25,6 @@ using ::testing::StartsWith;
 
 class AnalysisTest : public test::DocumentTest {};
 
-// ---- the routines -------------------------------------------------------------------
-
-// The routines under the overlays; their crossings with lines are the
-// LineInter test's, parity samples the ParitySamples test's.
-TEST_F(AnalysisTest, FormulaValueAndIntegral) {
-  EXPECT_FLOAT_EQ(FormulaValue("a*2", 3, 2), 6);
-  EXPECT_FLOAT_EQ(FormulaValue("x*2", 3, 2), 0);  // x stays 0 in polar mode
-  bool ok = true;
-  EXPECT_EQ(FormulaValue("x+", 1, 1, &ok), BreakValue);
-  EXPECT_FALSE(ok);
-  EXPECT_NEAR(IntegrateFormula(3, 0, 0.001f, "x^2", 1), -9, 0.01);
-  EXPECT_FLOAT_EQ(IntegrateFormula(1, 1, 0.001f, "x", 1), 0);
-  // The first refinement already agrees for a function that vanishes at the
-  // ends and the middle: the rule stops there.
-  EXPECT_NEAR(IntegrateFormula(0, 6.2832f, 0.001f, "sin(x)", 1), 0, 1e-3);
-  EXPECT_FLOAT_EQ(IntegrateFormula(0, 1, 0.001f, "y+", 1, &ok), 0);
-  EXPECT_FALSE(ok);
-}
-
 // ---- overlays of GetPoints ----------------------------------------------------------------
 
 TEST_F(AnalysisTest, RootsExtremaAndInflexions) {

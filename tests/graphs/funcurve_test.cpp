@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
+#include <map>
 
 #include "document/document.h"
 #include "document/globals.h"
@@ -8,6 +10,7 @@
 #include "geometry/line.h"
 #include "geometry/propagation.h"
 #include "graphs/curve_analysis.h"
+#include "graphs/contour.h"
 #include "graphs/funcurve.h"
 #include "graphs_test_util.h"
 #include "persist/docio.h"
@@ -143,6 +146,53 @@ TEST_F(FunCurveTest, ImplicitCurvesTraceOnAFineGridAndReportASyntaxErrorOnce) {
   c->ExpressY = "sqr(x)-y";
   EXPECT_TRUE(c->TraceImplicit());
   for (size_t k = 0; k < c->TracedSegments().size(); k += 2) EXPECT_GE(c->TracedSegments()[k], -1e-3f);
+}
+
+// The tracer under the implicit curves, on grids of its own: closed lines
+// close, open ones end on the border, saddles and holes split lines.
+TEST_F(FunCurveTest, ContourLinesCloseEndOnTheBorderAndStopAtHoles) {
+  auto trace = [](int n, float lo, float hi, auto f, int holeColumn = 0) {
+    ContourGrid g(n, n);
+    const float step = (hi - lo) / static_cast<float>(n - 1);
+    for (int i = 1; i <= n; ++i)
+      for (int j = 1; j <= n; ++j)
+        g(i, j) = i == holeColumn ? std::numeric_limits<float>::quiet_NaN() : f(lo + (i - 1) * step, lo + (j - 1) * step);
+    std::vector<float> segs;
+    CContour::Trace(g, 0, ContourFrame{lo, lo, step, step}, segs);
+    return segs;
+  };
+  // Ends met once (open line ends) and the largest count of any end.
+  auto ends = [](const std::vector<float>& s) {
+    std::map<std::pair<float, float>, int> n;
+    for (size_t k = 0; k + 1 < s.size(); k += 2) ++n[{s[k], s[k + 1]}];
+    int single = 0, most = 0;
+    for (const auto& [p, c] : n) single += c == 1, most = std::max(most, c);
+    return std::make_pair(single, most);
+  };
+  auto circles = trace(61, -3, 3, [](float x, float y) { return std::min((x - 1.5f) * (x - 1.5f), (x + 1.5f) * (x + 1.5f)) + y * y - 0.5f; });
+  EXPECT_NEAR(Length(circles), 4 * M_PI * std::sqrt(0.5), 0.02 * 4 * M_PI * std::sqrt(0.5));
+  EXPECT_EQ(ends(circles), std::make_pair(0, 2));
+  auto open = trace(21, -1, 1, [](float x, float y) { return y - 0.3f * x - 0.05f; });
+  EXPECT_EQ(ends(open).first, 2);
+  EXPECT_NEAR(Length(open), 2 * std::sqrt(1.09), 1e-3);
+  for (size_t k = 0; k + 3 < open.size(); k += 4) EXPECT_LE(std::max(std::fabs(open[k]), std::fabs(open[k + 2])), 1 + 1e-5f);
+  auto saddle = trace(40, -1, 1, [](float x, float y) { return x * y + 0.001f; });
+  ASSERT_FALSE(saddle.empty());
+  for (size_t k = 0; k + 3 < saddle.size(); k += 4)
+    EXPECT_LE((saddle[k] + saddle[k + 2]) * (saddle[k + 1] + saddle[k + 3]), 0.0f);
+  // A column of holes at x = 0.5 cuts the unit circle into two arcs.
+  auto cut = trace(41, -2, 2, [](float x, float y) { return x * x + y * y - 1; }, 26);
+  EXPECT_EQ(ends(cut), std::make_pair(4, 2));
+  for (size_t k = 0; k < cut.size(); k += 2) EXPECT_FALSE(cut[k] > 0.4001f && cut[k] < 0.5999f) << cut[k];
+  // A flat grid at the level has no line; nodes on the level are moved off it.
+  ContourGrid flat(5, 5, 0.0f);
+  std::vector<float> none;
+  CContour::Trace(flat, 0, ContourFrame{}, none);
+  EXPECT_TRUE(none.empty() && flat(3, 3) == 1e-5f);
+  auto plane = trace(5, 0, 4, [](float x, float) { return x - 2; });
+  ASSERT_EQ(plane.size(), 16u);
+  EXPECT_LT(plane[0], 2.0f);
+  EXPECT_NEAR(plane[0], 2.0f, 1e-4f);
 }
 
 TEST_F(FunCurveTest, PointFieldDensitySwitchesAtArea300) {

@@ -4,10 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
+#include <tuple>
 
 #include "document/document.h"
 #include "document/globals.h"
 #include "geometry/geom.h"
+#include "graphs/isosurface.h"
 #include "graphs/surface.h"
 #include "persist/docio.h"
 #include "persist/record.h"
@@ -23,24 +26,6 @@ class SurfaceTest : public test::DocumentTest {
   static std::unique_ptr<CSurface> Make(A&&... a) { return test::MakeSurface(std::forward<A>(a)...); }
   static float Len(const Vec3& v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }
 };
-
-TEST_F(SurfaceTest, SamplesLieInTheUsersAxes) {
-  auto s = Make(2, 2, 3, "", "", "x+10*y", 2, "0", "2", "0", "1");
-  ASSERT_TRUE(s->GetPoints());
-  ASSERT_EQ(s->Vert3D.size(), 9u);
-  // (i, j) = (2, 1): x = 2, y = 0.5, z = 7.
-  EXPECT_EQ(DistanceBetween(s->Vert3D[GridIndex(2, 1, 2)], Position(2, 0.5f, 7)), 0);
-  EXPECT_TRUE(s->MinZ == 0 && s->MaxZ == 12);
-  // A cylinder about the z axis, and a sphere whose b = 0 is the top.
-  auto c = Make(2, 3, 4, "u", "2", "v", 4, "0", "6.2832", "0", "1");
-  ASSERT_TRUE(c->GetPoints());
-  for (const Position& q : c->Vert3D) EXPECT_NEAR(std::hypot(q.x, q.y), 2.0, 1e-4);
-  EXPECT_FLOAT_EQ(c->MaxZ, 1);
-  auto b = Make(2, 3, 5, "u", "v", "3", 6, "0", "6.2832", "0", "3.1416");
-  ASSERT_TRUE(b->GetPoints());
-  for (const Position& q : b->Vert3D) EXPECT_NEAR(std::sqrt(q.x * q.x + q.y * q.y + q.z * q.z), 3.0, 1e-4);
-  EXPECT_NEAR(b->Vert3D[GridIndex(3, 0, 6)].z, 3.0, 1e-4);
-}
 
 TEST_F(SurfaceTest, ClosedSeamsShareTheirNormalsOpenEdgesDoNot) {
   auto s = Make(2, 3, 5, "u", "v", "2", 24, "0", "6.2832", "0.1", "3.04");
@@ -91,6 +76,49 @@ TEST_F(SurfaceTest, QuadsNextToAHoleAreSkipped) {
   // Quads with a hole get no face normal.
   s->ComputeNormals();
   EXPECT_EQ(Len(s->FaceNormalsOf()[0]), 0.0f);
+}
+
+// Implicit surfaces: the sphere's mesh is closed, consistently wound, facing
+// the larger values, of the right area, with no vertex repeated; a field in
+// cylindrical coordinates is mapped before the cubes are marched.
+TEST_F(SurfaceTest, ImplicitMeshesAreClosedOrientedAndMapped) {
+  auto s = Make(2, 1, 3, "", "", "x^2+y^2+z^2-4", 30, "-3", "3", "-3", "3");
+  s->StepW = 30, s->MinW = -3, s->MaxW = 3;
+  ASSERT_TRUE(s->GetPoints());
+  EXPECT_TRUE(s->MinF == -4.0f && std::fabs(s->MaxF - 23) < 1e-4);
+  s->MeshImplicit();
+  const IsoMesh& m = s->ImplicitMesh();
+  ASSERT_GT(m.TriangleCount(), 1000u);
+  auto at = [&m](std::uint32_t v) { return Position(m.pos[v * 3], m.pos[v * 3 + 1], m.pos[v * 3 + 2]); };
+  double area = 0;
+  std::map<std::pair<std::uint32_t, std::uint32_t>, int> edges;  // directed
+  for (size_t t = 0; t + 2 < m.tri.size(); t += 3) {
+    const Position a = at(m.tri[t]), b = at(m.tri[t + 1]), c = at(m.tri[t + 2]);
+    const float ux = b.x - a.x, uy = b.y - a.y, uz = b.z - a.z, vx = c.x - a.x, vy = c.y - a.y, vz = c.z - a.z;
+    const Vec3 n{uy * vz - uz * vy, uz * vx - ux * vz, ux * vy - uy * vx};
+    area += Len(n) / 2;
+    EXPECT_GT(n.x * (a.x + b.x + c.x) + n.y * (a.y + b.y + c.y) + n.z * (a.z + b.z + c.z), 0);  // outward
+    for (int k = 0; k < 3; ++k) ++edges[{m.tri[t + k], m.tri[t + (k + 1) % 3]}];
+  }
+  EXPECT_NEAR(area, 16 * M_PI, 16 * M_PI * 0.02);
+  for (const auto& [e, n] : edges) EXPECT_TRUE(n == 1 && edges.count({e.second, e.first}) == 1);  // closed, wound alike
+  std::map<std::tuple<long, long, long>, int> seen;  // no vertex repeated
+  for (std::uint32_t v = 0; v < m.VertexCount(); ++v) {
+    const Position p = at(v);
+    EXPECT_NEAR(DistanceBetween(p, Position(0, 0, 0)), 2.0, 0.05);
+    EXPECT_GT((p.x * m.nrm[v * 3] + p.y * m.nrm[v * 3 + 1] + p.z * m.nrm[v * 3 + 2]) / 2, 0.95);
+    EXPECT_EQ((++seen[{std::lround(p.x * 1e5), std::lround(p.y * 1e5), std::lround(p.z * 1e5)}]), 1);
+  }
+  auto tube = Make(2, 1, 4, "", "", "r-1.5", 24, "0", "6.2832", "0.5", "3");  // a, r, z
+  tube->StepV = 10, tube->StepW = 4, tube->MinW = -1, tube->MaxW = 1;
+  ASSERT_TRUE(tube->GetPoints());
+  tube->MeshImplicit();
+  ASSERT_GT(tube->ImplicitMesh().TriangleCount(), 0u);
+  for (size_t v = 0; v < tube->ImplicitMesh().VertexCount(); ++v)
+    EXPECT_NEAR(std::hypot(tube->ImplicitMesh().pos[v * 3], tube->ImplicitMesh().pos[v * 3 + 1]), 1.5, 0.03);
+  IsoMesh none;
+  MarchCubes(IsoGrid{}, 0, none);
+  EXPECT_EQ(none.TriangleCount(), 0u);
 }
 
 TEST_F(SurfaceTest, CrossingClipMarksTheNextAxis) {

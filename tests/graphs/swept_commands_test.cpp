@@ -50,8 +50,12 @@ class SweptCommandsTest : public test::DocumentTest {
   }
   template <class... T>
   static void Select(T&... o) { (SelectObject(o), ...); }
-  template <class... T>
-  static void Deselect(T&... o) { (DeselectObject(o), ...); }
+  // The command run on this selection alone, which it leaves unselected.
+  static void RunOn(const char* command, std::initializer_list<DocObject*> selection) {
+    for (DocObject* o : selection) SelectObject(*o);
+    RunHandler(command);
+    for (DocObject* o : selection) DeselectObject(*o);
+  }
   std::string LastMessage() const { return host_.messages.empty() ? std::string() : host_.messages.back().text; }
 };
 
@@ -152,9 +156,8 @@ TEST_F(SweptCommandsTest, SectorsRibbonsAndIntersectionLines) {
   CRegion* top = Square(1);
   Position* apex = AddPoint(0, 0, -1);
   // A pyramid: the point and a polygon; every face reaches the apex.
-  Select(*apex, *top);
   host_.messages.clear();
-  RunHandler("mnuDraw2Fan");
+  RunOn("mnuDraw2Fan", {apex, top});
   EXPECT_TRUE(host_.messages.empty());
   ASSERT_EQ(Doc.Fans.count(), 1);
   CFan* pyramid = Doc.Fans.Item(1);
@@ -163,57 +166,38 @@ TEST_F(SweptCommandsTest, SectorsRibbonsAndIntersectionLines) {
   for (const Face& face : pyramid->GetRegions())
     EXPECT_TRUE(std::any_of(face.begin(), face.end(), [](const Position& p) { return p.x == 0 && p.y == 0 && p.z == -1; }));
   Doc.Fans.Remove(1);
-  // The polygon alone: a flat sector.
-  DeselectObject(*apex);
-  RunHandler("mnuDraw2Fan");
+  RunOn("mnuDraw2Fan", {top});  // the polygon alone: a flat sector
   ASSERT_EQ(Doc.Fans.count(), 1);
   EXPECT_EQ(Doc.Fans.Item(1)->GetRGNum(), 4);
-  DeselectObject(*top);
-  // A circle needs its point.
-  CCircle* lone = Circle(AddPoint(5, 5, 0), AddPoint(6, 5, 0));
-  SelectObject(*lone);
-  RunHandler("mnuDraw2Fan");
+  RunOn("mnuDraw2Fan", {Circle(AddPoint(5, 5, 0), AddPoint(6, 5, 0))});  // a circle needs its point
   EXPECT_EQ(LastMessage(), kMsgSector);
   EXPECT_EQ(Doc.Fans.count(), 1);
-  DeselectObject(*lone);
   // A cone: the point and a circle at z = 1 of radius 1.
   CCircle* circle = Circle(AddPoint(0, 0, 1), AddPoint(1, 0, 1));
-  Select(*apex, *circle);
-  RunHandler("mnuDraw2Fan");
+  RunOn("mnuDraw2Fan", {apex, circle});
   ASSERT_EQ(Doc.Fans.count(), 2);
   CFan* cone = Doc.Fans.Item(2);
   EXPECT_TRUE(cone->LKID == apex->ID && cone->LKID2 == circle->ID && cone->GetRGNum() == 50);
-  Deselect(*apex, *circle);
-
   // Two segments make no ribbon; two circles do.
-  CLine* a = Segment(0, 0, 0, 2, 0, 0);
-  CLine* b = Segment(0, 1, 0, 2, 1, 1);
-  Select(*a, *b);
-  RunHandler("mnuDraw2Ribbon");
+  RunOn("mnuDraw2Ribbon", {Segment(0, 0, 0, 2, 0, 0), Segment(0, 1, 0, 2, 1, 1)});
   EXPECT_EQ(LastMessage(), kMsgRibbon);
   EXPECT_EQ(Doc.Ribbons.count(), 0);
-  Deselect(*a, *b);
   CCircle* lower = Circle(AddPoint(0, 0, 2), AddPoint(1, 0, 2));
   CCircle* upper = Circle(AddPoint(0, 0, 3), AddPoint(2, 0, 3));
-  Select(*lower, *upper);
-  RunHandler("mnuDraw2Ribbon");
+  RunOn("mnuDraw2Ribbon", {lower, upper});
   ASSERT_EQ(Doc.Ribbons.count(), 1);
   CRibbon* rb = Doc.Ribbons.Item(1);
   EXPECT_TRUE(rb->LKID == lower->ID && rb->LKID2 == upper->ID);
   ASSERT_EQ(rb->GetRGNum(), 50);
   const Face first = rb->GetRegions()[0];
   EXPECT_NEAR(DistanceBetween(first[0], Position(1, 0, 2)) + DistanceBetween(first[3], Position(2, 0, 3)), 0, 1e-5);
-  Deselect(*lower, *upper);
-
   // The line where the square at z = 0 meets the cone: the circle of radius
   // 1/2, as 50 chords.
   CRegion* bottom = Square(0);
-  SelectObject(*bottom);
-  RunHandler("mnuDraw2IntLine");
+  RunOn("mnuDraw2IntLine", {bottom});
   EXPECT_EQ(LastMessage(), kMsgInterLine);
-  SelectObject(*cone);
   const int undo = UndoCount;
-  RunHandler("mnuDraw2IntLine");
+  RunOn("mnuDraw2IntLine", {bottom, cone});
   ASSERT_EQ(Doc.InterLines.count(), 1);
   CInterLine* il = Doc.InterLines.Item(1);
   EXPECT_TRUE(il->LKID == bottom->ID && il->LKID2 == cone->ID);
@@ -221,12 +205,10 @@ TEST_F(SweptCommandsTest, SectorsRibbonsAndIntersectionLines) {
   for (const Segment3& s : il->Lines) EXPECT_NEAR(std::fabs(s.a.z) + std::fabs(std::hypot(s.a.x, s.a.y) - 0.5), 0, 1e-4);
   EXPECT_EQ(UndoCount, undo + 1);
   // A space curve has no faces to cut.
-  Deselect(*bottom, *cone);
   auto c = std::make_unique<CSurface>();
   c->Init("C30099", "", 1, 3, 3, "cos(u)", "sin(u)", "u", 20, 1, "-1", "1", "0", "0");
-  Select(*bottom, *Doc.Surfaces.Add(std::move(c)));
   host_.messages.clear();
-  RunHandler("mnuDraw2IntLine");
+  RunOn("mnuDraw2IntLine", {bottom, Doc.Surfaces.Add(std::move(c))});
   EXPECT_EQ(LastMessage(), kMsgInterLine);
   EXPECT_EQ(Doc.InterLines.count(), 1);
 }

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <random>
 
 #include "document/document.h"
 #include "document/globals.h"
@@ -105,28 +104,6 @@ TEST_F(DocumentTest, ADamagedRecordCostsOnlyItself) {
   EXPECT_EQ(Doc.Points.count(), 2);
   ASSERT_EQ(host_.messages.size(), 1u);
   EXPECT_EQ(host_.messages[0].text, "2 records of the clipboard text could not be read and were left out.");
-}
-
-TEST_F(DocumentTest, RandomDamageNeverCrashesAndWhatIsKeptReadsBack) {
-  const std::string good = PointRecord("PT0001", 1, 1, "A");
-  // Random bytes with a fixed seed.
-  std::mt19937 rng(1234);
-  for (int round = 0; round < 300; ++round) {
-    std::string text = "GL Ver3.00 1 0 0 0 0;;" + good;
-    int n = static_cast<int>(rng() % 200);
-    for (int i = 0; i < n; ++i) {
-      const char alphabet[] = "PT0123456789 @;-.E";
-      text.push_back(rng() % 4 ? alphabet[rng() % (sizeof alphabet - 1)] : static_cast<char>(rng()));
-    }
-    ResetGlobals();
-    OpenDocumentText(text);
-    EXPECT_GE(Doc.Points.count(), 1);
-    // Whatever was kept is written so that it all reads back.
-    const std::string kept = GetUndoVar();
-    OpenUnRe(kept);
-    EXPECT_EQ(LastReadDamage().records, 0) << kept;
-    EXPECT_EQ(GetUndoVar(), kept);
-  }
 }
 
 TEST_F(DocumentTest, AFailedOpenKeepsTheOldDocument) {

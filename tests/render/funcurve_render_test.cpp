@@ -19,19 +19,13 @@ namespace {
 using test::RenderTest;
 using test::Rgb;
 
-constexpr std::uint32_t kBlue = RGB(0, 0, 255);
-
 class FunCurveDrawTest : public RenderTest {
  protected:
   CFunCurve* Curve(int funForm, int coordType, const std::string& fx, const std::string& fy, int steps,
                    const std::string& minU, const std::string& maxU, float minV = -5, float maxV = 5) {
-    auto c = std::make_unique<CFunCurve>();
-    c->Init(NewObjectId("C2"), "", 0, coordType, fx, fy, "", steps, steps, minU, maxU, minV, maxV, kBlue, 3);
-    c->FunForm = funForm;
-    CFunCurve* p = Doc.FunCurves.Add(std::move(c));
-    if (funForm == 2 || funForm == 3) {
-      EXPECT_TRUE(p->GetPoints());
-    }
+    CFunCurve* p = Doc.FunCurves.Add(test::MakeCurve(funForm, coordType, fx, fy, steps, minU, maxU, minV, maxV));
+    p->LineWidth = 3;
+    if (funForm == 2 || funForm == 3) EXPECT_TRUE(p->GetPoints());
     return p;
   }
   // Some pixel within `radius` pixels of the scene point passes the test.
@@ -41,7 +35,6 @@ class FunCurveDrawTest : public RenderTest {
   static bool Bluish(const Rgb& c) { return c[2] > 180 && c[0] < 140 && c[1] < 140; }
   static bool Reddish(const Rgb& c) { return c[0] > 180 && c[1] < 140 && c[2] < 140; }
   static bool Greenish(const Rgb& c) { return c[1] > 150 && c[0] < 140 && c[2] < 140; }
-  static bool NotWhite(const Rgb& c) { return !IsWhite(c); }
   bool WhiteAround(float x, float y, int radius) const {
     return !Near(x, y, radius, [](const Rgb& c) { return !IsWhite(c); });
   }
@@ -103,7 +96,7 @@ TEST_F(FunCurveDrawTest, DrawWritesTheCurvesLinesToTheResultsPanel) {
   EXPECT_EQ(CurveResults.Lines(), expected);
   Frame();  // drawn again: the same lines, not twice
   EXPECT_EQ(CurveResults.Lines(), expected);
-  EXPECT_EQ(CurveResults.Text().substr(0, 21), "y=x^2-2\n    Root: x=");
+  EXPECT_EQ(CurveResults.Text().substr(0, 21), "y=x^2-2\n    Root: x=-");  // the root at -1.41 first
   // A curve that is gone takes its lines with it.
   Doc.FunCurves.Remove(1);
   Frame();

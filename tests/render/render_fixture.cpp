@@ -92,11 +92,11 @@ bool RenderTest::AnyNear(float x, float y, float z, int radius, const std::funct
   return false;
 }
 
-int RenderTest::DarkPixels(int x0, int y0, int x1, int y1) const {
+int RenderTest::DarkPixels(int x0, int y0, int x1, int y1, const std::function<bool(const Rgb&)>& is) const {
   int n = 0;
   for (int y = std::min(y0, y1); y <= std::max(y0, y1); ++y)
     for (int x = std::min(x0, x1); x <= std::max(x0, x1); ++x)
-      if (IsDark(Pixel(x, y))) ++n;
+      if (is(Pixel(x, y))) ++n;
   return n;
 }
 

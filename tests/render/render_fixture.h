@@ -44,9 +44,9 @@ class RenderTest : public DocumentTest {
   Rgb Pixel(int px, int py) const;
   // Colour of the pixel a scene point falls on.
   Rgb At(float x, float y, float z = 0) const;
-  // Number of pixels darker than mid grey in the window rectangle, y up,
-  // both corners included.
-  int DarkPixels(int x0, int y0, int x1, int y1) const;
+  // Number of pixels that pass `is` (by default: darker than mid grey) in the
+  // window rectangle, y up, both corners included.
+  int DarkPixels(int x0, int y0, int x1, int y1, const std::function<bool(const Rgb&)>& is = IsDark) const;
   // The same for the window rectangle around two scene points.
   int DarkPixelsAround(float x0, float y0, float x1, float y1, float z = 0) const;
 

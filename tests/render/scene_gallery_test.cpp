@@ -34,7 +34,6 @@ bool Red(const Rgb& c) { return c[0] - c[1] > 80 && c[0] - c[2] > 80; }
 bool Blue(const Rgb& c) { return c[2] - c[0] > 80 && c[2] - c[1] > 80; }
 bool Green(const Rgb& c) { return c[1] - c[0] > 80 && c[1] - c[2] > 80; }
 bool Yellow(const Rgb& c) { return c[0] > 150 && c[1] > 120 && c[2] < 100; }
-bool Dark(const Rgb& c) { return c[0] < 140 && c[1] < 140 && c[2] < 140; }
 bool Ink(const Rgb& c) { return c[0] <= 245 || c[1] <= 245 || c[2] <= 245; }
 // The place at `deg` degrees on the circle about (cx, cy) of radius r.
 XY Polar(float cx, float cy, float r, double deg) {
@@ -103,13 +102,7 @@ class SceneGallery : public test::RenderTest, public ::testing::WithParamInterfa
     const int x = static_cast<int>(std::floor(100 + 10.0 * p.first)), y = static_cast<int>(std::floor(100 + 10.0 * p.second));
     return Count(x - 1, y - 1, x + 1, y + 1, t) > 0;
   }
-  // Pixels of the window rectangle (y up, corners included) that pass.
-  int Count(int x0, int y0, int x1, int y1, const PixelTest& t) const {
-    int n = 0;
-    for (int y = y0; y <= y1; ++y)
-      for (int x = x0; x <= x1; ++x) n += t(Pixel(x, y));
-    return n;
-  }
+  int Count(int x0, int y0, int x1, int y1, const PixelTest& t) const { return DarkPixels(x0, y0, x1, y1, t); }
   // Share of n places at(s), s in (0, 1), with a passing pixel.
   double Share(const std::function<XY(double)>& at, const PixelTest& t, int n = 360) const {
     int hits = 0;
@@ -123,7 +116,7 @@ class SceneGallery : public test::RenderTest, public ::testing::WithParamInterfa
   int LabelInk(XY at) const {
     double wx, wy;
     if (!WindowOf(at.first, at.second, 0, wx, wy)) return 0;
-    return Count(static_cast<int>(wx) - 2, static_cast<int>(wy) - 2, static_cast<int>(wx) + 16, static_cast<int>(wy) + 12, Dark);
+    return Count(static_cast<int>(wx) - 2, static_cast<int>(wy) - 2, static_cast<int>(wx) + 16, static_cast<int>(wy) + 12, IsDark);
   }
 };
 
@@ -150,7 +143,7 @@ std::vector<Scene> SceneGallery::Scenes() {
          CLine* dashed = g.Line({-6, -3}, {6, -3}, 1, RGB(0, 0, 0), 2);  // a black dashed segment
          g.Frame();
          auto along = [](double s) { return XY{static_cast<float>(-6 + 12 * s), -3.0f}; };
-         const double dark = g.Share(along, Dark);
+         const double dark = g.Share(along, IsDark);
          EXPECT_TRUE(dark > 0.3 && dark < 0.9) << dark;
          EXPECT_EQ(g.Share(along, Yellow), 0);
          EXPECT_FALSE(g.Counted({8, -3}, Ink));  // nothing past its end
@@ -169,12 +162,12 @@ std::vector<Scene> SceneGallery::Scenes() {
          // 0.45 long, 2 * 0.45 * tan 15 deg = 0.24 wide at the base; as long as
          // the vector where that is shorter.
          for (XY p : {XY{1.2f, 1.07f}, {1.2f, 0.95f}, {-0.12f, -0.97f}, {-0.12f, -1.05f}})
-           EXPECT_TRUE(Dark(g.At(p.first, p.second))) << p.first << ", " << p.second;
+           EXPECT_TRUE(IsDark(g.At(p.first, p.second))) << p.first << ", " << p.second;
          for (XY p : {XY{1.2f, 1.17f}, {-1, 1.07f}, {1.6f, 1.01f}, {-0.22f, -1.01f}})
            EXPECT_TRUE(IsWhite(g.At(p.first, p.second))) << p.first << ", " << p.second;
          SceneMode = 3;  // in space a vector is a plain segment
          g.Frame();
-         EXPECT_TRUE(Dark(g.At(0, 1.01f)));
+         EXPECT_TRUE(IsDark(g.At(0, 1.01f)));
          EXPECT_TRUE(IsWhite(g.At(1.2f, 1.07f)) && IsWhite(g.At(1.2f, 0.95f)));
        }},
       {"DashedSmoothCurveHasGaps",
@@ -274,7 +267,7 @@ std::vector<Scene> SceneGallery::Scenes() {
          EXPECT_TRUE(Near(g.At(5.7f, -1.7f), 178, 178, 255, 15));  // in the bow over the chord
          EXPECT_TRUE(IsWhite(g.At(3, 1)));                           // under the chord
          // The segment under the sectors shows through them.
-         EXPECT_TRUE(g.Counted({-5, -6}, Dark) && g.Counted({4, -6}, Dark));
+         EXPECT_TRUE(g.Counted({-5, -6}, IsDark) && g.Counted({4, -6}, IsDark));
        }},
       {"LabelsOfCirclesArcsAndRegionsFollowShowLabel",
        [](SceneGallery& g) {
@@ -292,12 +285,12 @@ std::vector<Scene> SceneGallery::Scenes() {
          };
          g.Frame();
          const std::vector<int> shown = ink();
-         const int darkShown = g.Count(0, 0, 199, 199, Dark);
+         const int darkShown = g.Count(0, 0, 199, 199, IsDark);
          c->HideLabel = a->HideLabel = r->HideLabel = p->HideLabel = true;
          g.Frame();
          for (int n : shown) EXPECT_GT(n, 4);
          for (int n : ink()) EXPECT_EQ(n, 0);
-         EXPECT_EQ(g.Count(0, 0, 199, 199, Dark), 0);  // the objects themselves are not dark
+         EXPECT_EQ(g.Count(0, 0, 199, 199, IsDark), 0);  // the objects themselves are not dark
          EXPECT_GE(darkShown, shown[0] + shown[1] + shown[2] + shown[3]);
          EXPECT_TRUE(g.Projected({5, -6}, Red) && g.Counted({5, -6}, Red));  // the point's symbol stays
          p->Hide = true;

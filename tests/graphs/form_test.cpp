@@ -1,11 +1,13 @@
-// The surface dialog without its window: the clip box and tangent places, the
-// confirmation with its messages, new and edited objects, the texture file
-// choice and the command.
+// The curve and surface dialogs without their windows: confirmation with its
+// messages, new and edited objects, what an edit keeps.
 #include <gtest/gtest.h>
+
+#include <functional>
 
 #include "document/document.h"
 #include "document/globals.h"
 #include "document/undo.h"
+#include "graphs/curve_form.h"
 #include "graphs/surface_form.h"
 #include "graphs_test_util.h"
 #include "support/fixtures.h"
@@ -13,8 +15,15 @@
 namespace vt {
 namespace {
 
-class SurfaceFormTest : public test::DocumentTest {
+class FormTest : public test::DocumentTest {
  protected:
+  // A y = f(x) form as the dialog opens it, with the formula typed in.
+  static CurveForm Graph(const std::string& f) {
+    CurveForm form = NewCurveForm();
+    form.formula1 = f;
+    return form;
+  }
+  // The one message shown since the last call, as "title: text".
   std::string TakeMessage() {
     std::string s;
     for (const auto& m : host_.messages) s += (s.empty() ? "" : " | ") + m.title + ": " + m.text;
@@ -23,7 +32,85 @@ class SurfaceFormTest : public test::DocumentTest {
   }
 };
 
-TEST_F(SurfaceFormTest, RefusedFieldsKeepTheDialogOpen) {
+TEST_F(FormTest, RefusedFieldsKeepTheDialogOpenWithTheirMessages) {
+  struct Case {
+    std::function<void(CurveForm&)> edit;
+    std::string message;
+  };
+  const std::vector<Case> cases = {
+      {[](CurveForm& f) { f.formula1 = "x_1"; }, "Error: Illegal data exist."},
+      {[](CurveForm& f) { f.steps = "10x"; }, "Error: Illegal data exist."},
+      {[](CurveForm& f) { f.roots.size = "a"; }, "Error: Illegal data exist."},
+      {[](CurveForm& f) { f.tangents.positions = "1;b"; }, "Error: Illegal data exist."},
+      {[](CurveForm& f) { f.formula1 = "  "; }, "Note: Input all parameters please."},
+      {[](CurveForm& f) { f.minU = "5"; }, "Note: Min x must be less than Max x."},
+      {[](CurveForm& f) { f.steps = "0.5"; }, "Note: Steps x must be larger than 1."},
+      {[](CurveForm& f) { f.listIndex = 1; f.formula2 = "u"; f.maxU = "-5"; }, "Note: Min u must be less than Max u."},
+      {[](CurveForm& f) { f.listIndex = 1; f.formula2 = "u"; f.steps = "0"; }, "Note: Steps u must be larger than 1."},
+      {[](CurveForm& f) { f.listIndex = 3; f.minV = "2"; f.maxV = "1"; }, "Note: Min y must be less than Max y."},
+  };
+  for (const Case& k : cases) {
+    CurveForm form = Graph("x");
+    k.edit(form);
+    EXPECT_EQ(ConfirmCurveForm(form, ""), CurveConfirm::Stay) << k.message;
+    EXPECT_EQ(TakeMessage(), k.message);
+  }
+  // A formula that does not compile: the compiler's message, nothing made.
+  CurveForm bad = Graph("x+");
+  EXPECT_EQ(ConfirmCurveForm(bad, ""), CurveConfirm::Stay);
+  EXPECT_EQ(TakeMessage().substr(0, 14), "Syntax Error: ");
+  EXPECT_EQ(Doc.FunCurves.count(), 0);
+  EXPECT_EQ(NextObjectNumber, 0);  // no id was spent
+  // An empty field becomes "0": y = 0 is a curve.
+  CurveForm empty = Graph("");
+  EXPECT_EQ(ConfirmCurveForm(empty, ""), CurveConfirm::Done);
+  EXPECT_EQ(empty.formula1, "0");
+}
+
+// Making and editing through the window (one snapshot each, the fields read
+// back) is the graph forms GUI test's; here the cleaned texts, the lists and
+// what an edit keeps.
+TEST_F(FormTest, EditChangesTheCurveInPlaceAndKeepsWhatTheDialogDoesNotShow) {
+  CurveForm form = Graph("x ^ 2");
+  form.steps = "1";  // the test lets 1 pass
+  form.showLength = true, form.lenTo = "1,5";
+  form.tangents.show = true, form.tangents.positions = "1; 2 ;0.5";
+  std::string id;
+  ASSERT_EQ(ConfirmCurveForm(form, "", &id), CurveConfirm::Done);
+  EXPECT_EQ(form.formula1 + " " + form.lenTo + " " + form.tangents.positions, "x^2 1.5 1;2;0.5");
+  CFunCurve* c = Doc.FunCurves.FindById(id);
+  EXPECT_TRUE(c->StepU == 1 && c->Vert3D.size() == 2u && c->LenTo == 1.5f);
+  EXPECT_EQ(c->QieX, (std::vector<float>{1, 2, 0.5f}));
+  Position* p = AddPoint(1, 1);
+  c->AddStruP(*p);
+  c->Selected = true;
+  c->GraphType = 3;
+
+  CurveForm edit = LoadCurveForm(*c);
+  edit.coordType = 2;
+  edit.listIndex = 2;  // f(a,r)=0
+  edit.formula1 = "r-2";
+  edit.minU = "0";
+  edit.maxU = "2pi";
+  edit.minV = "0";
+  edit.maxV = "3";
+  edit.lineColor = RGB(9, 8, 7);
+  ASSERT_EQ(ConfirmCurveForm(edit, id), CurveConfirm::Done);
+  ASSERT_EQ(Doc.FunCurves.count(), 1);
+  c = Doc.FunCurves.FindById(id);
+  ASSERT_TRUE(c);
+  EXPECT_TRUE(c->FunForm == 1 && c->CoordType == 2 && c->ExpressY == "r-2" && c->MaxV == 3);
+  EXPECT_EQ(c->LineColor, RGB(9, 8, 7));
+  EXPECT_TRUE(c->StruPNum() == 1 && c->Selected && c->GraphType == 3);  // what the dialog does not show
+
+  // The curve went away while the dialog was open.
+  Doc.FunCurves.Remove(1);
+  EXPECT_EQ(ConfirmCurveForm(edit, id), CurveConfirm::Gone);
+  EXPECT_EQ(TakeMessage(), "Error: The selected object is not exist.");
+  EXPECT_EQ(Doc.FunCurves.count(), 0);
+}
+
+TEST_F(FormTest, RefusedFieldsKeepTheDialogOpen) {
   using R = test::Refusal<SurfaceForm>;
   SurfaceForm f = NewSurfaceForm();
   const auto refuses = [](SurfaceForm& g) { return ConfirmSurfaceForm(g, "") == SurfaceConfirm::Stay; };
@@ -67,7 +154,7 @@ TEST_F(SurfaceFormTest, RefusedFieldsKeepTheDialogOpen) {
   EXPECT_NEAR(Doc.Surfaces.FindById(id)->MinW, -3.1416f, 1e-3f);
 }
 
-TEST_F(SurfaceFormTest, NewSurfaceAndCurveAndAnEditThatKeepsWhatTheDialogDoesNotShow) {
+TEST_F(FormTest, NewSurfaceAndCurveAndAnEditThatKeepsWhatTheDialogDoesNotShow) {
   const int undoBefore = UndoCount;
   SurfaceForm f = NewSurfaceForm();
   f.formula1 = "x^2 - y";
