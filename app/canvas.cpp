@@ -1,11 +1,13 @@
 #include "app/canvas.h"
 
 #include <QMouseEvent>
+#include <QWheelEvent>
 
 #include "document/frame_commands.h"
 #include "render/frame.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
+#include "tools/navigate.h"
 
 namespace vt::app {
 
@@ -114,6 +116,16 @@ void Canvas::mouseDoubleClickEvent(QMouseEvent* e) {
   // sequence is press, release, double click, release.
   if (e->button() != Qt::LeftButton) return;
   Handle([] { picDraw_DblClick(); });
+}
+
+void Canvas::wheelEvent(QWheelEvent* e) {
+  // A notch of a wheel is 120; touch pads send parts of it.
+  const float steps = static_cast<float>(e->angleDelta().y()) / 120.0f;
+  if (steps == 0) return;
+  e->accept();
+  const QPointF p = e->position() * Scale();
+  const int shift = ShiftCode(e->modifiers());
+  Handle([&] { picDraw_MouseWheel(steps, shift, static_cast<float>(p.x()), static_cast<float>(p.y())); });
 }
 
 }  // namespace vt::app

@@ -41,6 +41,7 @@ class Canvas : public QOpenGLWidget {
   void mouseMoveEvent(QMouseEvent* e) override;
   void mouseReleaseEvent(QMouseEvent* e) override;
   void mouseDoubleClickEvent(QMouseEvent* e) override;
+  void wheelEvent(QWheelEvent* e) override;
 
  private:
   // Runs a canvas handler with the context current; a fault that ends it is

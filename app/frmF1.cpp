@@ -189,7 +189,7 @@ void frmF1::BuildMenus() {
         QAction* a = MakeAction(name, m.caption, m.handler, m.check);
         // Keys belong to the main menu; the context menus' twins go without.
         if (*m.shortcut && QString(m.parent) != "GraphEdit" && QString(m.parent) != "FunEdit")
-          a->setShortcut(QKeySequence(QString(m.shortcut)));
+          a->setShortcuts(QKeySequence::listFromString(QString(m.shortcut)));  // "A; B": two keys
         const QString icon = IconOfHandler(m.handler);
         if (!icon.isEmpty()) a->setIcon(IconFor(icon, m.caption));
         parentMenu->addAction(a);

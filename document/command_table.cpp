@@ -20,6 +20,7 @@
 #include "tools/buttons.h"
 #include "tools/canvas_input.h"
 #include "tools/create_tools.h"
+#include "tools/navigate.h"
 #include "tools/constructions.h"
 
 namespace vt {
@@ -76,6 +77,10 @@ const std::vector<MenuItemDef> kMenus = {
     {"mnuViewRotZ", "Rotate About Z Axis", "mnuView", I, "mnuViewRotZ", "", false, false},
     {"mnuViewRotate", "Track Ball", "mnuView", I, "mnuViewRotate", "", false, false},
     {"mnuViewISO", "ISO", "mnuView", I, "mnuViewISO", "", false, false},
+    {"mnuViewZoomIn", "Zoom In", "mnuView", I, "mnuViewZoomIn", "Ctrl++; Ctrl+=", false, true},
+    {"mnuViewZoomOut", "Zoom Out", "mnuView", I, "mnuViewZoomOut", "Ctrl+-", false, false},
+    {"mnuViewFitAll", "Fit All", "mnuView", I, "mnuViewFitAll", "Ctrl+Shift+F", false, false},
+    {"mnuViewReset", "Reset View", "mnuView", I, "mnuViewReset", "Ctrl+0", false, false},
     {"mnuViewAxis", "Show/Hide Axis", "mnuView", I, "mnuViewAxis", "", true, true},
     {"mnuViewGrid", "Show/Hide Grid", "mnuView", I, "mnuViewGrid", "", true, false},
     {"mnuViewSnap", "Snap", "mnuView", I, "mnuViewSnap", "", true, false},
@@ -264,6 +269,10 @@ const std::vector<CommandNameDef> kCommands = {
     {"View-Rotate About Z Axis", "mnuViewRotZ"},
     {"View-Track Ball", "mnuViewRotate"},
     {"View-ISO", "mnuViewISO"},
+    {"View-Zoom In", "mnuViewZoomIn"},
+    {"View-Zoom Out", "mnuViewZoomOut"},
+    {"View-Fit All", "mnuViewFitAll"},
+    {"View-Reset View", "mnuViewReset"},
     {"View-Show/Hide Axis", "mnuViewAxis"},
     {"View-Show/Hide Grid", "mnuViewGrid"},
     {"View-Snap", "mnuViewSnap"},
@@ -553,6 +562,10 @@ void RegisterFrameCommands() {
   RegisterHandler("mnuFileNew2D", mnuFileNew2D_Click);
   RegisterHandler("mnuFileNew3D", mnuFileNew3D_Click);
   RegisterHandler("mnuViewISO", mnuViewISO_Click);
+  RegisterHandler("mnuViewZoomIn", mnuViewZoomIn_Click);
+  RegisterHandler("mnuViewZoomOut", mnuViewZoomOut_Click);
+  RegisterHandler("mnuViewFitAll", mnuViewFitAll_Click);
+  RegisterHandler("mnuViewReset", mnuViewReset_Click);
   RegisterHandler("mnuViewMove", mnuViewMove_Click, {}, [] { return ViewMove; });
   RegisterHandler("mnuViewZoom", mnuViewZoom_Click, {}, [] { return ViewZoom; });
   RegisterHandler("mnuViewRotate", mnuViewRotate_Click, {}, [] { return ViewRotate && RotateMode == 1; });

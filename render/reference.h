@@ -8,14 +8,19 @@ namespace vt {
 class CLine;
 
 // The grid, in RGB(200, 150, 0), lines of width 1, lighting off meanwhile.
-// Plane scene: x from -10 to 10 by 1, lines 80 long in y; y from -40 to 40,
-// lines 20 long in x. Space scene: a 20 by 20 square of lines with blending
-// and line smoothing on. Other scene modes draw no grid.
+// Plane scene: the visible part of the plane (the canvas's corners through
+// the projection the scene is compiled with), lines at a step of 1, 2 or 5
+// times a power of ten that keeps them 8 pixels or more apart. Space scene:
+// a 20 by 20 square of lines with blending and line smoothing on. Other
+// scene modes draw no grid.
 void DrawGrid();
 
-// The axes as black vectors with arrow heads, ticks 0.2 long, whole numbers
-// beside the ticks, the names "O", "x", "y", and in the space scene the z
-// axis with its ticks, numbers and "z". Half length of y: 9 in space, else 5.
+// The axes as black vectors with arrow heads, ticks, numbers beside the
+// ticks, the names "O", "x", "y", and in the space scene the z axis with its
+// ticks, numbers and "z". Space: x from -10 to 10, y half length 10, ticks
+// 0.2 long at whole numbers. Plane: both axes across the visible part, ticks
+// at the grid's step, ticks and number places scaled with the view so they
+// keep their size on the screen (the start view: as in space).
 void DrawAxes();
 
 // The two vectors the axes are drawn with, kept between frames: one for y,

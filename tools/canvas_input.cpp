@@ -76,6 +76,19 @@ struct EventSelectScope {
 
 CCommand* Made(ToolSlot s) { return Tools().made[SlotIndex(s)].get(); }
 
+// The middle button's pan: on from its press to its release, with the pixel
+// of the last move.
+bool g_panning = false;
+float g_panX = 0, g_panY = 0;
+
+bool ViewDragArmed() { return ViewRotate || ViewZoom || ViewMove; }
+
+void CanvasSize(float& w, float& h) {
+  host().CanvasSize(CanvasWidth, CanvasHeight);
+  w = static_cast<float>(std::max(1, CanvasWidth));
+  h = static_cast<float>(std::max(1, CanvasHeight));
+}
+
 // The four points of one event.
 struct EventPoints {
   Position viewPoint, scenePoint, farPoint, nearPoint;
@@ -174,6 +187,13 @@ void RegisterBoxSelTest(Kind kind, BoxSelTest test) {
 
 void picDraw_MouseDown(int Button, int Shift, float X, float Y) {
   EventSelectScope scope;
+  // The middle button pans whatever the tool; the tool never sees it.
+  if (Button == kMiddleButton) {
+    g_panning = true;
+    g_panX = X;
+    g_panY = Y;
+    return;
+  }
   EventPoints e;
   e.Fill(X, Y);
   if (Button == kLeftButton) {
@@ -182,11 +202,13 @@ void picDraw_MouseDown(int Button, int Shift, float X, float Y) {
     LastX = X;
     LastY = Y;
     FrameCounter = 0;
-    if (ActiveTool == 11) RubberBandOn = true;
+    if (ActiveTool == 11 && !ViewDragArmed()) RubberBandOn = true;
   }
+  // An armed view drag takes the left button for itself.
+  const bool viewDrag = Button == kLeftButton && ViewDragArmed();
   if (Button == kRightButton && ActiveTool == 11 && CanvasWindow.showGraphEdit) CanvasWindow.showGraphEdit(X, Y);
 
-  if (Button == kLeftButton || Button == kRightButton) {
+  if (!viewDrag && (Button == kLeftButton || Button == kRightButton)) {
     switch (ActiveTool) {
       case 1: CurrentTool = Made(ToolSlot::Point); break;
       case 2: CurrentTool = Made(ToolSlot::Line); break;
@@ -216,14 +238,22 @@ void picDraw_MouseDown(int Button, int Shift, float X, float Y) {
 
 void picDraw_MouseMove(int Button, int Shift, float X, float Y) {
   EventSelectScope scope;
-  host().CanvasSize(CanvasWidth, CanvasHeight);
+  float w = 1, h = 1;
+  CanvasSize(w, h);
+  if (g_panning && (Button & kMiddleButton)) {
+    View.MoveView((X - g_panX) / w, (g_panY - Y) / h);
+    g_panX = X;
+    g_panY = Y;
+    RedrawScene();
+    return;
+  }
+  g_panning = false;
   // A move with the left button up while a select gesture is open: its
   // release went elsewhere (a dialog, another window). The gesture ends here,
   // so nothing follows a mouse with no button held.
   if (!(Button & kLeftButton) && (SelectPressed || DragMoved || RubberBandOn)) EndSelectGesture();
-  if (Button & kLeftButton) {
-    const float w = static_cast<float>(std::max(1, CanvasWidth));
-    const float h = static_cast<float>(std::max(1, CanvasHeight));
+  const bool viewDrag = (Button & kLeftButton) && ViewDragArmed();
+  if (viewDrag) {
     if (ViewZoom) {
       // Dragging down gives a factor above 1: the view rectangle grows.
       ZoomScale = 1 - (LastY - Y) / h;
@@ -241,6 +271,8 @@ void picDraw_MouseMove(int Button, int Shift, float X, float Y) {
       LastX = X;
       LastY = Y;
     }
+    RedrawScene();
+    return;
   }
   EventPoints e;
   e.Fill(X, Y);
@@ -272,19 +304,22 @@ void picDraw_MouseMove(int Button, int Shift, float X, float Y) {
 
 void picDraw_MouseUp(int Button, int Shift, float X, float Y) {
   EventSelectScope scope;
+  if (Button == kMiddleButton) {
+    g_panning = false;
+    return;
+  }
   EventPoints e;
   e.Fill(X, Y);
   // The press chose between a drag (it hit something) and a box (empty
   // canvas); the release ends either.
   const bool box = ActiveTool == 11 && RubberBandOn && !DragMoved;
-  if (Button == kLeftButton && SelectPressed) {
+  const bool wasArmed = ViewDragArmed();
+  if (Button == kLeftButton && SelectPressed && !wasArmed) {
     if (ActiveTool == 11) CurrentTool = NewSelect();
     if (CurrentTool) CurrentTool->RButtonDown(e.viewPoint, e.scenePoint, X, Y, e.farPoint, e.nearPoint);
     if (ActiveTool == 11 && DragMoved) PushSnapshot();
   }
-  // A view drag lasts one drag: afterwards the user is back with the tool.
-  const bool wasArmed = ViewRotate || ViewZoom || ViewMove;
-  ViewRotate = ViewZoom = ViewMove = false;
+  // An armed view drag stays armed for the next drag, until a tool is chosen.
   // In space the turned scene is kept in the angles, as the frame reads them
   // from here on. A plane scene goes back to its angles: a tilted plane would
   // put clicks far from the cursor.
@@ -296,7 +331,6 @@ void picDraw_MouseUp(int Button, int Shift, float X, float Y) {
     FinishRubberBand();
   }
   if (Button == kLeftButton) EndSelectGesture();
-  if (wasArmed) RefreshControls();
   RedrawScene();
 }
 

@@ -138,13 +138,23 @@ TEST_F(FrameTest, AxesCarryTickNumbersAndNames) {
   EXPECT_TRUE(IsWhite(At(1.5f, -0.07f)) && IsWhite(At(-0.1f, 1.5f)));
 }
 
+TEST_F(FrameTest, ZoomedOutToFiftyThePlaneGridAndAxesCoverTheCanvas) {
+  SetCanvas(kW, kH, 100);  // -50 to 50 up the canvas
+  ShowGrid = ShowAxis = true;
+  Frame();
+  auto ochre = [](const Rgb& c) { return Near(c, 200, 150, 0, 12); };
+  EXPECT_TRUE(AnyNear(40, 25, 0, 1, ochre) && AnyNear(-60, -35, 0, 1, ochre));  // lines at x = 40, -60
+  EXPECT_FALSE(AnyNear(43.5f, 25, 0, 1, ochre));  // but not one a unit (1.2 pixels)
+  EXPECT_TRUE(DarkNear(0, 45) && DarkNear(60, 0));
+}
+
 TEST_F(FrameTest, AxesReachFurtherUpInSpaceAndGainAZAxis) {
   SetCanvas(kW, kH, 24);  // 5 pixels to the unit
   ShowAxis = true;
   Frame();
   EXPECT_TRUE(DarkNear(0, 5.5f));
-  EXPECT_FALSE(DarkNear(0, 8.0f));  // the plane y axis ends at 6
-  EXPECT_TRUE(DarkNear(9.5f, 0));   // the x axis reaches 10 in both scenes
+  EXPECT_TRUE(DarkNear(0, 11.0f) && DarkNear(-15.0f, 0));  // the plane axes reach the canvas's edges
+  EXPECT_TRUE(DarkNear(9.5f, 0));
   SceneMode = 3;
   Frame();
   EXPECT_TRUE(DarkNear(0, 9.5f));   // in space the y axis reaches 10
