@@ -19,6 +19,8 @@
 #include "app/canvas.h"
 #include "app/frmF1.h"
 #include "app/surface_format.h"
+#include "document/document.h"
+#include "document/globals.h"
 #include "document/frame_commands.h"
 #include "render/canvas_input.h"
 
@@ -104,6 +106,49 @@ inline void Drag(QWidget* canvas, const QPoint& from, const QPoint& to, int step
     QApplication::sendEvent(canvas, &move);
   }
   QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, to);
+}
+
+// A left click on the canvas with the mouse moved there first.
+inline void Click(QWidget* canvas, const QPoint& at) {
+  QTest::mouseMove(canvas, at);
+  QTest::mouseClick(canvas, Qt::LeftButton, Qt::NoModifier, at);
+}
+
+// A top-level dialog of that object name once it shows; null when none does.
+inline QWidget* ShownNamed(const QString& name, int ms = 3000) {
+  QWidget* d = nullptr;
+  const bool shown = QTest::qWaitFor([&] {
+    for (QWidget* t : QApplication::topLevelWidgets())
+      if (t->objectName() == name && t->isVisible()) d = t;
+    return d != nullptr;
+  }, ms);
+  return shown ? d : nullptr;
+}
+
+// A free point of the plane (or space), labelled when `label` is set.
+inline vt::Position* FreePoint(float x, float y, float z = 0, bool label = false) {
+  const std::string id = vt::NewObjectId("PT");
+  vt::Position* p = vt::Doc.Points.Add(id, x, y, z, 1, "", "", 0, id);
+  if (label) vt::AssignNextPointLabel(*p);
+  return p;
+}
+
+// A segment between two points, linked to them as the segment tool links it.
+inline vt::CLine* Segment(vt::Position* a, vt::Position* b) {
+  auto l = std::make_unique<vt::CLine>();
+  l->ID = vt::NewObjectId("LN");
+  l->Line1(a->ID, b->ID);
+  a->AddLink({l->ID, 2, 1, 0, 0});
+  b->AddLink({l->ID, 2, 2, 0, 0});
+  return vt::Doc.Lines.Add(std::move(l));
+}
+
+// Makes `objs` the whole selection.
+inline void SelectOnly(std::initializer_list<vt::DocObject*> objs) {
+  for (vt::Kind k : vt::kAllKinds)
+    for (int i = 1; i <= vt::Doc.Of(k).count(); ++i)
+      if (vt::Doc.Of(k).ItemBase(i)->Selected) vt::DeselectObject(*vt::Doc.Of(k).ItemBase(i));
+  for (vt::DocObject* o : objs) vt::SelectObject(*o);
 }
 
 // Runs `act` once on the next visible modal widget of type T.
