@@ -28,7 +28,7 @@ void RecordingTool::Record(const char* op, Position& v, Position& s, float X, fl
   log_->push_back(c);
 }
 
-void RegisterRecordingTools(std::vector<ToolCall>* log, int* selectsMade) {
+void RegisterRecordingTools(std::vector<ToolCall>* log) {
   auto factory = [log](const char* name) {
     return [log, name] { return std::make_unique<RecordingTool>(name, log); };
   };
@@ -36,10 +36,7 @@ void RegisterRecordingTools(std::vector<ToolCall>* log, int* selectsMade) {
   RegisterTool(ToolSlot::Line, factory("line"));
   RegisterTool(ToolSlot::Circle, factory("circle"));
   RegisterTool(ToolSlot::Text, factory("text"));
-  RegisterTool(ToolSlot::Select, [log, selectsMade] {
-    ++*selectsMade;
-    return std::make_unique<RecordingTool>("select", log);
-  });
+  RegisterTool(ToolSlot::Select, factory("select"));
 }
 
 void UnregisterTools() {
@@ -56,7 +53,7 @@ void CanvasTest::SetUp() {
   host_.canvasWidth = kWidth;
   host_.canvasHeight = kHeight;
   View.SetScreen(kWidth, kHeight);
-  RegisterRecordingTools(&log_, &selectsMade_);
+  RegisterRecordingTools(&log_);
   MakeTools();
   Hooks.syntheticMouseMove = SyntheticMouseMove;
   mnuFileNew2D_Click();
@@ -72,17 +69,6 @@ void CanvasTest::TearDown() {
     context_.Destroy();
   }
   DocumentTest::TearDown();
-}
-
-bool CanvasTest::ScreenOf(float x, float y, float z, float& X, float& Y) {
-  return SceneToScreen(x, y, z, X, Y);
-}
-
-std::vector<ToolCall> CanvasTest::Calls(const std::string& tool, const std::string& op) const {
-  std::vector<ToolCall> out;
-  for (const ToolCall& c : log_)
-    if (c.tool == tool && c.op == op) out.push_back(c);
-  return out;
 }
 
 }  // namespace vt::test

@@ -44,9 +44,8 @@ class RecordingTool : public CCommand {
   std::vector<ToolCall>* log_;
 };
 
-// Registers recording tools in all five slots; `selectsMade` counts the
-// select tools made (one per event that needs one).
-void RegisterRecordingTools(std::vector<ToolCall>* log, int* selectsMade);
+// Registers recording tools in all five slots.
+void RegisterRecordingTools(std::vector<ToolCall>* log);
 void UnregisterTools();
 
 class CanvasTest : public DocumentTest {
@@ -56,15 +55,8 @@ class CanvasTest : public DocumentTest {
   void SetUp() override;
   void TearDown() override;
 
-  // The pixel (Y down) where a scene point lands with the current matrices
-  // (modelview of the view times SceneMatrix).
-  bool ScreenOf(float x, float y, float z, float& X, float& Y);
-  // The calls of one tool and operation.
-  std::vector<ToolCall> Calls(const std::string& tool, const std::string& op) const;
-
   OffscreenContext context_;
   std::vector<ToolCall> log_;
-  int selectsMade_ = 0;
 };
 
 }  // namespace vt::test

@@ -1,12 +1,10 @@
-// The command surface as data (menu tree, toolbars, command names), the
-// frame's commands with their states, copy as bitmap, hide and show. The
+// The frame's commands with their states, copy as bitmap, hide and show. The
 // window's own menus and buttons, printing and help are walked by the GUI
 // test.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
-#include <set>
 
 #include "app_fixture.h"
 #include "document/command_table.h"
@@ -16,45 +14,6 @@
 
 namespace vt::test {
 namespace {
-
-// The menu bar's items (context menus have a Popup at the top).
-bool IsMainMenuItem(const MenuItemDef& m) {
-  if (m.role != MenuRole::Item) return false;
-  const MenuItemDef* p = FindMenuItem(m.parent);
-  while (p && *p->parent) p = FindMenuItem(p->parent);
-  return p && p->role == MenuRole::Menu;
-}
-
-// What the window builds its menus and buttons from must hang together: each
-// item under a menu listed before it, and each handler named by a command
-// name, the canvas's context menu, a toolbar button or a drop-down one of the menu bar's,
-// under the menu the command name says.
-TEST(MenuTableTest, CommandNamesButtonsAndContextMenusReachMenuBarHandlers) {
-  std::set<std::string> names, main;
-  for (const MenuItemDef& m : MenuTable()) {
-    EXPECT_TRUE(names.insert(m.name).second) << "twice: " << m.name;
-    if (*m.parent) {
-      EXPECT_TRUE(names.count(m.parent)) << m.name << " comes before its menu";
-    }
-    if (IsMainMenuItem(m)) main.insert(m.handler);
-  }
-  for (const MenuItemDef& m : MenuTable()) {
-    if (m.role == MenuRole::Item && std::string(m.parent) == "GraphEdit") {
-      EXPECT_TRUE(main.count(m.handler)) << m.name;
-    }
-  }
-  for (const ToolbarButtonDef& b : ToolbarTable()) EXPECT_TRUE(main.count(b.handler)) << b.handler;
-  for (const DropDownDef& d : DropDownTable()) EXPECT_TRUE(main.count(d.handler)) << d.key;
-  std::set<std::string> commands;
-  for (const CommandNameDef& c : CommandTable()) {
-    EXPECT_TRUE(commands.insert(c.command).second) << "twice: " << c.command;
-    ASSERT_TRUE(main.count(c.handler)) << c.command << " -> " << c.handler;
-    const MenuItemDef* top = FindMenuItem(c.handler);
-    while (*top->parent) top = FindMenuItem(top->parent);
-    EXPECT_EQ(std::string(c.command).substr(0, std::string(c.command).find('-')), top->caption) << c.command;
-  }
-  EXPECT_EQ(CommandHandler("edit-copy"), nullptr);
-}
 
 class HandlerTest : public DocumentTest {
  protected:
@@ -89,8 +48,7 @@ TEST_F(HandlerTest, FrameCommandsWireUndoTogglesAndToolsWithTheirStates) {
   // Tool commands wait for their tools.
   EXPECT_FALSE(HandlerEnabled("mnuDrawSeg"));
   std::vector<ToolCall> log;
-  int made = 0;
-  RegisterRecordingTools(&log, &made);
+  RegisterRecordingTools(&log);
   EXPECT_TRUE(HandlerEnabled("mnuDrawSeg"));
   EXPECT_TRUE(DoCommand("Draw-Segment"));
   EXPECT_TRUE(HandlerChecked("mnuDrawSeg"));

@@ -103,44 +103,11 @@ TEST_F(ButtonsTest, AScrollButtonOverThreeObjectsShowsOneTwoThreeThenNone) {
   EXPECT_EQ(shown(), (std::vector<bool>{true, false, false}));
 }
 
-TEST_F(ButtonsTest, TheGripSelectsAndMovesTheButtonAndClicksNothing) {
-  Position* p = Free(1, 1);
-  CButton* b = Make(1, {p->ID});
-  {
-    CSelect s;
-    Press(s, Face());
-  }
-  EXPECT_FALSE(IsSelected(b->ID));  // the face does not select
-  PressRelease(Face(), Pct(40, 80));
-  // The grip selects and moves the button, and clicks nothing.
-  PressRelease(Pct(10.4f, 52), Pct(20.4f, 42));
-  EXPECT_TRUE(IsSelected(b->ID));
-  EXPECT_FLOAT_EQ(b->PosX, 20);
-  EXPECT_FLOAT_EQ(b->PosY, 40);
-  EXPECT_FALSE(p->Hide);
-}
-
-TEST_F(ButtonsTest, ACommandButtonRunsItsCommandsInOrderAndUndoRestores) {
-  Position* a = Free(0, 0);
-  Position* b = Free(4, 0);
-  Segment(a, b);
-  Make(5, {"Edit-Select All", "Edit-Delete"});
-  const int before = DocumentObjectCount();
-  ASSERT_EQ(before, 4);
-  PressFace();
-  EXPECT_EQ(DocumentObjectCount(), 0);
-  RunHandler("mnuFUndo");
-  EXPECT_EQ(DocumentObjectCount(), before);
-  EXPECT_EQ(Doc.Buttons.count(), 1);
-  // An unknown name is passed over.
-  Doc.Buttons.Item(1)->ObjIDs = {"No-Such Command", "Edit-Select All"};
-  Doc.Buttons.Item(1)->Click();
-  EXPECT_EQ(DocumentObjectCount(), before);
-  EXPECT_EQ(Sel.Points.count(), 2);
-
-  // Delete All and Save: the save is asked for, and No keeps the file.
+TEST_F(ButtonsTest, ACommandButtonThatDeletesAllAndSavesAsksBeforeWriting) {
+  Segment(Free(0, 0), Free(4, 0));
+  Make(5, {"Edit-Delete All", "File-Save"});
+  // The save is asked for, and No keeps the file.
   TempDir dir;
-  Doc.Buttons.Item(1)->ObjIDs = {"Edit-Delete All", "File-Save"};
   ASSERT_TRUE(SaveDocumentAs(dir.path("kept.vtd")));
   const size_t asked = host_.messages.size();
   host_.msgAnswers.push_back(MsgResult::No);

@@ -1,7 +1,6 @@
 // The constructions that ask for numbers: what they build stands where it
 // should and follows its base. Their refusals of bad selections and bad
 // numbers are walked through the dialogs by the GUI constructions test.
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -35,63 +34,16 @@ class PromptTest : public ToolTest {
   }
 };
 
-TEST_F(PromptTest, DivisionPointsOnTwoPointsFollowTheirEnds) {
-  Position* a = Free(0, 0, "A");
-  Position* b = Free(6, 3, "B");
-  Select({a, b});
-  ASSERT_EQ(DivisionChoices().front(), "3");
-  ASSERT_EQ(DivisionChoices().back(), "10");
-  ASSERT_TRUE(EquidistantPointsOK(3));
-  ASSERT_EQ(Doc.Points.count(), 4);
-  Position* p1 = Doc.Points.Item(3);
-  Position* p2 = Doc.Points.Item(4);
-  EXPECT_EQ(p1->ptype, 9);
-  EXPECT_EQ(p1->Para1, 3);
-  EXPECT_EQ(p1->Pos, 1);
-  EXPECT_EQ(p2->Pos, 2);
-  EXPECT_EQ(p1->LKID, a->ID);
-  EXPECT_EQ(p1->LKID2, b->ID);
-  ExpectAt(p1, 2, 1);
-  ExpectAt(p2, 4, 2);
-  DeselectAll();
-  Drag(6, 3, 9, 0);
-  ExpectAt(p1, 3, 0, 1e-3f);
-  ExpectAt(p2, 6, 0, 1e-3f);
-}
-
-TEST_F(PromptTest, DivisionPointsOnASegmentACircleAndAnArcAreStructurePoints) {
-  Position* a = Free(0, 0, "A");
-  Position* b = Free(8, 0, "B");
-  CLine* l = Segment(a, b);
-  Select({l});
-  ASSERT_TRUE(EquidistantPointsOK(4));
-  EXPECT_EQ(l->StruPNum(), 3);
-  ExpectAt(Doc.Points.Item(3), 2, 0);
-  ExpectAt(Doc.Points.Item(5), 6, 0);
-  DeselectAll();
-  Drag(8, 0, 8, 8);
-  ExpectAt(Doc.Points.Item(4), 4, 4, 1e-3f);
-  DeselectAll();
-
-  Position* c = Free(20, 0, "C");
-  Position* r = Free(22, 0, "D");
-  CCircle* circle = Circle(c, r);
+TEST_F(PromptTest, DivisionPointsOnAFullCarrierAreRefused) {
+  CCircle* circle = Circle(Free(20, 0, "C"), Free(22, 0, "D"));
   Select({circle});
-  const int before = Doc.Points.count();
-  ASSERT_TRUE(EquidistantPointsOK(4));
-  ASSERT_EQ(Doc.Points.count(), before + 3);
-  // With the rim point they cut the circle in four quarters.
-  ExpectAt(Doc.Points.Item(before + 1), 20, 2, 2e-3f);
-  ExpectAt(Doc.Points.Item(before + 2), 18, 0, 2e-3f);
-  ExpectAt(Doc.Points.Item(before + 3), 20, -2, 2e-3f);
-  for (int i = 1; i <= 3; ++i) EXPECT_EQ(Doc.Points.Item(before + i)->Pos, i);
   const int undo = UndoCount;
   // A full carrier refuses: 30 points at most.
-  for (int k = 0; k < 3; ++k) ASSERT_TRUE(EquidistantPointsOK(10));
+  for (int parts : {4, 10, 10, 10}) ASSERT_TRUE(EquidistantPointsOK(parts));
   EXPECT_EQ(circle->StruPNum(), 30);
   EXPECT_FALSE(EquidistantPointsOK(3));
   EXPECT_EQ(circle->StruPNum(), 30);
-  EXPECT_EQ(UndoCount, undo + 3);
+  EXPECT_EQ(UndoCount, undo + 4);
 }
 
 TEST_F(PromptTest, EpitaxialAndInterpolatedPointsFollowTheirBase) {
@@ -142,37 +94,6 @@ TEST_F(PromptTest, DirectedExtensionPointIsTurnedAndFollowsItsBase) {
   DeselectAll();
   Drag(2, 0, 4, 0);
   ExpectAt(p, 4, 3, 2e-3f);
-}
-
-TEST_F(PromptTest, CirclesOfAGivenRadiusAndAboutAnAxis) {
-  Position* c = Free(1, 1, "C");
-  Select({c});
-  CircleRadiusForm f;
-  f.radius = 2.5f;
-  ASSERT_TRUE(CircleRadiusOK(f));
-  CCircle* circle = Doc.Circles.Item(1);
-  DeselectAll();
-  Drag(1, 1, 3, -1);
-  EXPECT_NEAR(circle->Centre().x, 3, 1e-3f);
-  EXPECT_NEAR(circle->Centre().y, -1, 1e-3f);
-  EXPECT_EQ(circle->Radius(), 2.5f);
-  DeselectAll();
-
-  // About an axis: the circle lies in the plane normal to the segment.
-  Position* a = Free(10, 0, "A");
-  Position* b = Free(10, 0, "B");
-  b->z = 4;
-  CLine* axis = Segment(a, b);
-  Select({axis});
-  ASSERT_TRUE(Circle3DOK(2));
-  CCircle* s = Doc.Circles.Item(2);
-  EXPECT_EQ(s->CType, 5);
-  EXPECT_EQ(s->LKID, axis->ID);
-  EXPECT_EQ(s->PCenter.ID, a->ID);
-  for (const Position& q : s->Points()) {
-    EXPECT_NEAR(q.z, 0, 1e-3f);
-    EXPECT_NEAR(DistanceBetween(q, *a), 2, 1e-3f);
-  }
 }
 
 }  // namespace

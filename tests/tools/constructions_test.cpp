@@ -44,14 +44,7 @@ TEST_F(ConstructionTest, WrongSelectionGivesTheMessageAndChangesNothing) {
   }
 }
 
-TEST_F(ConstructionTest, CollinearPointsAreRefusedByTheThreePointCircle) {
-  Select({Free(0, 0), Free(1, 1), Free(3, 3)});
-  mnuDraw3PC_Click();
-  EXPECT_EQ(host_.LastMessage(), kMsgNotCollinear);
-  EXPECT_EQ(Doc.Circles.count(), 0);
-}
-
-TEST_F(ConstructionTest, SelectionOrderGivesTheBisectorVertexAndTheArcCentre) {
+TEST_F(ConstructionTest, SelectionOrderGivesTheBisectorVertex) {
   Position* a = Free(4, 0);
   Position* v = Free(0, 0);
   Position* b = Free(0, 4);
@@ -60,10 +53,6 @@ TEST_F(ConstructionTest, SelectionOrderGivesTheBisectorVertexAndTheArcCentre) {
   ASSERT_EQ(Doc.Lines.count(), 1);
   EXPECT_EQ(Doc.Lines.Item(1)->pBegin.ID, v->ID);
   EXPECT_EQ(Doc.Lines.Item(1)->LType, 4);
-  mnuDrawArc1_Click();
-  ASSERT_EQ(Doc.Arcs.count(), 1);
-  EXPECT_EQ(Doc.Arcs.Item(1)->PCenter.ID, v->ID);
-  EXPECT_EQ(Doc.Arcs.Item(1)->AType, 1);
 }
 
 TEST_F(ConstructionTest, LengthNoteFollowsADragAndKeepsItsTextWhenTheSegmentGoes) {

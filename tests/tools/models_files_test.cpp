@@ -289,19 +289,6 @@ INSTANTIATE_TEST_SUITE_P(Models, EachModel, ::testing::ValuesIn(ModelFiles()),
                            return info.param.substr(0, info.param.size() - 4);
                          });
 
-TEST_F(ModelFilesTest, ModelsMergeIntoADocumentThatAlreadyHasPoints) {
-  Position* x = Free(5, 5);
-  x->PLabel = "Q";
-  LastPointLabel = "Q";
-  const long before = NextObjectNumber;
-  const Copy c = Merge("Square.vtd");
-  EXPECT_EQ(c.P(1)->PLabel, "R");
-  EXPECT_EQ(c.P(4)->PLabel, "U");
-  EXPECT_GT(IdNumber(c.P(1)->ID), before);
-  EXPECT_EQ(FindPoint(x->ID), x);
-  ExpectShape("Square.vtd", c, "merged after Q");
-}
-
 // The committed models and start document are what the generator writes.
 TEST_F(ModelFilesTest, WritesTheFilesAndSaysWhenItCannot) {
   std::string start;

@@ -144,20 +144,6 @@ TEST_F(PropagationTest, IntersectionsKeepTheirPlaceWithoutASolutionAndComeBack) 
   EXPECT_EQ(r1->x, kept1);
   EXPECT_EQ(r2->x, kept2);
 
-  // Tangent points from an outside point.
-  Position* p = Free(10, 0);
-  Position* t1 = Derived(5, p->ID, circle->ID, 1);
-  Position* t2 = Derived(5, p->ID, circle->ID, 2);
-  RefreshPass();
-  EXPECT_NEAR(t1->x, 2.5f, 1e-3);
-  EXPECT_NEAR(t2->x, 2.5f, 1e-3);
-  EXPECT_NEAR(std::fabs(t1->y), std::sqrt(25 - 6.25f), 1e-3);
-  EXPECT_NEAR(t1->y, -t2->y, 1e-3);
-  // The point inside: no tangents, both stay.
-  Shift(p, -9, 0);
-  const float ty = t1->y;
-  RefreshPass();
-  EXPECT_EQ(t1->y, ty);
 }
 
 TEST_F(PropagationTest, TheBisectorOfRaysMoreThanHalfATurnApartUsesTheShortTurn) {

@@ -1,9 +1,6 @@
-// The select tool: what a press selects, what a drag moves and how the
-// construction follows, hover highlighting, the selection commands, and the
-// bound of a drag.
+// The select tool: what a press takes, points that stay on their carrier,
+// and the bound of a drag.
 #include <gtest/gtest.h>
-
-#include <cmath>
 
 #include "document/command_table.h"
 #include "document/document.h"
@@ -25,51 +22,6 @@ class SelectTest : public ToolTest {
   // A press and release at (x, y) without a move.
   void ClickSelect(float x, float y) { Drag(x, y, x, y, 0); }
 };
-
-TEST_F(SelectTest, DraggingAFreeEndCarriesTheSegmentItsMidpointAndItsPoints) {
-  Position* a = Free(0, 0, "A");
-  Position* b = Free(4, 0, "B");
-  CLine* seg = Segment(a, b);
-  Position* mid = Midpoint(a, b);
-  Position* on = MakePointOn(*seg, Position(1, 0.5f, 0));
-  const int undo = UndoCount;
-
-  Drag(0, 0, 2, 2);
-  ExpectAt(a, 2, 2);
-  ExpectAt(&seg->pBegin, 2, 2);
-  ExpectAt(&seg->pEnd, 4, 0);
-  ExpectAt(mid, 3, 1);
-  ExpectAt(on, 2.5f, 1.5f);  // a quarter of the way, as before
-  EXPECT_TRUE(IsSelectedPoint(*a));
-  EXPECT_EQ(UndoCount, undo + 1);
-  EXPECT_FALSE(RubberBandOn);
-  EXPECT_FALSE(SelectPressed);
-}
-
-TEST_F(SelectTest, DraggingASegmentMovesItsFreeEndsAndNothingWhenTheyAreConstructed) {
-  Position* a = Free(0, 0);
-  Position* b = Free(4, 0);
-  Position* c = Free(0, 4);
-  Position* m1 = Midpoint(a, b);
-  Position* m2 = Midpoint(a, c);
-  CLine* between = Segment(m1, m2);
-  Drag(1, 1, 3, 3);
-  EXPECT_TRUE(IsSelectedLine(*between));
-  ExpectAt(m1, 2, 0);
-  ExpectAt(m2, 0, 2);
-  ExpectAt(&between->pBegin, 2, 0);
-
-  Position* p = Free(-6, -6);
-  Position* q = Free(-2, -6);
-  CLine* free = Segment(p, q);
-  Drag(-4, -6, -3, -4);
-  EXPECT_TRUE(IsSelectedLine(*free));
-  ExpectAt(p, -5, -4);
-  ExpectAt(q, -1, -4);
-  // The first segment, still selected, went along with the whole selection,
-  // and still moved nothing.
-  ExpectAt(m1, 2, 0);
-}
 
 TEST_F(SelectTest, APointOnASegmentStaysOnItAndOnALineKeepsItsSide) {
   Position* a = Free(0, 0);
@@ -110,30 +62,6 @@ TEST_F(SelectTest, APointOnASegmentStaysOnItAndOnALineKeepsItsSide) {
   ExpectAt(t, -4, 5);
 }
 
-TEST_F(SelectTest, APressOnASelectedRegionDeselectsItWhileASelectedLineStaysSelected) {
-  Position* c1 = Free(0, 0);
-  Position* c2 = Free(2, 0);
-  Position* c3 = Free(2, 2);
-  CRegion* tri = Region({c1, c2, c3});
-  CLine* l = Segment(Free(-5, -5), Free(-1, -5));
-  ClickSelect(1.5f, 0.5f);
-  ASSERT_TRUE(IsSelectedRegion(*tri));
-  ClickSelect(-3, -5);
-  EXPECT_TRUE(IsSelectedLine(*l));
-  EXPECT_TRUE(IsSelectedRegion(*tri));  // selection adds up
-
-  ClickSelect(1.5f, 0.5f);
-  EXPECT_FALSE(IsSelectedRegion(*tri));
-  ClickSelect(-3, -5);
-  EXPECT_TRUE(IsSelectedLine(*l));
-
-  // A press on empty canvas clears everything, with no move.
-  ClickSelect(8, 8);
-  EXPECT_FALSE(IsSelectedLine(*l));
-  EXPECT_EQ(Sel.Points.count() + Sel.Lines.count() + Sel.Regions.count(), 0);
-  EXPECT_FALSE(DragMoved);
-}
-
 TEST_F(SelectTest, APointWinsOverTheLineItLiesOnAndALineUnderItsEndIsNotTaken) {
   Position* a = Free(0, 0);
   Position* b = Free(4, 0);
@@ -150,64 +78,6 @@ TEST_F(SelectTest, APointWinsOverTheLineItLiesOnAndALineUnderItsEndIsNotTaken) {
   EXPECT_FALSE(IsSelectedPoint(*b));
   ClickSelect(3, 0);
   EXPECT_TRUE(IsSelectedLine(*l));
-}
-
-TEST_F(SelectTest, ASelectionMovesAsOneBodyInThePlaneAndOnlyThePickedPointInSpace) {
-  Position* a = Free(0, 0);
-  Position* b = Free(3, 0);
-  a->z = b->z = 1;
-  CLine* l = Segment(a, b);
-  SelectObject(*a);
-  SelectObject(*b);
-  Drag(0, 0, 1, 2);
-  ExpectAt(a, 1, 2);
-  ExpectAt(b, 4, 2);
-
-  SceneMode = 3;
-  DragSlanted(Position(1, 2, 1), Position(2, 4, 1));
-  ExpectAt(a, 2, 4);
-  EXPECT_FLOAT_EQ(a->z, 1);  // in its horizontal plane
-  ExpectAt(b, 4, 2);
-  EXPECT_EQ(PickedPointID, a->ID);
-  ExpectAt(&l->pBegin, 2, 4);
-  // A selected segment alone moves nothing in space.
-  SelectKind(18);
-  DragSlanted(Position(3, 3, 1), Position(5, 5, 1));
-  EXPECT_TRUE(IsSelectedLine(*l));
-  ExpectAt(a, 2, 4);
-  ExpectAt(b, 4, 2);
-}
-
-TEST_F(SelectTest, TheIntersectionOfTwoCirclesFollowsADragAndWaitsWhileTheyAreApart) {
-  CCircle* c1 = Circle(Free(0, 0), Free(2, 0));
-  Position* o2 = Free(3, 0);
-  CCircle* c2 = Circle(o2, Free(5, 0));
-  Position* x1 = Derived(4, c1->ID, c2->ID, 1);
-  Position* x2 = Derived(4, c1->ID, c2->ID, 2);
-  RefreshPass();
-  EXPECT_NEAR(x1->x, 1.5f, 1e-4);
-  EXPECT_NEAR(std::fabs(x1->y), std::sqrt(4 - 2.25f), 1e-4);
-  EXPECT_NEAR(x2->y, -x1->y, 1e-4);
-
-  // The second circle, taken by its rim, moves as a whole.
-  Drag(3, 2, 3.5f, 2);
-  EXPECT_TRUE(IsSelectedCircle(*c2));
-  ExpectAt(o2, 3.5f, 0);
-  EXPECT_NEAR(x1->x, 1.75f, 1e-4);
-  const float y1 = x1->y, y2 = x2->y;
-  EXPECT_NEAR(std::fabs(y1), std::sqrt(4 - 1.75f * 1.75f), 1e-4);
-
-  Drag(3.5f, 2, 6, 2);  // apart from the first step on
-  ExpectAt(o2, 6, 0);
-  EXPECT_EQ(x1->x, 1.75f);
-  EXPECT_EQ(x1->y, y1);
-  EXPECT_EQ(x2->y, y2);
-
-  Drag(6, 2, 2, 2);  // back, crossing again
-  ExpectAt(o2, 2, 0);
-  EXPECT_NEAR(x1->x, 1, 1e-4);
-  EXPECT_NEAR(std::fabs(x1->y), std::sqrt(3.0f), 1e-4);
-  EXPECT_NEAR(x2->y, -x1->y, 1e-4);
 }
 
 TEST_F(SelectTest, ADragOfMoreThanFiveHundredPointsEndsWithAMessageAndMovesNothing) {
