@@ -195,56 +195,7 @@ TEST_F(FunCurveTest, ContourLinesCloseEndOnTheBorderAndStopAtHoles) {
   EXPECT_NEAR(plane[0], 2.0f, 1e-4f);
 }
 
-TEST_F(FunCurveTest, PointFieldDensitySwitchesAtArea300) {
-  auto c = MakeCurve(4, 1, "", "x+y-100", 20, "0", "15", 0, 21);
-  ASSERT_TRUE(c->ComputeField());
-  EXPECT_EQ(c->FieldDensity(), 3);  // 315
-  EXPECT_EQ(c->FieldPoints().size() / 2, 46u * 64u);
-  c->MaxV = 20;
-  ASSERT_TRUE(c->ComputeField());
-  EXPECT_EQ(c->FieldDensity(), 20);  // 300
-  EXPECT_EQ(c->FieldPoints().size() / 2, 301u * 401u);
-  // Only where the inequality holds; the box follows the points.
-  auto disc = MakeCurve(4, 1, "", "x^2+y^2-1", 20, "-2", "2", -2, 2);
-  ASSERT_TRUE(disc->ComputeField());
-  for (size_t k = 0; k + 1 < disc->FieldPoints().size(); k += 2)
-    EXPECT_LE(std::hypot(disc->FieldPoints()[k], disc->FieldPoints()[k + 1]), 1 + 1e-5);
-  EXPECT_TRUE(disc->MinX == -1 && disc->MaxY == 1);
-  // Polar: a over a full turn, r from 0 to 1: the unit disc.
-  auto polar = MakeCurve(4, 2, "", "r-1", 20, "0", "6.2832", 0, 1);
-  ASSERT_TRUE(polar->ComputeField());
-  EXPECT_EQ(polar->FieldDensity(), 20);
-  EXPECT_NEAR(polar->MaxX, 1, 1e-5);
-}
-
 // ---- box, pick, dependent objects --------------------------------------------------------
-
-TEST_F(FunCurveTest, PickFollowsTheChords) {
-  auto c = MakeGraph("x^2", 40, "-2", "2");
-  ASSERT_TRUE(c->GetPoints());
-  // A ray along z through (x, y).
-  auto ray = [](CFunCurve& k, float x, float y) { return k.Pick(Position(x, y, 0), Position(x, y, -50), Position(x, y, 50)); };
-  EXPECT_TRUE(ray(*c, 1, 1));
-  EXPECT_TRUE(ray(*c, 1.5f, 2.3f));
-  EXPECT_FALSE(ray(*c, 1, 1.5f));
-  EXPECT_FALSE(ray(*c, 3, 9));  // beyond the range
-  c->Hide = true;
-  EXPECT_FALSE(ray(*c, 1, 1));
-
-  auto imp = MakeCurve(1, 1, "", "x^2+y^2-4", 20, "-5", "5");
-  EXPECT_FALSE(ray(*imp, 2, 0));  // nothing traced yet
-  ASSERT_TRUE(imp->TraceImplicit());
-  EXPECT_TRUE(ray(*imp, 2, 0));
-  EXPECT_FALSE(ray(*imp, 0, 0));
-
-  auto field = MakeCurve(4, 1, "", "x^2+y^2-1", 20, "-2", "2", -2, 2);
-  EXPECT_TRUE(ray(*field, 0.2f, 0.3f));
-  EXPECT_FALSE(ray(*field, 1.5f, 0));
-  // A broken field says so once, not at every pass of the mouse.
-  field->ExpressY = "x^2+";
-  for (int i = 0; i < 3; ++i) EXPECT_FALSE(ray(*field, 0, 0));
-  EXPECT_EQ(host_.messages.size(), 1u);
-}
 
 TEST_F(FunCurveTest, PointsAndCrossingsWithALine) {
   // Points gives 51 samples and leaves the curve's own alone.

@@ -29,17 +29,6 @@ std::string WriteRaw(const TempDir& dir, const std::string& name, const std::str
   return path;
 }
 
-// Whole-document round trips are the property test's; here the reader's own
-// rules: only exactly 1 snaps, and older builds left the scene field out for a
-// document with no scene.
-TEST_F(DocumentTest, OpeningSetsSceneAndToggles) {
-  EXPECT_TRUE(OpenDocumentText("GL Ver3.00 2 1 0 2 1;;"));
-  EXPECT_TRUE(SceneMode == 3 && !SnapToGrid && ViewGraph.RotRoll == 111);
-  SceneMode = 3;
-  EXPECT_TRUE(OpenDocumentText("GL Ver3.00 0 0 1 1;;"));
-  EXPECT_TRUE(SceneMode == 1 && ViewGraph.RotRoll == 0 && SnapToGrid && ShowCoordLines);
-}
-
 // ---- reading -------------------------------------------------------------------------
 
 TEST_F(DocumentTest, NextNumberFollowsTheHighestRecord) {

@@ -50,50 +50,6 @@ TEST_F(FrameTest, OneSceneListIsAliveAtATimeAndABusyViewDrawsNothing) {
   EXPECT_TRUE(Near(At(0.33f, 0.27f), 255, 0, 0, 10));
 }
 
-TEST_F(FrameTest, RubberBandIsDottedAndDrawnAboveEverything) {
-  SetCanvas(kW, kH, 4);
-  AddPoint(0, 0)->Size = 9;  // red disc of radius 0.3: 9 pixels
-  double wx, wy;
-  Frame();
-  ASSERT_TRUE(WindowOf(0, 0, 0, wx, wy));
-  // A band whose top edge runs through the middle of the disc.
-  RubberBandOn = true;
-  DragAnchorX = static_cast<float>(wx) - 30, DragAnchorY = static_cast<float>(kH - wy);
-  DragCurrentX = static_cast<float>(wx) + 30, DragCurrentY = static_cast<float>(kH - wy) + 20;
-  // Black and red pixels across the disc in the row of the band's top edge
-  // (the darker of the two rows next to it).
-  auto count = [&](int row) {
-    std::pair<int, int> n{0, 0};
-    for (int x = static_cast<int>(wx) - 5; x <= static_cast<int>(wx) + 5; ++x) {
-      const Rgb c = Pixel(x, row);
-      n.first += IsDark(c) && !Near(c, 255, 0, 0, 60);
-      n.second += Near(c, 255, 0, 0, 10);
-    }
-    return n;
-  };
-  Frame();
-  const int base = static_cast<int>(std::lround(wy));
-  const int row = count(base - 1).first > count(base).first ? base - 1 : base;
-  EXPECT_GE(count(row).first, 4) << "the band is hidden by the point";
-  EXPECT_GE(count(row).second, 3) << "the band is not dotted";
-  LabelsOverlay = false;
-  Frame();
-  EXPECT_EQ(count(row), std::make_pair(0, 11));
-}
-
-TEST_F(FrameTest, OverlayTextsShowOnlyWithLabelsOverlay) {
-  auto text = std::make_unique<OverlayText>();
-  text->ID = "TT0001", text->PosX = 10, text->PosY = 20;
-  Doc.Texts.Add(std::move(text), "TT0001");
-  Frame();
-  // 10 % and 20 % of the canvas, y up: the text starts at pixel (16, 24).
-  EXPECT_GT(DarkPixels(16, 24, 50, 36), 5);
-  EXPECT_EQ(DarkPixels(60, 60, kW - 1, kH - 1), 0);
-  LabelsOverlay = false;
-  Frame();
-  EXPECT_EQ(DarkPixels(0, 0, kW - 1, kH - 1), 0);
-}
-
 TEST_F(FrameTest, GridIsOchreAndLeavesTheAxesAlone) {
   ShowAxis = true;
   Frame();
@@ -186,15 +142,6 @@ TEST_F(FrameTest, CoordinateLinesRunFromTheSelectedPointToTheAxes) {
   EXPECT_EQ(DarkPixelsAround(1.9f, 0.3f, 2.1f, 2.2f), 0);
 }
 
-TEST_F(FrameTest, ToolCursorPointIsDrawnAfterTheObjects) {
-  AddPoint(-1.03f, -1.03f)->Size = 9;
-  Position cursor(-1.03f, -1.03f, 0);
-  cursor.DrawMode = 4, cursor.Size = 9;
-  ToolCursorPoint = &cursor;
-  Frame();
-  EXPECT_TRUE(Near(At(-1.03f, -1.03f), 0, 255, 0, 10));
-}
-
 TEST_F(FrameTest, RepaintAfterAResizePlacesLabelsForTheNewView) {
   AddPoint(2, 1, 0, "M");
   Frame();
@@ -240,24 +187,6 @@ TEST_F(FrameTest, RayThroughAPointPixelPicksIt) {
     ScreenToRay(X + 5, Y, farPoint, nearPoint);  // half a unit off
     EXPECT_FALSE(p->Pick(scenePoint, farPoint, nearPoint));
   }
-}
-
-TEST_F(FrameTest, GroundTakesTheMouseInSpaceAndShowsNothing) {
-  const float X = 100, Y = 40;
-  Position viewPoint, scenePoint;
-  Frame();  // plane: nothing under the mouse, the far plane answers
-  ScreenToWorld(X, Y, viewPoint, scenePoint);
-  EXPECT_LT(scenePoint.z, -1000);
-  SceneMode = 3;
-  ViewGraph.RotRoll = 111;
-  ViewGraph.RotPitch = -41;
-  ViewGraph.RotYaw = 60;
-  Frame();
-  for (int y = 0; y < kH; ++y)
-    for (int x = 0; x < kW; ++x) ASSERT_TRUE(IsWhite(Pixel(x, y))) << x << ", " << y;
-  ScreenToWorld(X, Y, viewPoint, scenePoint);
-  EXPECT_NEAR(scenePoint.z, 0, 0.05f);
-  EXPECT_LT(std::fabs(scenePoint.x) + std::fabs(scenePoint.y), 30);
 }
 
 // No current context: Initialize says so, and nothing else touches GL.

@@ -87,20 +87,5 @@ TEST_F(PointDrawTest, InSpaceEveryPointIsABallWithItsLabelOffset) {
   EXPECT_GT(DarkPixelsAround(0.3f, 0.3f, 1.0f, 0.9f, 0.3f), 5);
 }
 
-TEST_F(PointDrawTest, BoxSelectionTakesAnyCornerOrderAndAZeroBoxHoldsNothing) {
-  Position* p = Point(1, 1, 1, 2);
-  Frame();
-  // After Display the modelview is the view's, the scene matrix is identity.
-  double wx, wy;
-  ASSERT_TRUE(WindowOf(1, 1, 0, wx, wy));
-  const float cx = static_cast<float>(wx), cy = static_cast<float>(kH - wy);  // canvas pixels, y down
-  const float l = cx - 5, r = cx + 5, t = cy - 5, b = cy + 5;
-  EXPECT_TRUE(p->BoxSel(l, t, r, b) && p->BoxSel(r, b, l, t) && p->BoxSel(l, b, r, t) && p->BoxSel(r, t, l, b));
-  EXPECT_FALSE(p->BoxSel(cx, cy, cx, cy));
-  // A box below the point on the screen misses it: y runs down.
-  EXPECT_FALSE(p->BoxSel(l, cy + 2, r, cy + 12));
-  EXPECT_FALSE(p->BoxSel(cx + 2, t, cx + 12, b));
-}
-
 }  // namespace
 }  // namespace vt
