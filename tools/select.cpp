@@ -80,6 +80,12 @@ bool EndUnderMouse(const CLine& l, const Position& farPoint, const Position& nea
 
 // ---- the press -------------------------------------------------------------------------
 
+// The object a press added to the selection. Clicks gather a selection for
+// the commands; a drag that starts on an object not selected before moves
+// that object alone, so the selection is narrowed to it when the mouse moves.
+DocObject* g_freshPick = nullptr;
+void ClearSelection();
+
 // Step 5: the world objects in their hit order. True when the event is
 // finished (an object was selected).
 bool PressWorld(Position& scenePoint, Position& farPoint, Position& nearPoint) {
@@ -115,6 +121,7 @@ bool PressWorld(Position& scenePoint, Position& farPoint, Position& nearPoint) {
       }
       o->SetDrawMode(2);
       SelectObject(*o);
+      g_freshPick = o;
       return true;
     }
     if (DragMoved) break;
@@ -172,6 +179,7 @@ void Press(Position& scenePoint, float X, float Y, Position& farPoint, Position&
   DragScreenHit = false;
   RubberBandOn = true;
   SelectPressed = true;
+  g_freshPick = nullptr;
   DragPrevDX = DragPrevDY = DragPrevDZ = 0;
   DragStartPos = Position(scenePoint.x, scenePoint.y, 0);
   WorkPlaneStart = DragStartPos;
@@ -407,6 +415,13 @@ void Drag(const Position& scenePoint, float X, float Y, const Position& farPoint
     MoveScreenItems(PctX(X), PctY(Y));
     return;
   }
+  if (g_freshPick && (DX != 0 || DY != 0)) {
+    DocObject* fresh = g_freshPick;
+    g_freshPick = nullptr;
+    ClearSelection();
+    fresh->SetDrawMode(2);
+    SelectObject(*fresh);
+  }
   try {
     DragSelectionTo(DX, DY, Y);
   } catch (const RunTimeError& e) {
@@ -509,6 +524,7 @@ void SelectAllOf(Kind k) {
 // ---- public ------------------------------------------------------------------------------------
 
 void ResetSelectState() {
+  g_freshPick = nullptr;
   ClearHover();
   DragScreenHit = false;
   DragStartPos = Position();

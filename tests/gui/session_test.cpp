@@ -322,6 +322,15 @@ void SessionTest::dragsNeitherBoxSelectNorOutliveAToolChange() {
   QCOMPARE(c->x, cx);
   QCOMPARE(c->y, cy);
   QVERIFY(!RubberBandOn);
+  // Then C dragged: C alone moves, though A was still selected.
+  const float ax0 = a->x, ay0 = a->y;
+  Drag(PixelOf(cx, cy), PixelOf(cx + 1, cy - 2));
+  QVERIFY(std::fabs(c->x - cx - 1) < 0.3f && std::fabs(c->y - cy + 2) < 0.3f);
+  QCOMPARE(a->x, ax0);
+  QCOMPARE(a->y, ay0);
+  QVERIFY(!IsSelected(a->ID) && IsSelected(c->ID));
+  Drag(PixelOf(c->x, c->y), PixelOf(cx, cy));  // back where it was
+  QVERIFY(std::fabs(c->x - cx) < 0.3f && std::fabs(c->y - cy) < 0.3f);
 
   // Another tool and back to the arrow: moving the mouse moves nothing.
   const float ax = a->x, ay = a->y;
