@@ -9,7 +9,6 @@
 
 #include "cli/commands.h"
 #include "document/frame_commands.h"
-#include "render/frame.h"
 #include "render/headless.h"
 #include "render/picture.h"
 #ifdef VANTREL_HAVE_PICTURE_FILE
@@ -61,8 +60,7 @@ int RunRender(const Args& args) {
     auto draw = [&request](OffscreenContext&, std::string& why) {
       mnuFileOpen_Click();  // as File-Open opens it
       if (request.space) mnuFileNew3D_Click();
-      DrawScene();
-      Picture picture;
+      Picture picture;  // the capture compiles the scene itself
       return CapturePicture(picture, why) && WritePictureFile(picture, request.pngPath, 1.0, why);
     };
     ok = RunOnHeadlessDocument(request.documentPath, request.width, request.height, draw, error, &messages);

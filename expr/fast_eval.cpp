@@ -470,27 +470,24 @@ void Cls6::DoEvaluate(const std::string& postfix, bool degrees, const VariableTa
     *sp++ = top;                                     \
     VT_APPLY(OP, l, in->c)                           \
   }
-// None of the inline functions pushes nothing.
-#define VT_FUNCTION_FORMS(F)                                       \
-  F_##F : {                                                        \
-    const FnResult fr = fnbody::Compute(Fn::F, Read(top), degrees); \
-    if (!fr.IsValue()) [[unlikely]] {                              \
-      message = fr.Message();                                      \
-      goto domain;                                                 \
-    }                                                              \
-    top = static_cast<float>(fr.value);                            \
-    VT_NEXT;                                                       \
-  }                                                                \
-  VF_##F : {                                                       \
-    const float x = Read(VT_VAR);                                  \
-    *sp++ = top;                                                   \
-    const FnResult fr = fnbody::Compute(Fn::F, x, degrees);        \
-    if (!fr.IsValue()) [[unlikely]] {                              \
-      message = fr.Message();                                      \
-      goto domain;                                                 \
-    }                                                              \
-    top = static_cast<float>(fr.value);                            \
-    VT_NEXT;                                                       \
+// None of the inline functions pushes nothing. VT_FN_TO_TOP puts F(x) on the
+// top, or leaves for the domain error.
+#define VT_FN_TO_TOP(F, x)                                          \
+  {                                                                 \
+    const FnResult fr = fnbody::Compute(Fn::F, x, degrees);         \
+    if (!fr.IsValue()) [[unlikely]] {                               \
+      message = fr.Message();                                       \
+      goto domain;                                                  \
+    }                                                               \
+    top = static_cast<float>(fr.value);                             \
+    VT_NEXT;                                                        \
+  }
+#define VT_FUNCTION_FORMS(F)        \
+  F_##F : VT_FN_TO_TOP(F, Read(top)) \
+  VF_##F : {                        \
+    const float x = Read(VT_VAR);   \
+    *sp++ = top;                    \
+    VT_FN_TO_TOP(F, x)              \
   }
 
   goto* in->step;
@@ -569,6 +566,7 @@ VarFunc: {
 #undef VT_RIGHT_FORMS
 #undef VT_RIGHT_STEP
 #undef VT_FUNCTION_FORMS
+#undef VT_FN_TO_TOP
 #undef VT_BINARY_FORMS
 #undef VT_APPLY
 #undef VT_VAR

@@ -178,6 +178,34 @@ void BuildAtlas(const std::array<GlyphBits, kBitmapGlyphs>& bits) {
   g_atlas.height = height;
 }
 
+// A glyph as glBitmap takes it: one bit a pixel, rows bottom-up, (w + 7) / 8
+// bytes a row; w and h are 0 for a glyph that only moves the pen.
+struct MonoGlyph {
+  int w = 0, h = 0;
+  float xorig = 0, yorig = 0, advance = 0;
+  std::vector<GLubyte> rows;
+};
+
+bool RenderMonoGlyph(FT_Face f, FT_UInt index, MonoGlyph& out) {
+  if (!index || FT_Load_Glyph(f, index, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO | FT_LOAD_MONOCHROME) != 0) return false;
+  const FT_GlyphSlot g = f->glyph;
+  const FT_Bitmap& bm = g->bitmap;
+  out = MonoGlyph();
+  out.advance = static_cast<float>(g->advance.x) / 64.0f;
+  if (bm.width == 0 || bm.rows == 0 || bm.pixel_mode != FT_PIXEL_MODE_MONO) return true;
+  out.w = static_cast<int>(bm.width);
+  out.h = static_cast<int>(bm.rows);
+  const int rowBytes = (out.w + 7) / 8;
+  out.rows.assign(static_cast<size_t>(rowBytes) * static_cast<size_t>(out.h), 0);
+  // FreeType's rows run top-down, glBitmap's bottom-up.
+  for (int r = 0; r < out.h; ++r)
+    std::copy_n(bm.buffer + static_cast<ptrdiff_t>(r) * bm.pitch, rowBytes,
+                out.rows.data() + static_cast<size_t>(out.h - 1 - r) * rowBytes);
+  out.xorig = static_cast<float>(-g->bitmap_left);
+  out.yorig = static_cast<float>(out.h - g->bitmap_top);
+  return true;
+}
+
 bool BuildBitmapFont(GLuint& base) {
   FaceFile file;
   FreeTypeFace face;
@@ -191,44 +219,27 @@ bool BuildBitmapFont(GLuint& base) {
   glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
   g_atlas = GlyphAtlas();
   std::array<GlyphBits, kBitmapGlyphs> bits;
-  std::vector<GLubyte> rows;
   for (int c = 0; c < kBitmapGlyphs; ++c) {
     glNewList(base + static_cast<GLuint>(c), GL_COMPILE);
     AtlasGlyph& ag = g_atlas.glyphs[static_cast<size_t>(c)];
-    FT_UInt glyph = c >= 32 ? FT_Get_Char_Index(f, static_cast<FT_ULong>(c)) : 0;
-    if (glyph && FT_Load_Glyph(f, glyph, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO | FT_LOAD_MONOCHROME) == 0) {
-      const FT_GlyphSlot g = f->glyph;
-      const FT_Bitmap& bm = g->bitmap;
-      const float advance = static_cast<float>(g->advance.x) / 64.0f;
+    MonoGlyph m;
+    if (c >= 32 && RenderMonoGlyph(f, FT_Get_Char_Index(f, static_cast<FT_ULong>(c)), m)) {
       ag.defined = true;
-      ag.advance = advance;
-      if (bm.width > 0 && bm.rows > 0 && bm.pixel_mode == FT_PIXEL_MODE_MONO) {
-        const int width = static_cast<int>(bm.width);
-        const int rowBytes = (width + 7) / 8;
-        const int height = static_cast<int>(bm.rows);
-        rows.assign(static_cast<size_t>(rowBytes) * static_cast<size_t>(height), 0);
-        GlyphBits& gb = bits[static_cast<size_t>(c)];
-        gb.w = width;
-        gb.h = height;
-        gb.alpha.assign(static_cast<size_t>(width) * static_cast<size_t>(height), 0);
-        // FreeType's rows run top-down, glBitmap's bottom-up.
-        for (int r = 0; r < height; ++r) {
-          const unsigned char* src = bm.buffer + static_cast<ptrdiff_t>(r) * bm.pitch;
-          const size_t up = static_cast<size_t>(height - 1 - r);
-          GLubyte* dst = rows.data() + up * static_cast<size_t>(rowBytes);
-          for (int k = 0; k < rowBytes; ++k) dst[k] = src[k];
-          for (int k = 0; k < width; ++k) {
-            if (src[k / 8] & (0x80 >> (k % 8))) gb.alpha[up * static_cast<size_t>(width) + static_cast<size_t>(k)] = 255;
-          }
-        }
-        ag.w = width;
-        ag.h = height;
-        ag.xorig = static_cast<float>(-g->bitmap_left);
-        ag.yorig = static_cast<float>(height - g->bitmap_top);
-        glBitmap(width, height, ag.xorig, ag.yorig, advance, 0.0f, rows.data());
-      } else {
-        glBitmap(0, 0, 0.0f, 0.0f, advance, 0.0f, nullptr);
-      }
+      ag.advance = m.advance;
+      ag.w = m.w;
+      ag.h = m.h;
+      ag.xorig = m.xorig;
+      ag.yorig = m.yorig;
+      GlyphBits& gb = bits[static_cast<size_t>(c)];
+      gb.w = m.w;
+      gb.h = m.h;
+      gb.alpha.assign(static_cast<size_t>(m.w) * static_cast<size_t>(m.h), 0);
+      const size_t rowBytes = static_cast<size_t>((m.w + 7) / 8);
+      for (int r = 0; r < m.h; ++r)
+        for (int k = 0; k < m.w; ++k)
+          if (m.rows[static_cast<size_t>(r) * rowBytes + static_cast<size_t>(k / 8)] & (0x80 >> (k % 8)))
+            gb.alpha[static_cast<size_t>(r) * static_cast<size_t>(m.w) + static_cast<size_t>(k)] = 255;
+      glBitmap(m.w, m.h, m.xorig, m.yorig, m.advance, 0.0f, m.w ? m.rows.data() : nullptr);
     }
     glEndList();
   }
@@ -240,14 +251,8 @@ bool BuildBitmapFont(GLuint& base) {
 // Characters beyond ASCII: rendered on first use from the same face at the
 // same size (or from DejaVu Sans when that face lacks them) and kept on the
 // CPU, so that they can be written into whatever list is being compiled.
-struct ExtraGlyph {
-  int w = 0, h = 0;
-  float xorig = 0, yorig = 0, advance = 0;
-  std::vector<GLubyte> rows;  // bottom-up, (w + 7) / 8 bytes a row
-};
-
-const ExtraGlyph* ExtraGlyphFor(unsigned cp) {
-  static std::map<unsigned, std::unique_ptr<ExtraGlyph>> cache;
+const MonoGlyph* ExtraGlyphFor(unsigned cp) {
+  static std::map<unsigned, std::unique_ptr<MonoGlyph>> cache;
   static FreeTypeFace primary, fallback;
   static bool opened = false, havePrimary = false, haveFallback = false;
   if (!opened) {
@@ -259,37 +264,21 @@ const ExtraGlyph* ExtraGlyphFor(unsigned cp) {
   }
   auto it = cache.find(cp);
   if (it != cache.end()) return it->second.get();
-  std::unique_ptr<ExtraGlyph> glyph;
+  std::unique_ptr<MonoGlyph> glyph;
   for (int pass = 0; pass < 2 && !glyph; ++pass) {
     if (!(pass == 0 ? havePrimary : haveFallback)) continue;
     FT_Face f = pass == 0 ? primary.get() : fallback.get();
-    const FT_UInt index = FT_Get_Char_Index(f, static_cast<FT_ULong>(cp));
-    if (!index || FT_Load_Glyph(f, index, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO | FT_LOAD_MONOCHROME) != 0) continue;
-    const FT_GlyphSlot g = f->glyph;
-    const FT_Bitmap& bm = g->bitmap;
-    glyph = std::make_unique<ExtraGlyph>();
-    glyph->advance = static_cast<float>(g->advance.x) / 64.0f;
-    if (bm.width > 0 && bm.rows > 0 && bm.pixel_mode == FT_PIXEL_MODE_MONO) {
-      glyph->w = static_cast<int>(bm.width);
-      glyph->h = static_cast<int>(bm.rows);
-      const int rowBytes = (glyph->w + 7) / 8;
-      glyph->rows.assign(static_cast<size_t>(rowBytes) * static_cast<size_t>(glyph->h), 0);
-      for (int r = 0; r < glyph->h; ++r) {
-        const unsigned char* src = bm.buffer + static_cast<ptrdiff_t>(r) * bm.pitch;
-        std::copy_n(src, rowBytes, glyph->rows.data() + static_cast<size_t>(glyph->h - 1 - r) * rowBytes);
-      }
-      glyph->xorig = static_cast<float>(-g->bitmap_left);
-      glyph->yorig = static_cast<float>(glyph->h - g->bitmap_top);
-    }
+    auto m = std::make_unique<MonoGlyph>();
+    if (RenderMonoGlyph(f, FT_Get_Char_Index(f, static_cast<FT_ULong>(cp)), *m)) glyph = std::move(m);
   }
-  const ExtraGlyph* result = glyph.get();
+  const MonoGlyph* result = glyph.get();
   cache[cp] = std::move(glyph);
   return result;
 }
 
 // Writes one glyph beyond ASCII at the raster position and moves it on.
 void DrawExtraGlyph(unsigned cp) {
-  const ExtraGlyph* g = ExtraGlyphFor(cp);
+  const MonoGlyph* g = ExtraGlyphFor(cp);
   if (!g) return;
   glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
   glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
@@ -681,7 +670,7 @@ void DrawTextsInWindow(const std::vector<TextAt>& texts, const WindowProjection&
     for (unsigned cp : CodePoints(*t.text)) {
       if (cp >= static_cast<unsigned>(kBitmapGlyphs)) {
         // Not in the atlas: written as a bitmap after the quads.
-        const ExtraGlyph* extra = ExtraGlyphFor(cp);
+        const MonoGlyph* extra = ExtraGlyphFor(cp);
         if (!extra) continue;
         others.push_back({pen, base, z, cp});
         pen += extra->advance;
