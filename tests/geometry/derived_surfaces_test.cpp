@@ -25,28 +25,11 @@ namespace {
 
 class DerivedSurfaceTest : public test::DocumentTest {
  protected:
+  // A polygon on new points.
   CRegion* Region(std::initializer_list<std::array<float, 3>> corners) {
-    auto g = std::make_unique<CRegion>();
-    g->ID = NewObjectId("RG");
-    short pos = 1;
-    for (const auto& c : corners) {
-      Position* p = AddPoint(c[0], c[1], c[2]);
-      Position copy(p->x, p->y, p->z);
-      copy.ID = p->ID;
-      g->Points.push_back(copy);
-      p->AddLink(CLinkObj{g->ID, 4, pos++, 0, 0});
-    }
-    return Doc.Regions.Add(std::move(g));
-  }
-  CLine* Segment(float x1, float y1, float z1, float x2, float y2, float z2) {
-    Position* a = AddPoint(x1, y1, z1);
-    Position* b = AddPoint(x2, y2, z2);
-    auto l = std::make_unique<CLine>();
-    l->ID = NewObjectId("LN");
-    l->Line1(a->ID, b->ID);
-    a->AddLink(CLinkObj{l->ID, 2, 1, 0, 0});
-    b->AddLink(CLinkObj{l->ID, 2, 2, 0, 0});
-    return Doc.Lines.Add(std::move(l));
+    std::vector<Position*> points;
+    for (const auto& c : corners) points.push_back(AddPoint(c[0], c[1], c[2]));
+    return DocumentTest::Region(points);
   }
   CSphere* Sphere(Position* centre, Position* on) {
     auto s = std::make_unique<CSphere>();

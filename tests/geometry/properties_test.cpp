@@ -25,14 +25,6 @@ class PropertiesTest : public test::DocumentTest {
     PushSnapshot();  // the document as it stands is the last undo step
   }
 
-  CLine* AddLine(Position* a, Position* b) {
-    auto l = std::make_unique<CLine>();
-    l->ID = NewObjectId("LN");
-    l->Line1(a->ID, b->ID);
-    a->AddLink({l->ID, 2, 1, 0, 0});
-    b->AddLink({l->ID, 2, 2, 0, 0});
-    return Doc.Lines.Add(std::move(l));
-  }
   CCircle* AddCircle(int ctype, Position* centre, Position* rim, float r) {
     auto c = std::make_unique<CCircle>();
     c->ID = NewObjectId("CR");
@@ -47,14 +39,6 @@ class PropertiesTest : public test::DocumentTest {
     a->Arc1(b->ID, centre->ID, e->ID);
     return Doc.Arcs.Add(std::move(a));
   }
-  CRegion* AddRegion(std::vector<Position*> corners) {
-    auto g = std::make_unique<CRegion>();
-    g->ID = NewObjectId("RG");
-    for (Position* p : corners) g->Points.push_back(HolderCopy(*p));
-    g->Alpha = 0.3f;
-    return Doc.Regions.Add(std::move(g));
-  }
-
   // What must hold after a refused or empty OK.
   void ExpectNothingChanged(const std::string& before, int undoCount) {
     EXPECT_EQ(GetUndoVar(), before);
@@ -101,7 +85,7 @@ TEST_F(PropertiesTest, AnOkThatChangesNothingPushesNothingAndKeepsExactValues) {
   Position* a = AddPoint(1.23456789f, -0.000123456789f, 7654321.5f, "A");
   const float x = a->x, y = a->y, z = a->z;
   Position* b = AddPoint(0, 0, 0, "B");
-  CLine* l = AddLine(a, b);
+  CLine* l = Segment(a, b);
   l->GELineWidth = 1.23456789f;
   const std::string before = GetUndoVar();
   const int undo = UndoCount;
@@ -126,8 +110,8 @@ TEST_F(PropertiesTest, AnObjectThatVanishedUnderTheDialogIsReported) {
   CircleProps cp;
   ArcProps ap;
   RegionProps rp;
-  const std::string pt = a->ID, ln = AddLine(a, b)->ID, cr = AddCircle(1, a, b, 1)->ID, ar = AddArc(b, a, c)->ID,
-                    rg = AddRegion({a, b, c})->ID;
+  const std::string pt = a->ID, ln = Segment(a, b)->ID, cr = AddCircle(1, a, b, 1)->ID, ar = AddArc(b, a, c)->ID,
+                    rg = Region({a, b, c})->ID;
   ASSERT_TRUE(LoadPointProps(pt, pp) && LoadLineProps(ln, lp) && LoadCircleProps(cr, cp) && LoadArcProps(ar, ap) &&
               LoadRegionProps(rg, rp));
   ClearDocument();
@@ -149,7 +133,7 @@ TEST_F(PropertiesTest, WidthsThatAreNoPositiveNumberAreRefusedForEveryKind) {
   Position* a = AddPoint(0, 0);
   Position* b = AddPoint(2, 0);
   Position* c = AddPoint(0, 2);
-  CLine* l = AddLine(a, b);
+  CLine* l = Segment(a, b);
   CCircle* k = AddCircle(1, a, b, 2);
   CArc* r = AddArc(b, a, c);
   const std::string before = GetUndoVar();
@@ -183,7 +167,7 @@ TEST_F(PropertiesTest, OnlyACircleOfAGivenRadiusTakesANewRadiusAndItsRimPointsFo
   // A point on the circle at angle 0, with a segment resting on it.
   Position* on = Doc.Points.Add(NewObjectId("PT"), 2, 1, 0, 7, "", "", 0);
   given->AddStruPoint(*on, 0);
-  CLine* seg = AddLine(on, rim);
+  CLine* seg = Segment(on, rim);
 
   CircleProps p;
   ASSERT_TRUE(LoadCircleProps(given->ID, p));

@@ -40,17 +40,6 @@ inline CNote* AddParameter(const std::string& name, float value) {
   return Doc.Notes.Add(std::move(n));
 }
 
-// A segment between two points, linked as the line tool links it.
-inline CLine* LinkedLine(Position* a, Position* b, int lt = 1) {
-  auto l = std::make_unique<CLine>();
-  l->ID = NewObjectId("LN");
-  l->lt = lt;
-  l->Line1(a->ID, b->ID);
-  a->AddLink(CLinkObj{l->ID, 2, 1, 0, 0});
-  b->AddLink(CLinkObj{l->ID, 2, 2, 0, 0});
-  return Doc.Lines.Add(std::move(l));
-}
-
 // A surface (graph type 2) or space curve (1) of the form and system over
 // the ranges, steps along both parameters.
 inline std::unique_ptr<CSurface> MakeSurface(int graphType, int funForm, int coordType, const std::string& fx,

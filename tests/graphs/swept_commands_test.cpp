@@ -31,9 +31,6 @@ class SweptCommandsTest : public test::DocumentTest {
     ClearHandlers();
     DocumentTest::TearDown();
   }
-  CLine* Segment(float x1, float y1, float z1, float x2, float y2, float z2, int lt = 1) {
-    return test::LinkedLine(AddPoint(x1, y1, z1), AddPoint(x2, y2, z2), lt);
-  }
   CRegion* Square(float z) {
     auto g = std::make_unique<CRegion>();
     g->ID = NewObjectId("RG");

@@ -20,25 +20,13 @@ namespace {
 
 class SweptTest : public test::DocumentTest {
  protected:
-  // A segment between two new free points, linked as the line tool links it.
-  CLine* Segment(float x1, float y1, float z1, float x2, float y2, float z2) {
-    return test::LinkedLine(AddPoint(x1, y1, z1), AddPoint(x2, y2, z2));
-  }
-
-  static CSurRot* Rotation(const std::string& p, const std::string& a, const std::string& angle, int steps) {
-    return test::AddRotation(p, a, angle, steps);
-  }
-  static CStretch* Extrusion(const std::string& p, const char* dx, const char* dy, const char* dz, int steps) {
-    return test::AddExtrusion(p, dx, dy, dz, steps);
-  }
-
   static bool Finite(const Vec3& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
 };
 
 TEST_F(SweptTest, SegmentTurnedFullyAboutAParallelAxisIsAClosedCylinder) {
   CLine* profile = Segment(1, 0, 0, 1, 0, 2);
   CLine* axis = Segment(0, 0, 0, 0, 0, 1);
-  CSurRot* s = Rotation(profile->ID, axis->ID, "6.2832", 24);
+  CSurRot* s = test::AddRotation(profile->ID, axis->ID, "6.2832", 24);
   ASSERT_TRUE(s->GetPoints());
   EXPECT_TRUE(s->StepU == 1 && s->StepV == 24);
   ASSERT_EQ(s->Vert3D.size(), 2u * 25u);  // where it stands: the space gallery's cylinder twin
@@ -69,13 +57,13 @@ TEST_F(SweptTest, DegenerateProfilesGiveZeroNormalsAndNoNaN) {
   auto zero = [](const Vec3& v) { return Finite(v) && v.x == 0 && v.y == 0 && v.z == 0; };
   // A segment lying on the axis: every quad has no area.
   CLine* axis = Segment(0, 0, 0, 0, 0, 2);
-  CSurRot* s = Rotation(axis->ID, axis->ID, "6.2832", 10);
+  CSurRot* s = test::AddRotation(axis->ID, axis->ID, "6.2832", 10);
   ASSERT_TRUE(s->GetPoints());
   s->ComputeNormals();
   for (const Vec3& v : s->FaceNormalsOf()) EXPECT_TRUE(zero(v));
   for (const Vec3& v : s->VertexNormalsOf()) ASSERT_TRUE(Finite(v));
   // A point on the axis: StepV + 1 equal vertices and no quads.
-  CSurRot* p = Rotation(AddPoint(0, 0, 1)->ID, axis->ID, "6.2832", 10);
+  CSurRot* p = test::AddRotation(AddPoint(0, 0, 1)->ID, axis->ID, "6.2832", 10);
   ASSERT_TRUE(p->GetPoints());
   EXPECT_EQ(p->StepU, 0);
   ASSERT_EQ(p->Vert3D.size(), 11u);
@@ -87,7 +75,7 @@ TEST_F(SweptTest, DegenerateProfilesGiveZeroNormalsAndNoNaN) {
   auto g = std::make_unique<CRegion>();
   g->ID = NewObjectId("RG");
   for (float xy : {0.0f, 1.0f, 2.0f}) g->Points.emplace_back(xy == 1, xy == 2, 0);
-  CStretch* e = Extrusion(Doc.Regions.Add(std::move(g))->ID, "0", "0", "0", 5);
+  CStretch* e = test::AddExtrusion(Doc.Regions.Add(std::move(g))->ID, "0", "0", "0", 5);
   ASSERT_TRUE(e->GetPoints());
   EXPECT_EQ(e->StepU, 3);  // the closed outline: 4 vertices
   e->ComputeNormals();
@@ -106,13 +94,13 @@ TEST_F(SweptTest, DegenerateProfilesGiveZeroNormalsAndNoNaN) {
 TEST_F(SweptTest, CentrePointsMissingObjectsAndBadAngles) {
   // About a centre point the rotation turns in the plane.
   Position* c = AddPoint(1, 1, 0);
-  CSurRot* half = Rotation(AddPoint(3, 1, 0.5f)->ID, c->ID, "3.1416", 4);
+  CSurRot* half = test::AddRotation(AddPoint(3, 1, 0.5f)->ID, c->ID, "3.1416", 4);
   ASSERT_TRUE(half->GetPoints());
   EXPECT_NEAR(DistanceBetween(half->Vert3D[GridIndex(0, 4, 4)], Position(-1, 1, 0.5f)), 0, 1e-3);
   // Missing objects or a bad angle leave the mesh alone.
   CLine* profile = Segment(1, 0, 0, 1, 0, 2);
   CLine* axis = Segment(0, 0, 0, 0, 0, 1);
-  CSurRot* s = Rotation(profile->ID, axis->ID, "6.2832", 8);
+  CSurRot* s = test::AddRotation(profile->ID, axis->ID, "6.2832", 8);
   ASSERT_TRUE(s->GetPoints());
   const std::vector<Position> before = s->Vert3D;
   s->RotObjID = "LN9999";
@@ -133,7 +121,7 @@ TEST_F(SweptTest, ASpaceCurveProfileHasFiftyOneVerticesAndKeepsItsGaps) {
   CSurface* curve = Doc.Surfaces.Add(std::move(c));
   ASSERT_TRUE(curve->GetPoints());
   ASSERT_EQ(curve->CurveVert.size(), 9u);
-  CStretch* s = Extrusion(curve->ID, "0", "0", "1", 2);
+  CStretch* s = test::AddExtrusion(curve->ID, "0", "0", "1", 2);
   ASSERT_TRUE(s->GetPoints());
   EXPECT_EQ(s->StepU, 50);
   int holes = 0;
@@ -155,10 +143,10 @@ TEST_F(SweptTest, SurfacesFollowDragsAndParameters) {
   CNote* h = test::AddParameter("h", 2);
   CLine* profile = Segment(1, 0, 0, 1, 0, 2);
   CLine* axis = Segment(0, 0, 0, 0, 0, 1);
-  CSurRot* rot = Rotation(profile->ID, axis->ID, "6.2832", 8);
-  CStretch* ext = Extrusion(profile->ID, "1", "0", "0", 2);
-  CSurRot* half = Rotation(profile->ID, axis->ID, "3.1416/h", 4);
-  CStretch* up = Extrusion(profile->ID, "0", "h/2", "h", 4);
+  CSurRot* rot = test::AddRotation(profile->ID, axis->ID, "6.2832", 8);
+  CStretch* ext = test::AddExtrusion(profile->ID, "1", "0", "0", 2);
+  CSurRot* half = test::AddRotation(profile->ID, axis->ID, "3.1416/h", 4);
+  CStretch* up = test::AddExtrusion(profile->ID, "0", "h/2", "h", 4);
   for (CSweptSurface* s : std::initializer_list<CSweptSurface*>{rot, ext, half, up}) ASSERT_TRUE(s->GetPoints());
   auto radius = [](const Position& p, float cx = 0) { return std::hypot(p.x - cx, p.y); };
   EXPECT_NEAR(half->Vert3D[GridIndex(1, 4, 4)].y, 1, 1e-4);  // a quarter turn
@@ -183,9 +171,9 @@ TEST_F(SweptTest, SurfacesFollowDragsAndParameters) {
 TEST_F(SweptTest, RecordsReadTheirRampsAndShiftWithAModel) {
   CLine* profile = Segment(1, 0, 0, 1, 0, 2);
   CLine* axis = Segment(0, 0, 0, 0, 0, 1);
-  CSurRot* rot = Rotation(profile->ID, axis->ID, "6.2832", 8);
+  CSurRot* rot = test::AddRotation(profile->ID, axis->ID, "6.2832", 8);
   rot->Ramp.ColorName = "@GREY";  // a ramp name may carry its mark
-  Extrusion(profile->ID, "1", "t/2", "0", 3);
+  test::AddExtrusion(profile->ID, "1", "t/2", "0", 3);
   const std::string rotText = rot->Save(), profileId = profile->ID;
   RecordReader r(rotText.substr(0, rotText.size() - 2));
   std::unique_ptr<CSurRot> back = CSurRot::Load(r);

@@ -18,7 +18,6 @@
 #ifdef VANTREL_HAVE_PICTURE_FILE
 #include <QFile>
 #include <QImage>
-#include <QXmlStreamReader>
 #include <poppler-document.h>
 #include <poppler-page.h>
 
@@ -36,11 +35,7 @@ class PictureExport : public test::RenderTest {
     a_ = AddPoint(-6, -6, 0, "\xce\xb1\xce\xb2\xce\xb3");  // αβγ
     b_ = AddPoint(6, 2, 0, "B");
     a_->HideLabel = b_->HideLabel = false;
-    auto l = std::make_unique<CLine>();
-    l->ID = NewObjectId("LN");
-    l->Line1(a_->ID, b_->ID);
-    l->lt = 1;
-    Doc.Lines.Add(std::move(l));
+    Segment(a_, b_);
     auto c = std::make_unique<CCircle>();
     c->ID = NewObjectId("CR");
     c->CType = 3, c->PCenter = Position(2, 3, 0), c->R = 4, c->GELineStyle = 2, c->ForeColor = RGB(0, 0, 255);
@@ -110,23 +105,8 @@ TEST_F(PictureExport, PlaneSceneGivesPathsOnTheDrawnInkAndLabelsAsText) {
   EXPECT_EQ(image_.rgb, drawn.rgb);
 
 #ifdef VANTREL_HAVE_PICTURE_FILE
+  // The SVG, read back as XML, is the worksheet session's (GUI).
   const std::string dir = ::testing::TempDir();
-  // SVG: paths and texts, read back as XML.
-  ASSERT_TRUE(WritePictureFile(pic, dir + "/scene.svg", 1, error)) << error;
-  QFile svg(QString::fromStdString(dir + "/scene.svg"));
-  ASSERT_TRUE(svg.open(QIODevice::ReadOnly));
-  QXmlStreamReader xml(&svg);
-  int paths = 0;
-  QStringList texts;
-  while (!xml.atEnd()) {
-    if (xml.readNext() != QXmlStreamReader::StartElement) continue;
-    if (xml.name() == QLatin1String("path") || xml.name() == QLatin1String("polyline")) ++paths;
-    if (xml.name() == QLatin1String("text")) texts << xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
-  }
-  EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
-  EXPECT_GE(paths, 3);
-  EXPECT_TRUE(texts.contains(QString::fromUtf8("\xce\xb1\xce\xb2\xce\xb3"))) << texts.join("|").toStdString();
-
   // PDF: one page a PDF library opens, with the labels as text on it.
   ASSERT_TRUE(WritePictureFile(pic, dir + "/scene.pdf", 1, error)) << error;
   std::unique_ptr<poppler::document> pdf(poppler::document::load_from_file(dir + "/scene.pdf"));

@@ -64,7 +64,7 @@ class SpaceGallery : public RenderTest {
     Position* p = AddPoint(a.x, a.y, a.z);
     Position* q = AddPoint(b.x, b.y, b.z);
     p->Hide = q->Hide = true;
-    CLine* l = test::LinkedLine(p, q);
+    CLine* l = DocumentTest::Segment(p, q);
     l->Hide = true;
     return l;
   }

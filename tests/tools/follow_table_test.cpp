@@ -13,6 +13,7 @@
 #include "geometry/on_object.h"
 #include "geometry/propagation.h"
 #include "tool_fixture.h"
+#include "tools/construction_prompts.h"
 #include "tools/constructions.h"
 #include "tools/transform.h"
 
@@ -32,16 +33,6 @@ struct FollowCase {
 
 class Follow : public ToolTest, public ::testing::WithParamInterface<FollowCase> {
  public:
-  using ToolTest::AddPoint;
-  using ToolTest::Circle;
-  using ToolTest::Command;
-  using ToolTest::ExpectAt;
-  using ToolTest::Free;
-  using ToolTest::Last;
-  using ToolTest::Region;
-  using ToolTest::Segment;
-  using ToolTest::Select;
-  using ToolTest::DeselectAll;
   static double Dot(const Position& a, const Position& b, const Position& c, const Position& d) {
     return double(b.x - a.x) * (d.x - c.x) + double(b.y - a.y) * (d.y - c.y) + double(b.z - a.z) * (d.z - c.z);
   }
@@ -346,6 +337,32 @@ const FollowCase kCases[] = {
        };
      },
      {{0, 0, -1, -1}}},
+    {"ExtensionInterpolatedAndDirectedPointsFollowTheirBase",
+     [](Follow& t) -> Check {
+       // 2 beyond B, a quarter of the way from A, then 3 beyond B turned a
+       // quarter about it; on the segment AB, half of it beyond B.
+       Position *a = t.Free(0, 0), *b = t.Free(4, 0);
+       Follow::Select({a, b});
+       if (!LineExtPointOK(1, true, 2) || !LineExtPointOK(2, false, 0.25f)) return nullptr;
+       Follow::DeselectAll();
+       Follow::Select({a, b});
+       if (!DirectedExtensionOK(90, 3)) return nullptr;
+       Position *ext = Doc.Points.Item(3), *in = Doc.Points.Item(4), *turned = nullptr;
+       for (Position* q : Doc.Points) turned = q->ptype == 11 ? q : turned;
+       Follow::DeselectAll();
+       Follow::Select({t.Segment(a, b)});
+       if (!turned || !LineExtPointOK(1, false, 0.5f)) return nullptr;
+       Position* on = t.Last();
+       Follow::DeselectAll();
+       return [=] {
+         const float ux = b->x - a->x, uy = b->y - a->y, len = std::hypot(ux, uy);
+         Follow::ExpectAt(ext, b->x + 2 * ux / len, b->y + 2 * uy / len, 1e-3f);
+         Follow::ExpectAt(in, a->x + ux / 4, a->y + uy / 4, 1e-3f);
+         Follow::ExpectAt(turned, b->x - 3 * uy / len, b->y + 3 * ux / len, 2e-3f);
+         Follow::ExpectAt(on, b->x + ux / 2, b->y + uy / 2, 1e-3f);
+       };
+     },
+     {{4, 0, 0, 8}, {0, 0, 1, -1}}},
     {"TriangleCentres",
      [](Follow& t) -> Check {
        Position *a = t.Free(0, 0), *b = t.Free(6, 0), *c = t.Free(1, 4);

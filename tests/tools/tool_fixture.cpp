@@ -96,17 +96,6 @@ Position* ToolTest::Free(float x, float y, const std::string& label) {
   return p;
 }
 
-CLine* ToolTest::Segment(Position* a, Position* b, int lt, int ltype) {
-  auto l = std::make_unique<CLine>();
-  l->ID = NewObjectId("LN");
-  l->lt = lt;
-  l->LType = ltype;
-  l->Line1(a->ID, b->ID);
-  a->AddLink(CLinkObj{l->ID, 2, 1, 0, 0});
-  b->AddLink(CLinkObj{l->ID, 2, 2, 0, 0});
-  return Doc.Lines.Add(std::move(l));
-}
-
 CCircle* ToolTest::Circle(Position* centre, Position* rim) {
   auto c = std::make_unique<CCircle>();
   c->ID = NewObjectId("CR");
@@ -130,17 +119,6 @@ Position* ToolTest::Derived(int ptype, const std::string& lk1, const std::string
   Position* p = Doc.Points.Add(id, 0, 0, 0, ptype, lk1, lk2, pos, id);
   p->DrawMode = 5;
   return p;
-}
-
-CRegion* ToolTest::Region(std::initializer_list<Position*> corners) {
-  auto g = std::make_unique<CRegion>();
-  g->ID = NewObjectId("RG");
-  g->Alpha = 0.5f;
-  for (Position* c : corners) {
-    g->Points.push_back(HolderCopy(*c));
-    c->AddLink(CLinkObj{g->ID, 4, static_cast<short>(g->Points.size()), 0, 0});
-  }
-  return Doc.Regions.Add(std::move(g));
 }
 
 void ToolTest::ExpectAt(const Position* p, float x, float y, float tol) {

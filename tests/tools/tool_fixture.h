@@ -24,7 +24,7 @@ struct Mouse {
 };
 
 class ToolTest : public DocumentTest {
- protected:
+ public:  // the construction tables build through it
   static constexpr int kCanvas = 400;  // pixels; the world -10..10 across
   void SetUp() override;
   void TearDown() override;
@@ -54,11 +54,9 @@ class ToolTest : public DocumentTest {
 
   // Constructions.
   Position* Free(float x, float y, const std::string& label = std::string());
-  CLine* Segment(Position* a, Position* b, int lt = 1, int ltype = 0);
   CCircle* Circle(Position* centre, Position* rim);
   Position* Midpoint(Position* a, Position* b);
   Position* Derived(int ptype, const std::string& lk1, const std::string& lk2, short pos = 1);
-  CRegion* Region(std::initializer_list<Position*> corners);
 
   static void ExpectAt(const Position* p, float x, float y, float tol = 1e-4f);
 
