@@ -1,16 +1,18 @@
 // The frame's commands with their states, copy as bitmap, hide and show. The
-// window's own menus and buttons, printing and help are walked by the GUI
-// test.
+// window's own menus and buttons, printing, help, and the scene point and
+// pick ray of a click on the canvas are the GUI test's.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 
-#include "app_fixture.h"
 #include "document/command_table.h"
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "document/undo.h"
+#include "support/fixtures.h"
+#include "tools/canvas_input.h"
+#include "tools/create_tools.h"
 
 namespace vt::test {
 namespace {
@@ -47,15 +49,15 @@ TEST_F(HandlerTest, FrameCommandsWireUndoTogglesAndToolsWithTheirStates) {
   // The toggles and their checks are the GUI test's (togglesFlipTheirThreeMirrors).
   // Tool commands wait for their tools.
   EXPECT_FALSE(HandlerEnabled("mnuDrawSeg"));
-  std::vector<ToolCall> log;
-  RegisterRecordingTools(&log);
+  RegisterToolCommands();
   EXPECT_TRUE(HandlerEnabled("mnuDrawSeg"));
   EXPECT_TRUE(DoCommand("Draw-Segment"));
   EXPECT_TRUE(HandlerChecked("mnuDrawSeg"));
   EXPECT_FALSE(HandlerChecked("mnuSelect"));
   EXPECT_TRUE(DoCommand("View-Zoom"));
   EXPECT_TRUE(HandlerChecked("mnuViewZoom"));
-  UnregisterTools();
+  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text, ToolSlot::Select})
+    RegisterTool(s, {});
 }
 
 TEST_F(HandlerTest, HideSelectedAndShowAllAreUndoSteps) {

@@ -1,8 +1,8 @@
 // Screen items under a real display: a text placed with the text tool and
 // its dialog, a show/hide button made for it and pressed with the mouse, the
 // view settings keeping their dialog open on a bad limit, and an animation
-// player that plays from its button under the event loop and stops; the
-// parameter dialog makes a parameter track.
+// player that plays from its button under the event loop and stops. The
+// parameter dialog is the session test's.
 #include <QLineEdit>
 #include <cmath>
 
@@ -30,7 +30,6 @@ class GuiScreenItemsTest : public QObject {
   void aShowHideButtonPressedWithTheMouseHidesAndShowsAText();
   void theViewSettingsRefuseOneXAndStayOpen();
   void aPlayerPlaysUnderTheEventLoopAndStops();
-  void theParameterDialogMakesATrack();
 
  private:
   void WhenModal(std::function<void(QWidget*)> act) { guitest::WhenModal<QWidget>(this, act); }
@@ -160,27 +159,6 @@ void GuiScreenItemsTest::aPlayerPlaysUnderTheEventLoopAndStops() {
   const short stopped = c->Step;
   QTest::qWait(100);
   QCOMPARE(c->Step, stopped);
-}
-
-void GuiScreenItemsTest::theParameterDialogMakesATrack() {
-  CAniControl* c = NewPlayer();
-  auto* dialog = new vt::app::frmVar(window_);
-  dialog->show();
-  dialog->findChild<QLineEdit*>("txtName")->setText("a");
-  dialog->findChild<QLineEdit*>("txtMin")->setText("0");
-  dialog->findChild<QLineEdit*>("txtMax")->setText("2");
-  // A bad name keeps the dialog open (the message box is answered by the
-  // test's timer).
-  QTimer::singleShot(200, [] {
-    if (QWidget* box = QApplication::activeModalWidget()) box->close();
-  });
-  dialog->accept();
-  QVERIFY(dialog->isVisible());
-  QCOMPARE(c->AniNum(), 0);
-  dialog->findChild<QLineEdit*>("txtName")->setText("A");
-  dialog->accept();
-  QCOMPARE(c->AniNum(), 1);
-  QCOMPARE(c->anis[0]->Para1, std::string("A"));
 }
 
 VT_GUI_TEST_MAIN(GuiScreenItemsTest)

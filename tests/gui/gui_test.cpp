@@ -35,7 +35,7 @@ namespace {
 struct Call {
   QString op;
   float X, Y;
-  Position scene;
+  Position scene, far, near;
   GLdouble model[16], proj[16];
   GLint viewport[4];
 };
@@ -45,11 +45,13 @@ class RecordingTool : public CCommand {
   explicit RecordingTool(std::vector<Call>* log) : log_(log) {}
   void RButtonDown(Position&, Position& s, float& X, float& Y, Position&, Position&) override { Add("R", s, X, Y); }
   void MouseMove(Position&, Position& s, float& X, float& Y, Position&, Position&) override { Add("M", s, X, Y); }
-  void LButtonDown(Position&, Position& s, float& X, float& Y, Position&, Position&) override { Add("L", s, X, Y); }
+  void LButtonDown(Position&, Position& s, float& X, float& Y, Position& f, Position& n) override {
+    Add("L", s, X, Y, f, n);
+  }
 
  private:
-  void Add(const char* op, const Position& s, float X, float Y) {
-    Call c{op, X, Y, s, {}, {}, {}};
+  void Add(const char* op, const Position& s, float X, float Y, const Position& f = {}, const Position& n = {}) {
+    Call c{op, X, Y, s, f, n, {}, {}, {}};
     glGetDoublev(GL_MODELVIEW_MATRIX, c.model);
     glGetDoublev(GL_PROJECTION_MATRIX, c.proj);
     glGetIntegerv(GL_VIEWPORT, c.viewport);
@@ -90,21 +92,18 @@ class GuiTest : public QObject {
   void saveUndoEditAndCloseAsksAndTheTitleMarksChanges();
   void openOfADamagedFileKeepsTheOldDocument();
   void aClickReachesTheToolWithTheScenePointUnderThePixel();
-  void aZoomDragDownwardsEnlargesTheViewAndClearsTheFlags();
   void copyCutAndPasteUseTheSystemClipboard();
   void withoutOpenGLTheProgramStartsAndSaysSo();
 
  private:
   // Runs `act` on the next modal dialog once it is open.
-  void WhenModal(std::function<void(QWidget*)> act);
-  void StopWatching();
+  void WhenModal(std::function<void(QWidget*)> act) { guitest::WhenModal<QWidget>(this, std::move(act)); }
   QWidget* ButtonWidget(int toolbar, int index);
   void RegisterTools();
 
   std::unique_ptr<QTemporaryDir> xdg_;
   std::unique_ptr<QTemporaryDir> temp_;
   frmF1* window_ = nullptr;
-  QTimer* watcher_ = nullptr;
   QList<QUrl> openedUrls_;
   std::vector<Call> calls_;
   std::string startText_;
@@ -136,36 +135,12 @@ void GuiTest::init() {
 }
 
 void GuiTest::cleanup() {
-  StopWatching();
   for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text, ToolSlot::Select})
     RegisterTool(s, {});
   delete window_;
   window_ = nullptr;
   // Spies of a test must not outlive it; the next window wires its own.
   ClearHandlers();
-}
-
-void GuiTest::WhenModal(std::function<void(QWidget*)> act) {
-  StopWatching();
-  watcher_ = new QTimer(this);
-  watcher_->setInterval(10);
-  QTimer* timer = watcher_;
-  connect(timer, &QTimer::timeout, this, [timer, act] {
-    QWidget* w = QApplication::activeModalWidget();
-    if (!w || !w->isVisible()) return;
-    timer->stop();
-    act(w);
-  });
-  watcher_->start();
-}
-
-void GuiTest::StopWatching() {
-  // Possibly called from the watcher's own tick: it goes when that returns.
-  if (watcher_) {
-    watcher_->stop();
-    watcher_->deleteLater();
-  }
-  watcher_ = nullptr;
 }
 
 QWidget* GuiTest::ButtonWidget(int toolbar, int index) {
@@ -335,18 +310,15 @@ void GuiTest::svgDrawingsRenderAsDrawn() {
 // ---- files --------------------------------------------------------------------------------
 
 void GuiTest::newOnAnEmptyDocumentAsksNothingAndOtherwiseAsksToSave() {
-  // The start document unchanged: New asks nothing (a box would be closed and
-  // noted here).
-  bool boxShown = false;
-  WhenModal([&](QWidget* w) {
-    boxShown = true;
-    w->close();
-  });
+  // The start document unchanged: New asks nothing (a box would be answered
+  // and noted here).
+  guitest::MessageWatcher boxes;
+  boxes.Start(this);
   window_->RunCommand("mnuFileNew");
   QTest::qWait(30);
-  QVERIFY(!boxShown);
+  boxes.Stop();
+  QCOMPARE(boxes.messages, QStringList{});
   QCOMPARE(DocumentObjectCount(), 0);
-  StopWatching();
   // Changed: Cancel keeps it, No clears it.
   auto edit = [] {
     Doc.Points.Add(NewObjectId("PT"), 1, 2, 0, 1, "", "", 0);
@@ -477,6 +449,11 @@ void GuiTest::aClickReachesTheToolWithTheScenePointUnderThePixel() {
                      &wy, &wz) == GL_TRUE);
   QVERIFY2(std::fabs(wx - pixel.x() * scale) <= 1.0, qPrintable(QString::number(wx)));
   QVERIFY2(std::fabs(press->viewport[3] - wy - pixel.y() * scale) <= 1.0, qPrintable(QString::number(wy)));
+  // The pick ray: its far end at window depth 1, its near end at 0, both on the pixel.
+  for (const Position* p : {&press->far, &press->near}) {
+    QVERIFY(gluProject(p->x, p->y, p->z, press->model, press->proj, press->viewport, &wx, &wy, &wz) == GL_TRUE);
+    QVERIFY(std::fabs(wx - pixel.x() * scale) <= 1.0 && std::fabs(wz - (p == &press->far ? 1 : 0)) < 1e-3);
+  }
   // In space the depth under the pixel is read from the canvas: a click
   // below the horizon lands on the ground, the plane z = 0.
   window_->RunCommand("mnuFileNew3D");
@@ -489,34 +466,6 @@ void GuiTest::aClickReachesTheToolWithTheScenePointUnderThePixel() {
   calls_.clear();
   QTest::mouseMove(canvas, pixel + QPoint(10, 10));
   QTRY_VERIFY(std::any_of(calls_.begin(), calls_.end(), [](const Call& c) { return c.op == "M"; }));
-}
-
-void GuiTest::aZoomDragDownwardsEnlargesTheViewAndClearsTheFlags() {
-  Canvas* canvas = window_->picDraw();
-  const float width0 = View.VolWidth;
-  window_->toolbarButton(2, 34)->trigger();  // Zoom
-  QVERIFY(ViewZoom);
-  QVERIFY(window_->toolbarButton(2, 34)->isChecked());
-  const QPoint from(200, 150), to(200, 250);
-  QTest::mousePress(canvas, Qt::LeftButton, Qt::NoModifier, from);
-  QMouseEvent move(QEvent::MouseMove, QPointF(to), QPointF(canvas->mapToGlobal(to)), Qt::NoButton, Qt::LeftButton,
-                   Qt::NoModifier);
-  QApplication::sendEvent(canvas, &move);
-  QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, to);
-  QVERIFY(View.VolWidth > width0 * 1.05f);
-  QVERIFY(!ViewMove && !ViewRotate && !SceneChanged);
-
-  // A rotation drag ends its turn at the release and stays armed; choosing a
-  // tool clears the flags.
-  window_->RunCommand("mnuViewRotate");
-  QVERIFY(ViewRotate && !ViewZoom);
-  QTest::mousePress(canvas, Qt::LeftButton, Qt::NoModifier, from);
-  QApplication::sendEvent(canvas, &move);
-  QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, to);
-  QVERIFY(!SceneChanged);
-  window_->RunCommand("mnuSelect");
-  QVERIFY(!ViewZoom && !ViewMove && !ViewRotate && !SceneChanged);
-  QVERIFY(!window_->toolbarButton(2, 34)->isChecked());
 }
 
 // ---- clipboard and printing -------------------------------------------------------------------

@@ -145,10 +145,15 @@ void SessionNavigateTest::aZoomDragStaysArmedUntilAToolIsChosen() {
     QVERIFY2(View.VolHeight > h * 1.1f, qPrintable(QString("drag %1").arg(drag)));
     QVERIFY(ViewZoom && window_->toolbarButton(2, 34)->isChecked());
   }
-  // The armed zoom kept the press from the point tool.
+  // The armed zoom kept the press from the point tool; a rotation drag ends
+  // its turn at the release and stays armed; choosing a tool clears both.
   QCOMPARE(Doc.Points.count(), 0);
+  QVERIFY(!ViewMove && !ViewRotate && !SceneChanged);
+  window_->RunCommand("mnuViewRotate");
+  DragWith(Qt::LeftButton, from, from + QPoint(0, canvas->height() / 5));
+  QVERIFY(ViewRotate && !ViewZoom && !SceneChanged);
   window_->RunCommand("mnuSelect");
-  QVERIFY(!ViewZoom && !window_->toolbarButton(2, 34)->isChecked());
+  QVERIFY(!ViewZoom && !ViewRotate && !window_->toolbarButton(2, 34)->isChecked());
   const float h = View.VolHeight;
   DragWith(Qt::LeftButton, from, from + QPoint(0, canvas->height() / 5));
   QCOMPARE(View.VolHeight, h);

@@ -81,7 +81,6 @@ class SessionTest : public QObject {
   void dialogEditsMoveWhatIsBuiltOnTheObject();
   void dragsNeitherBoxSelectNorOutliveAToolChange();
   void thirtyNotesAButtonAndAPlayerAllFindAFreePlace();
-  void aCommandButtonMeasuresTheSegmentSelectedBeforeIt();
   void aFirstNoteOnTheStartDocumentCoversNoneOfItsItems();
   void aWorksheetFromTheStartDocument();
   void aBadFormulaIsRefusedOnceWhereItIsTyped();
@@ -233,6 +232,14 @@ void SessionTest::aLineOfAMeasuredAngleFollowsTheDraggedTriangle() {
   QVERIFY(followsTheAngle());
   QTRY_VERIFY(text->toPlainText().split("\n\n").value(0) != firstBlock);
   QCOMPARE(text->toPlainText().toStdString(), CurveResults.Text());
+  // Undo puts A back, and the angle and the line with it.
+  window_->menuAction("mnuFUndo")->trigger();
+  QTRY_VERIFY(Doc.Notes.count() == 1 && std::fabs(Doc.Notes.Item(1)->Value - before) < 0.01f);
+  angle = Doc.Notes.Item(1);
+  line = Doc.FunCurves.Item(1);
+  canvas->MakeCurrent();
+  RedrawScene();
+  QVERIFY(followsTheAngle());
   QVERIFY2(watcher_.messages.isEmpty(), qPrintable(watcher_.messages.join(" | ")));
 }
 
@@ -366,7 +373,8 @@ void SessionTest::dragsNeitherBoxSelectNorOutliveAToolChange() {
 }
 
 void SessionTest::thirtyNotesAButtonAndAPlayerAllFindAFreePlace() {
-  NewSegment(-3, -2, 3, -2);
+  const CLine* ab = NewSegment(-3, -2, 3, -2);
+  const float length = std::hypot(ab->pEnd.x - ab->pBegin.x, ab->pEnd.y - ab->pBegin.y);
   window_->RunCommand("mnuSelect");
   window_->RunCommand("mnuSelLines");
   for (int i = 0; i < 30; ++i) window_->RunCommand("mnuLength");
@@ -404,6 +412,16 @@ void SessionTest::thirtyNotesAButtonAndAPlayerAllFindAFreePlace() {
     Click(PctPixel(n->PosX + 2, n->PosY + 1.5f));
     QVERIFY2(IsSelected(n->ID), n->ID.c_str());
   }
+  // The button measures the segment selected before it is pressed.
+  Click(PctPixel(70, 10));
+  Click(PixelOf(-1, -2));
+  QCOMPARE(Sel.Lines.count(), 1);
+  watcher_.Start(window_);
+  Click(PctPixel((button->PosX + button->FaceRight()) / 2 + 0.4f, button->PosY + 2.5f));
+  QTRY_COMPARE(Doc.Notes.count(), 31);
+  QCOMPARE(watcher_.messages, QStringList{});
+  QCOMPARE(QString::fromStdString(Doc.Notes.Item(31)->Note), QString("len AB = %1").arg(length, 0, 'f', 2));
+  watcher_.Stop();
 
   // New starts over: the first note goes to the top left again.
   QTimer::singleShot(50, [] {
@@ -417,24 +435,6 @@ void SessionTest::thirtyNotesAButtonAndAPlayerAllFindAFreePlace() {
   QCOMPARE(Doc.Notes.count(), 1);
   QCOMPARE(Doc.Notes.Item(1)->PosX, 2.0f);
   QCOMPARE(Doc.Notes.Item(1)->PosY, 90.0f);
-}
-
-void SessionTest::aCommandButtonMeasuresTheSegmentSelectedBeforeIt() {
-  const CLine* ab = NewSegment(-3, -2, 3, -2);
-  const float length = std::hypot(ab->pEnd.x - ab->pBegin.x, ab->pEnd.y - ab->pBegin.y);
-  ButtonForm form = NewButtonForm(5);
-  form.Label = "Measure length";
-  form.ObjIDs = {"Measurement-Length"};
-  CButton* button = ConfirmButtonForm(form, "");
-  QVERIFY(button);
-  window_->RunCommand("mnuSelect");
-  Click(PixelOf(-1, -2));
-  QCOMPARE(Sel.Lines.count(), 1);
-  watcher_.Start(window_);
-  Click(PctPixel((button->PosX + button->FaceRight()) / 2 + 0.4f, button->PosY + 2.5f));
-  QTRY_COMPARE(Doc.Notes.count(), 1);
-  QCOMPARE(watcher_.messages, QStringList{});
-  QCOMPARE(QString::fromStdString(Doc.Notes.Item(1)->Note), QString("len AB = %1").arg(length, 0, 'f', 2));
 }
 
 void SessionTest::aFirstNoteOnTheStartDocumentCoversNoneOfItsItems() {
@@ -558,15 +558,20 @@ void SessionTest::aBadFormulaIsRefusedOnceWhereItIsTyped() {
   QCOMPARE(Doc.Notes.count(), 1);
   QCOMPARE(Doc.Notes.Item(1)->Value, 3.0f);
 
-  // The parameter dialog reads a decimal comma as every formula field does.
+  // The parameter dialog keeps a bad name open with its message, and reads a
+  // decimal comma as every formula field does.
   CAniControl* player = NewPlayer();
   auto* var = new vt::app::frmVar(window_);
   var->show();
-  var->findChild<QLineEdit*>("txtName")->setText("K");
+  var->findChild<QLineEdit*>("txtName")->setText("k");
   var->findChild<QLineEdit*>("txtMin")->setText("0,5");
   var->findChild<QLineEdit*>("txtMax")->setText(" 2,25 ");
   var->accept();
-  QCOMPARE(Messages().size(), 2);
+  QCOMPARE(Messages().size(), 3);
+  QVERIFY(var->isVisible() && player->AniNum() == 0);
+  var->findChild<QLineEdit*>("txtName")->setText("K");
+  var->accept();
+  QCOMPARE(Messages().size(), 3);
   QCOMPARE(player->AniNum(), 1);
   QCOMPARE(player->anis[0]->RangeFrom1, 0.5f);
   QCOMPARE(player->anis[0]->RangeTo1, 2.25f);
