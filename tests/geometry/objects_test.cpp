@@ -18,11 +18,7 @@ TEST_F(ObjectsTest, MissingPointsLeaveEmptyReferences) {
   ASSERT_TRUE(OpenDocumentText(text));
   ASSERT_EQ(Doc.Lines.count(), 1);
   EXPECT_EQ(Doc.Lines.Item(1)->pBegin.ID, "");
-  EXPECT_EQ(NextObjectNumber, 3);
-  // A line record cut short stops the read.
-  ResetGlobals();
-  EXPECT_FALSE(OpenDocumentText("GL Ver3.00 1 0 0 0 0;;LN0003 PT0001 PT0002 @@ 1;;"));
-  EXPECT_EQ(Doc.Lines.count(), 0);
+  EXPECT_EQ(NextObjectNumber, 3);  // a line record cut short is a row of the damaged-record table (persist)
 }
 
 TEST_F(ObjectsTest, LineStructurePointsFollowTheEnds) {

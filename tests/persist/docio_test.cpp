@@ -57,6 +57,7 @@ TEST_F(DocumentTest, ADamagedRecordCostsOnlyItself) {
       {"unknown tag", "XX0002 from a later version;;", 1},
       {"short point", "PT0002 1 2;;", 1},
       {"short line", "LN0002 PT0001;;", 1},
+      {"short text", "TT0002 1 2 0 1 @a@ 0 @Arial@;;", 1},
       {"non-number field", PointRecord("PT0002", 1, 1, "C").replace(7, 1, "zz"), 1},
       {"label never closes", "PT0002 1 2 3 1 2 255 0 1 1 @A 0 0 0 99;;", 1},
       {"scene", "GL Ver3.00 x;;", 1},

@@ -200,14 +200,9 @@ TEST_F(PropagationTest, DerivedLinesFollowInTheDragStep) {
 }
 
 // Extension points that follow a dragged base are the select tool test's.
+// Where a directed extension point stands is the construction table's.
 TEST_F(PropagationTest, ADirectedExtensionNeedsAFlatBase) {
-  Position start(0, 0, 0), end(2, 0, 0), point, farPoint;
-  ASSERT_TRUE(DirectedExtension(start, end, static_cast<float>(kPi / 2), 1, point, farPoint));
-  EXPECT_NEAR(point.x, 2, 1e-3);
-  EXPECT_NEAR(point.y, 1, 1e-3);
-  EXPECT_NEAR(farPoint.y, 501, 0.05);
-  end.z = 1;
-  point.Set(7, 7, 7);
+  Position start(0, 0, 0), end(2, 0, 1), point(7, 7, 7), farPoint;
   EXPECT_FALSE(DirectedExtension(start, end, 0, 1, point, farPoint));
   EXPECT_EQ(host_.LastMessage(), "The start point and end point of the given line must have the same z value.");
   EXPECT_EQ(point.x, 7);

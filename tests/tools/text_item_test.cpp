@@ -1,5 +1,5 @@
-// Text annotations: what the text tool makes, the fixed hit rectangle, the
-// record and its reader.
+// Text annotations: the fixed hit rectangle and a drag in per cent. A record
+// cut short is a row of the damaged-record table (persist).
 #include <gtest/gtest.h>
 
 #include "document/command_table.h"
@@ -71,13 +71,6 @@ TEST_F(TextItemTest, ADraggedTextMovesInPerCentAndStaysWhenTheViewTurns) {
   }
   EXPECT_FLOAT_EQ(t->PosX, 30);
   EXPECT_FLOAT_EQ(t->PosY, 50);
-}
-
-TEST_F(TextItemTest, ATextRecordCutShortIsLeftOutAndTheReadGoesOn) {
-  // A record cut short is left out; the read goes on with the next one.
-  OpenDocumentText("GL Ver3.00 1 0 0 0 0;;TT0001 1 2 0 1 @a@ 0 @Arial@;;TT0002 1 2 0 1 @b@ 0 @Arial@ 12 0;;");
-  ASSERT_EQ(Doc.Texts.count(), 1);
-  EXPECT_EQ(Doc.Texts.Item(1)->Content, "b");
 }
 
 }  // namespace
