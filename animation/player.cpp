@@ -170,6 +170,28 @@ void CAniControl::ShowFrame() {
   }
 }
 
+CAnimation* CAniControl::LeadingParameter() const {
+  for (const auto& a : anis)
+    if (a->AniType == 20) return a.get();
+  return nullptr;
+}
+
+void CAniControl::FitToParameter() {
+  CAnimation* lead = LeadingParameter();
+  if (!lead || lead->Para0 <= 0) return;
+  for (const auto& a : anis)
+    if (a->AniType != 20) return;
+  const float span = lead->TimeTo - lead->TimeFrom;
+  if (span > 0) {
+    const double steps = std::round(lead->ParamIntervals() / static_cast<double>(span));
+    Steps = static_cast<short>(std::clamp(steps, 1.0, 32767.0));
+  }
+  for (auto& a : anis) a->Steps = Steps;
+  Step = static_cast<short>(lead->ParamFrame());
+  for (auto& a : anis) a->Step = Step;
+  if (TimerId) host().SetTimerInterval(TimerId, std::max(1, Interval()));
+}
+
 // ---- the panel ----------------------------------------------------------------
 
 float CAniControl::KnobX() const {
@@ -240,8 +262,17 @@ void CAniControl::Draw() {
     glVertex3f(kx + 0.4f * std::cos(a), ky + 0.6f * std::sin(a), 0);
   }
   glEnd();
+  // A parameter's player shows the parameter's name and value by the knob,
+  // on the side of the knob with room for it; others the frame number.
   glColor3f(0, 0, 0);
-  DrawTextAt(kx + 0.6f, PosY + 1.8f, 0, IntToText(Step));
+  if (const CAnimation* lead = LeadingParameter()) {
+    const float w = static_cast<float>(std::max(1, CanvasWidth));
+    const float textW = static_cast<float>(AnsiBytes(lead->Note).size()) * 7.0f / w * 100.0f;
+    const bool right = kx + 0.6f + textW <= PosX + 15.0f || kx < PosX + 8.3f;
+    DrawTextAt(right ? kx + 0.6f : std::max(PosX + 1.8f, kx - 0.6f - textW), PosY + 1.8f, 0, lead->Note);
+  } else {
+    DrawTextAt(kx + 0.6f, PosY + 1.8f, 0, IntToText(Step));
+  }
   // The tracks' rows beneath the panel.
   float y = PosY;
   for (auto& a : anis) {
