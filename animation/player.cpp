@@ -223,12 +223,16 @@ void CAniControl::SetStepFromX(float x) {
 
 void CAniControl::Draw() {
   if (Hide) return;
-  // The panel.
+  // The panel. A player whose first track is a parameter takes that
+  // parameter's row ("a = 1.00") into the panel, under the slider, in place
+  // of the frame number.
+  const bool readout = !anis.empty() && anis.front()->AniType == 20 && !anis.front()->Hide;
+  const float bottom = readout ? PosY - 3 : PosY;
   glColor3f(0.85f, 0.85f, 0.85f);
-  DrawOverlayRect(GL_QUADS, PosX, PosY, PosX + 15, PosY + 3, 0);
+  DrawOverlayRect(GL_QUADS, PosX, bottom, PosX + 15, PosY + 3, 0);
   glColor3f(0, 0, 0);
   glLineWidth(Selected ? 2.0f : 1.0f);
-  DrawOverlayRect(GL_LINE_LOOP, PosX, PosY, PosX + 15, PosY + 3, 0);
+  DrawOverlayRect(GL_LINE_LOOP, PosX, bottom, PosX + 15, PosY + 3, 0);
   glLineWidth(1.0f);
   // Play: a triangle while stopped, two bars while running.
   glColor3f(0, 0.5f, 0);
@@ -262,17 +266,8 @@ void CAniControl::Draw() {
     glVertex3f(kx + 0.4f * std::cos(a), ky + 0.6f * std::sin(a), 0);
   }
   glEnd();
-  // A parameter's player shows the parameter's name and value by the knob,
-  // on the side of the knob with room for it; others the frame number.
   glColor3f(0, 0, 0);
-  if (const CAnimation* lead = LeadingParameter()) {
-    const float w = static_cast<float>(std::max(1, CanvasWidth));
-    const float textW = static_cast<float>(AnsiBytes(lead->Note).size()) * 7.0f / w * 100.0f;
-    const bool right = kx + 0.6f + textW <= PosX + 15.0f || kx < PosX + 8.3f;
-    DrawTextAt(right ? kx + 0.6f : std::max(PosX + 1.8f, kx - 0.6f - textW), PosY + 1.8f, 0, lead->Note);
-  } else {
-    DrawTextAt(kx + 0.6f, PosY + 1.8f, 0, IntToText(Step));
-  }
+  if (!readout) DrawTextAt(kx + 0.6f, PosY + 1.8f, 0, IntToText(Step));
   // The tracks' rows beneath the panel.
   float y = PosY;
   for (auto& a : anis) {

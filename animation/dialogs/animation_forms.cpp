@@ -26,6 +26,7 @@
 #include "document/numtext.h"
 #include "document/undo.h"
 #include "expr/text_prep.h"
+#include "tools/name_rules.h"
 #include "geometry/dialogs/property_forms.h"
 
 namespace vt::app {
@@ -306,6 +307,8 @@ void frmTrack::accept() {
 
 // ---- frmVar -------------------------------------------------------------------------------
 
+constexpr const char* kOwnPlayer = "(a new player)";
+
 frmVar::frmVar(QWidget* parent, const std::string& editId) : QDialog(parent), editId_(editId) {
   setObjectName("frmVar");
   setWindowTitle(tr("Parameter"));
@@ -324,6 +327,11 @@ frmVar::frmVar(QWidget* parent, const std::string& editId) : QDialog(parent), ed
   txtStep_ = field("txtStep", tr("Step"), "0.1");
   txtDecimal_ = field("txtDecimal", tr("Decimal"), "2");
   AddTimeAndPlayerRows(this, form, txtFrom_, txtTo_, player_, QObject::tr("(0~1)"));
+  // A new parameter gets a slider of its own unless a player is chosen.
+  if (editId_.empty() && Sel.AniCtrls.count() == 0) {
+    player_->combo->insertItem(0, tr(kOwnPlayer));
+    player_->combo->setCurrentIndex(0);
+  }
   auto* v = new QVBoxLayout(this);
   v->addLayout(form);
   v->addWidget(OkCancel(this, editId_.empty() ? tr("Create") : tr("OK")));
@@ -372,7 +380,16 @@ void frmVar::accept() {
     QDialog::accept();
     return;
   }
-  if (!CreateParameter(player_->Id(), f)) return;
+  std::string playerId = player_->Id();
+  if (playerId == kOwnPlayer) {
+    // The player is made once the fields are known to be good.
+    std::string name = f.name;
+    const std::string error = ParameterFieldsError(f);
+    if (!CheckParameterName(name)) return;
+    if (!error.empty()) return void(host().MsgBox(error, "Note", MsgButtons::OK, MsgIcon::Exclamation));
+    playerId = NewPlayer()->ID;
+  }
+  if (!CreateParameter(playerId, f)) return;
   PushSnapshot();
   RedrawScene();
   QDialog::accept();
