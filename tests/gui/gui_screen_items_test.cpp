@@ -3,6 +3,7 @@
 // view settings keeping their dialog open on a bad limit, and an animation
 // player that plays from its button under the event loop and stops; the
 // parameter dialog makes a parameter track.
+#include <QComboBox>
 #include <QLineEdit>
 #include <cmath>
 
@@ -166,7 +167,8 @@ void GuiScreenItemsTest::theParameterDialogMakesATrack() {
   CAniControl* c = NewPlayer();
   auto* dialog = new vt::app::frmVar(window_);
   dialog->show();
-  dialog->findChild<QLineEdit*>("txtName")->setText("a");
+  dialog->findChild<QLineEdit*>("txtName")->setText("x");
+  dialog->findChild<QComboBox*>("cboPlayer")->setCurrentText(QString::fromStdString(c->ID));
   dialog->findChild<QLineEdit*>("txtMin")->setText("0");
   dialog->findChild<QLineEdit*>("txtMax")->setText("2");
   // A bad name keeps the dialog open (the message box is answered by the

@@ -563,6 +563,7 @@ void SessionTest::aBadFormulaIsRefusedOnceWhereItIsTyped() {
   auto* var = new vt::app::frmVar(window_);
   var->show();
   var->findChild<QLineEdit*>("txtName")->setText("K");
+  var->findChild<QComboBox*>("cboPlayer")->setCurrentText(QString::fromStdString(player->ID));
   var->findChild<QLineEdit*>("txtMin")->setText("0,5");
   var->findChild<QLineEdit*>("txtMax")->setText(" 2,25 ");
   var->accept();
