@@ -1,6 +1,8 @@
 // The animation commands, the work of the animation dialogs, the readers of
 // players and loci, and the select tool's hooks for the panels.
 #include <algorithm>
+#include <cmath>
+#include <memory>
 #include <utility>
 
 #include "animation/animation.h"
@@ -11,6 +13,7 @@
 #include "document/host.h"
 #include "document/undo.h"
 #include "geometry/locus.h"
+#include "geometry/propagation.h"
 #include "graphs/funcurve.h"
 #include "graphs/surface.h"
 #include "persist/docio.h"
@@ -70,6 +73,8 @@ void PlayerPress(CAniControl& c, float px, float py) {
   }
   c.JDPicked = c.PickKnob(px, y);
   if (c.JDPicked) {
+    // The knob keeps its place under the mouse: only a move changes the frame.
+    c.GrabOffset = px - c.KnobX();
     // The knob is dragged, not the panel.
     DeselectObject(c);
     DragMoved = true;
@@ -88,7 +93,7 @@ bool KnobDrag(float px, float) {
     if (!c->JDPicked) continue;
     took = true;
     const short before = c->Step;
-    c->SetStepFromX(px);
+    c->SetStepFromX(px - c->GrabOffset);
     if (c->Step != before) c->ShowFrame();
   }
   if (took) RedrawScene();
@@ -150,6 +155,9 @@ bool ApplyAniSetting(const std::string& id, int steps, float seconds, int mode) 
   c->AniRunMode = std::clamp(mode, 1, 4);
   c->Step = 0;
   for (auto& a : c->anis) a->Steps = c->Steps;
+  // A parameter's player stays at the parameter's value.
+  if (const CAnimation* lead = c->LeadingParameter()) c->Step = static_cast<short>(lead->ParamFrame());
+  for (auto& a : c->anis) a->Step = c->Step;
   if (c->TimerId) host().SetTimerInterval(c->TimerId, std::max(1, c->Interval()));
   return true;
 }
@@ -164,64 +172,93 @@ CAnimation* AddTrackToPlayer(CAniControl& player, std::unique_ptr<CAnimation> tr
   return player.AddTrack(std::move(track));
 }
 
-CAnimation* CreateParameter(const std::string& playerId, std::string name, float min, float max, int decimals,
-                            float timeFrom, float timeTo) {
-  if (!CheckParameterName(name)) return nullptr;
-  if (min > max) {
-    host().MsgBox("The minimum value must be smaller than the maximum one. ", "Note", MsgButtons::OK,
-                  MsgIcon::Exclamation);
-    return nullptr;
-  }
+std::string ParameterFieldsError(const ParameterForm& f) {
+  if (!(f.min < f.max)) return "The minimum value must be smaller than the maximum one. ";
+  if (!(f.step > 0)) return "The step must be larger than 0. ";
+  if ((static_cast<double>(f.max) - f.min) / f.step > 10000.0)
+    return "The step is too small: the range would take more than 10000 steps. ";
+  if (!(f.value >= f.min && f.value <= f.max)) return "The value must lie between the minimum and the maximum. ";
+  return TimeError(f.timeFrom, f.timeTo);
+}
+
+namespace {
+
+void TakeParameterFields(CAnimation& a, const ParameterForm& f) {
+  a.AniType = 20;
+  a.Para1 = f.name;
+  a.RangeFrom1 = f.min;
+  a.RangeTo1 = f.max;
+  a.RangeTo2 = f.value;
+  a.Para0 = f.step;
+  a.RangeFrom2 = static_cast<float>(std::clamp(f.decimals, 0, 15));
+  a.TimeFrom = f.timeFrom;
+  a.TimeTo = f.timeTo;
+  a.BuildNote();
+}
+
+// Everything that reads parameters follows a new value or name: curves and
+// surfaces sample again, computed notes measure again, as after a frame.
+void FollowParameters() {
+  RefreshFunCurves();
+  RefreshSurfaces();
+  std::unique_ptr<PropagationTrace> trace;
+  if (!PropagationTrace::Active()) trace = std::make_unique<PropagationTrace>();
+  RepropagateAfterMove();
+}
+
+bool SayNote(const std::string& text) {
+  host().MsgBox(text, "Note", MsgButtons::OK, MsgIcon::Exclamation);
+  return false;
+}
+
+}  // namespace
+
+CAnimation* CreateParameter(const std::string& playerId, ParameterForm form) {
+  if (!CheckParameterName(form.name)) return nullptr;
+  const std::string error = ParameterFieldsError(form);
+  if (!error.empty()) return SayNote(error), nullptr;
   CAniControl* player = Doc.AniCtrls.FindById(playerId);
-  if (!player) {
-    host().MsgBox(kNotExist, "Note", MsgButtons::OK, MsgIcon::Exclamation);
-    return nullptr;
-  }
+  if (!player) return SayNote(kNotExist), nullptr;
   if (player->AniNum() >= CAniControl::kMaxTracks) return nullptr;
   auto a = std::make_unique<CAnimation>();
   a->ID = NewObjectId("AN");
-  a->AniType = 20;
-  a->RangeFrom1 = min;
-  a->RangeTo1 = max;
-  a->TimeFrom = timeFrom;
-  a->TimeTo = timeTo;
-  a->RangeFrom2 = static_cast<float>(std::clamp(decimals, 0, 15));
-  a->Para1 = name;
-  a->RangeTo2 = min;
-  a->BuildNote();
+  TakeParameterFields(*a, form);
   CAnimation* t = AddTrackToPlayer(*player, std::move(a));
+  player->FitToParameter();
   // Formulas that name the new parameter can be sampled now.
-  RefreshFunCurves();
-  RefreshSurfaces();
+  FollowParameters();
   return t;
 }
 
-bool EditParameter(const std::string& trackId, std::string name, float min, float max, int decimals,
-                   float timeFrom, float timeTo) {
-  auto say = [](const std::string& text) {
-    host().MsgBox(text, "Note", MsgButtons::OK, MsgIcon::Exclamation);
-    return false;
-  };
-  CAnimation* a = FindTrack(trackId);
-  if (!a || a->AniType != 20) return say(kNotExist);
-  if (!CheckParameterName(name)) return false;
-  if (min > max) return say("The minimum value must be smaller than the maximum one. ");
-  const std::string timeError = TimeError(timeFrom, timeTo);
-  if (!timeError.empty()) return say(timeError);
-  const float places = static_cast<float>(std::clamp(decimals, 0, 15));
-  if (name == a->Para1 && min == a->RangeFrom1 && max == a->RangeTo1 && places == a->RangeFrom2 &&
-      timeFrom == a->TimeFrom && timeTo == a->TimeTo)
+CAnimation* CreateParameter(const std::string& playerId, std::string name, float min, float max, int decimals,
+                            float timeFrom, float timeTo) {
+  ParameterForm f;
+  f.name = std::move(name);
+  f.min = f.value = min;
+  f.max = max;
+  f.decimals = decimals;
+  f.timeFrom = timeFrom;
+  f.timeTo = timeTo;
+  const CAniControl* player = Doc.AniCtrls.FindById(playerId);
+  const float frames = player ? std::max(1.0f, std::floor(player->Steps * timeTo) - std::floor(player->Steps * timeFrom)) : 40.0f;
+  f.step = (max - min) / frames;
+  return CreateParameter(playerId, std::move(f));
+}
+
+bool EditParameter(const std::string& trackId, ParameterForm form) {
+  CAniControl* player = nullptr;
+  CAnimation* a = FindTrack(trackId, &player);
+  if (!a || a->AniType != 20) return SayNote(kNotExist);
+  if (!CheckParameterName(form.name, trackId)) return false;
+  const std::string error = ParameterFieldsError(form);
+  if (!error.empty()) return SayNote(error);
+  const float places = static_cast<float>(std::clamp(form.decimals, 0, 15));
+  if (form.name == a->Para1 && form.min == a->RangeFrom1 && form.max == a->RangeTo1 && places == a->RangeFrom2 &&
+      form.value == a->RangeTo2 && form.step == a->Para0 && form.timeFrom == a->TimeFrom && form.timeTo == a->TimeTo)
     return true;
-  a->Para1 = name;
-  a->RangeFrom1 = min;
-  a->RangeTo1 = max;
-  a->RangeFrom2 = places;
-  a->TimeFrom = timeFrom;
-  a->TimeTo = timeTo;
-  a->RangeTo2 = std::clamp(a->RangeTo2, min, max);
-  a->BuildNote();
-  RefreshFunCurves();
-  RefreshSurfaces();
+  TakeParameterFields(*a, form);
+  player->FitToParameter();
+  FollowParameters();
   PushSnapshot();
   RedrawScene();
   return true;
@@ -343,6 +380,14 @@ void RegisterAnimationCommands() {
         Opener()(a->AniType, a->ID);
         return;
       }
+    // The panel of a parameter's player opens the parameter; its dialog
+    // reaches the player's settings.
+    if (CAnimation* lead = c.LeadingParameter()) {
+      EditObjectId = lead->ID;
+      AniDialogKind = 20;
+      Opener()(20, lead->ID);
+      return;
+    }
     Opener()(13, o.ID);
   });
 }

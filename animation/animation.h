@@ -39,15 +39,31 @@ bool ApplyAniSetting(const std::string& id, int steps, float seconds, int mode);
 // the player's Step and Steps. nullptr when the player holds 50 tracks.
 CAnimation* AddTrackToPlayer(CAniControl& player, std::unique_ptr<CAnimation> track);
 
-// frmVar's Create: checks the name and the range (messages as the dialog
-// shows them) and adds a parameter track. nullptr when refused.
+// The fields of frmVar: a parameter's name, value, range, step, the
+// decimals of its readout and the time range of its player.
+struct ParameterForm {
+  std::string name;
+  float value = 0, min = 0, max = 10, step = 0.1f;
+  int decimals = 2;
+  float timeFrom = 0, timeTo = 1;
+};
+// The message for fields that cannot make a parameter (the name aside): the
+// minimum not below the maximum, a step not above 0 or too small for the
+// range, the value outside the range, the time range. "" when they are good.
+std::string ParameterFieldsError(const ParameterForm& form);
+
+// frmVar's Create: checks the name and the fields (the message shown) and
+// adds a parameter track with the value. A player that drives only
+// parameters takes one frame per step and stands at the value. nullptr when
+// refused.
+CAnimation* CreateParameter(const std::string& playerId, ParameterForm form);
+// The same with the value at the minimum and one step per frame of the player.
 CAnimation* CreateParameter(const std::string& playerId, std::string name, float min, float max, int decimals,
                             float timeFrom, float timeTo);
 // frmVar's OK on a parameter track being edited: the same checks, then the
-// track takes the fields in place (its value kept, brought into the new
-// range), one undo step. False when refused, the message shown.
-bool EditParameter(const std::string& trackId, std::string name, float min, float max, int decimals,
-                   float timeFrom, float timeTo);
+// track takes the fields in place, everything that reads the parameter
+// follows at once, one undo step. False when refused, the message shown.
+bool EditParameter(const std::string& trackId, ParameterForm form);
 
 // The fields of the track dialogs (frmMoving, frmRotating, frmZoom,
 // frmPathAni, frmColorAni).

@@ -170,6 +170,28 @@ void CAniControl::ShowFrame() {
   }
 }
 
+CAnimation* CAniControl::LeadingParameter() const {
+  for (const auto& a : anis)
+    if (a->AniType == 20) return a.get();
+  return nullptr;
+}
+
+void CAniControl::FitToParameter() {
+  CAnimation* lead = LeadingParameter();
+  if (!lead || lead->Para0 <= 0) return;
+  for (const auto& a : anis)
+    if (a->AniType != 20) return;
+  const float span = lead->TimeTo - lead->TimeFrom;
+  if (span > 0) {
+    const double steps = std::round(lead->ParamIntervals() / static_cast<double>(span));
+    Steps = static_cast<short>(std::clamp(steps, 1.0, 32767.0));
+  }
+  for (auto& a : anis) a->Steps = Steps;
+  Step = static_cast<short>(lead->ParamFrame());
+  for (auto& a : anis) a->Step = Step;
+  if (TimerId) host().SetTimerInterval(TimerId, std::max(1, Interval()));
+}
+
 // ---- the panel ----------------------------------------------------------------
 
 float CAniControl::KnobX() const {
@@ -201,12 +223,16 @@ void CAniControl::SetStepFromX(float x) {
 
 void CAniControl::Draw() {
   if (Hide) return;
-  // The panel.
+  // The panel. A player whose first track is a parameter takes that
+  // parameter's row ("a = 1.00") into the panel, under the slider, in place
+  // of the frame number.
+  const bool readout = !anis.empty() && anis.front()->AniType == 20 && !anis.front()->Hide;
+  const float bottom = readout ? PosY - 3 : PosY;
   glColor3f(0.85f, 0.85f, 0.85f);
-  DrawOverlayRect(GL_QUADS, PosX, PosY, PosX + 15, PosY + 3, 0);
+  DrawOverlayRect(GL_QUADS, PosX, bottom, PosX + 15, PosY + 3, 0);
   glColor3f(0, 0, 0);
   glLineWidth(Selected ? 2.0f : 1.0f);
-  DrawOverlayRect(GL_LINE_LOOP, PosX, PosY, PosX + 15, PosY + 3, 0);
+  DrawOverlayRect(GL_LINE_LOOP, PosX, bottom, PosX + 15, PosY + 3, 0);
   glLineWidth(1.0f);
   // Play: a triangle while stopped, two bars while running.
   glColor3f(0, 0.5f, 0);
@@ -241,7 +267,7 @@ void CAniControl::Draw() {
   }
   glEnd();
   glColor3f(0, 0, 0);
-  DrawTextAt(kx + 0.6f, PosY + 1.8f, 0, IntToText(Step));
+  if (!readout) DrawTextAt(kx + 0.6f, PosY + 1.8f, 0, IntToText(Step));
   // The tracks' rows beneath the panel.
   float y = PosY;
   for (auto& a : anis) {

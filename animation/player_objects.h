@@ -40,6 +40,8 @@ class CAnimation : public DocObject {
   short Step = 0;
   float TimeFrom = 0, TimeTo = 1;
   float RangeFrom1 = 0, RangeTo1 = 0, RangeFrom2 = 0, RangeTo2 = 0, RangeFrom3 = 0, RangeTo3 = 0;
+  // A parameter's step (0 in files made before parameters had one: the
+  // frames of its time range then give the step).
   float Para0 = 0;
   std::string Para1;
   std::vector<std::string> Para2;  // the bound objects
@@ -61,6 +63,14 @@ class CAnimation : public DocObject {
   void Update();
   // The row text: the kind's description of what the track does.
   void BuildNote();
+
+  // Parameter tracks: the step of the value, the count of steps from the
+  // minimum to the maximum, the value the track takes at a frame (always on
+  // the grid of the step), and the frame that shows the value it holds now.
+  float ParamStep() const;
+  int ParamIntervals() const;
+  float ParamValueAt(int step) const;
+  int ParamFrame() const;
 
   std::string Save() const override;
   // Reads the fields of a track from inside a player's record.
@@ -92,6 +102,14 @@ class CAniControl : public DocObject {
   short Status = 1;  // 1 stopped, 2 running
   std::vector<std::unique_ptr<CAnimation>> anis;  // AniNum = anis.size()
   int TimerId = 0;  // the host's timer; 0 while there is none
+  float GrabOffset = 0;  // knob drag: the mouse's distance from the knob's centre at the press
+
+  // The first parameter track, whose name and value the knob shows; nullptr
+  // when the player drives no parameter.
+  CAnimation* LeadingParameter() const;
+  // A player that drives parameters alone takes one frame per step of its
+  // first parameter and stands at the frame of that parameter's value.
+  void FitToParameter();
 
   int AniNum() const { return static_cast<int>(anis.size()); }
   // Appends a track; nullptr (the track dropped) when 50 are there.

@@ -255,17 +255,45 @@ void CAnimation::Update() {
       }
       break;
     }
-    case 20: {
-      float value;
-      if (start < Step && Step <= end) value = RangeFrom1 + (RangeTo1 - RangeFrom1) * static_cast<float>(Step - start) / static_cast<float>(end - start);
-      else if (Step <= start) value = RangeFrom1;
-      else value = RangeTo1;
-      RangeTo2 = value;
+    case 20:
+      RangeTo2 = ParamValueAt(Step);
       BuildNote();
       break;
-    }
     default: break;
   }
+}
+
+float CAnimation::ParamStep() const {
+  if (Para0 > 0) return Para0;
+  return (RangeTo1 - RangeFrom1) / static_cast<float>(std::max(1, EndStep() - StartStep()));
+}
+
+int CAnimation::ParamIntervals() const {
+  const double step = ParamStep();
+  if (!(step > 0)) return 1;
+  const double n = std::ceil((static_cast<double>(RangeTo1) - RangeFrom1) / step - 1e-4);
+  return static_cast<int>(std::clamp(n, 1.0, 32767.0));
+}
+
+float CAnimation::ParamValueAt(int step) const {
+  const int start = StartStep(), end = EndStep();
+  if (step <= start || end <= start) return step > start && end <= start ? RangeTo1 : RangeFrom1;
+  if (step > end) return RangeTo1;
+  const double frac = static_cast<double>(step - start) / static_cast<double>(end - start);
+  if (Para0 <= 0) return static_cast<float>(RangeFrom1 + (RangeTo1 - RangeFrom1) * frac);
+  // On the grid of the step, the last frame at the maximum.
+  const double k = std::round(frac * ParamIntervals());
+  return static_cast<float>(std::min<double>(RangeTo1, RangeFrom1 + k * static_cast<double>(Para0)));
+}
+
+int CAnimation::ParamFrame() const {
+  const int start = StartStep(), end = EndStep();
+  const double step = ParamStep();
+  if (end <= start || !(step > 0)) return std::clamp(start, 0, static_cast<int>(Steps));
+  const double k = std::clamp(std::round((static_cast<double>(RangeTo2) - RangeFrom1) / step), 0.0,
+                              static_cast<double>(ParamIntervals()));
+  const long frame = start + std::lround(k / ParamIntervals() * (end - start));
+  return static_cast<int>(std::clamp(frame, 0L, static_cast<long>(Steps)));
 }
 
 void CAnimation::BuildNote() {
@@ -343,6 +371,13 @@ std::unique_ptr<CAnimation> CAnimation::Load(RecordReader& r) {
     a->InitZ.push_back(r.Single());
   }
   if (a->AniType == 5) a->Init();
+  if (a->AniType == 20 && a->Para0 <= 0) {
+    // Written before parameters kept a step: the value is the frame's, and
+    // the step is one frame of its time range.
+    a->Update();
+    const float step = a->ParamStep();
+    if (step > 0) a->Para0 = step;
+  }
   return a;
 }
 

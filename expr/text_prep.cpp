@@ -3,13 +3,14 @@
 #include <string_view>
 
 #include "document/numtext.h"
+#include "expr/parameters.h"
 
 namespace vt {
 
 namespace {
 
 constexpr std::string_view kExprChars =
-    "-1234567890.+*/^()abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    "-1234567890.+*/^()_abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
 constexpr std::string_view kNumberChars = "-1234567890Ee.";
 
 bool FilterText(std::string& source, std::string& result, std::string_view accepted) {
@@ -40,6 +41,7 @@ bool FilterText(std::string& source, std::string& result, std::string_view accep
 
 bool In(std::string_view set, char c) { return set.find(c) != std::string_view::npos; }
 bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+bool IsWordChar(char c) { return IsLetter(c) || (c >= '0' && c <= '9') || c == '_'; }
 
 constexpr std::string_view kVarLetters = "abnrtxyziABNRTXYZI";
 constexpr std::string_view kLeadSet = "1234567890+-*/^()pP";
@@ -71,16 +73,37 @@ std::string InsertImplicitProducts(const std::string& text) {
   std::string out;
   out.reserve(text.size() + text.size() / 2);
   const std::size_t n = text.size();
+  // The names of the parameters and notes, read once a word needs them: a
+  // name such as "a1" or "t0" stays one word rather than "a*1".
+  VariableTable names;
+  bool namesRead = false;
+  auto isName = [&](std::string_view word) {
+    if (!namesRead) {
+      LoadParameterTable(names);
+      namesRead = true;
+    }
+    return names.Find(word) != 0;
+  };
   for (std::size_t i = 0; i + 1 < n; ++i) {
     const char c = text[i];
     const char next = text[i + 1];
-    out.push_back(c);
     bool product = false;
     if (In(kDigitsRightParen, c) && (IsLetter(next) || next == '(')) product = true;  // 1
     if (In(kVarLetters, c) && In(kNumberOrOpen, next)) {
       if (i == 0) product = true;                     // 2
       else if (In(kLeadSet, text[i - 1])) product = true;  // 3
+      if (product && IsWordChar(next)) {
+        std::size_t end = i + 1;
+        while (end < n && IsWordChar(text[end])) ++end;
+        if (isName(std::string_view(text).substr(i, end - i))) {
+          // The whole name, then what follows it as any word's end.
+          out.append(text, i, end - i - 1);
+          i = end - 2;
+          continue;
+        }
+      }
     }
+    out.push_back(c);
     if (c == ')' && In(kNumberChars2, next)) product = true;  // 4
     if (product) out.push_back('*');
   }

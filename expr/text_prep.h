@@ -9,7 +9,7 @@
 namespace vt {
 
 // Filter for formula and range fields: drops blanks, turns "," into ".",
-// keeps "-1234567890.+*/^()" and ASCII letters. Any other character stops it
+// keeps "-1234567890.+*/^()_" and ASCII letters. Any other character stops it
 // with false: `result` holds what was accepted, `source` the rest from that
 // character on. On success `source` is empty. A source that is "" or " "
 // gives "0" and true.
@@ -24,7 +24,8 @@ bool FilterNumberText(std::string& source, std::string& result);
 bool ReadNumberText(const std::string& text, float& value, std::string* cleaned = nullptr);
 
 // Puts "*" where a product is implied: "2x" -> "2*x", "(x+1)(x-1)" ->
-// "(x+1)*(x-1)", "x2" -> "x*2", "2pi" -> "2*pi". The empty text gives "*",
+// "(x+1)*(x-1)", "x2" -> "x*2", "2pi" -> "2*pi". A word that is the name of
+// a parameter or note ("a1", "t0") stays whole. The empty text gives "*",
 // which the compiler refuses as a missing operand.
 std::string InsertImplicitProducts(const std::string& text);
 

@@ -515,11 +515,15 @@ void StartDocument() {
   // The parameter K on a player, and a curve that reads it.
   CAniControl* player = NewPlayer();
   Check("Animation Player");
-  CAnimation* k = CreateParameter(player->ID, "K", 0.5f, 2.5f, 2, 0, 1);
+  ParameterForm kForm;
+  kForm.name = "K";
+  kForm.value = 1.5f;
+  kForm.min = 0.5f;
+  kForm.max = 2.5f;
+  kForm.step = 0.05f;
+  CAnimation* k = CreateParameter(player->ID, kForm);
   Check("Parameter");
   if (!k) throw std::runtime_error("Parameter: nothing was made");
-  k->RangeTo2 = 1.5f;
-  k->BuildNote();
 
   CurveForm form = NewCurveForm();
   form.coordType = 1;

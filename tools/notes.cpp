@@ -465,7 +465,7 @@ bool ComputeFormulaOK(const std::string& expression, const std::string& editId, 
 
 bool ComputeNoteOK(std::string name, const std::string& expression, const std::string& describe,
                    const std::string& editId) {
-  if (!CheckParameterName(name)) return false;
+  if (!CheckParameterName(name, editId)) return false;
   if (!ComputeFormulaOK(expression, editId)) return false;
   CNote* n = editId.empty() ? nullptr : Doc.Notes.FindById(editId);
   if (n && n->NoteType == 0) {

@@ -15,6 +15,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 #include "animation/animation.h"
 #include "animation/export.h"
 #include "document/document.h"
@@ -24,6 +26,7 @@
 #include "document/numtext.h"
 #include "document/undo.h"
 #include "expr/text_prep.h"
+#include "tools/name_rules.h"
 #include "geometry/dialogs/property_forms.h"
 
 namespace vt::app {
@@ -304,6 +307,8 @@ void frmTrack::accept() {
 
 // ---- frmVar -------------------------------------------------------------------------------
 
+constexpr const char* kOwnPlayer = "(a new player)";
+
 frmVar::frmVar(QWidget* parent, const std::string& editId) : QDialog(parent), editId_(editId) {
   setObjectName("frmVar");
   setWindowTitle(tr("Parameter"));
@@ -316,23 +321,42 @@ frmVar::frmVar(QWidget* parent, const std::string& editId) : QDialog(parent), ed
     return e;
   };
   txtName_ = field("txtName", tr("Name"), QString());
-  txtMin_ = field("txtMin", tr("Min"), "0");
+  txtValue_ = field("txtValue", tr("Value"), "1");
+  txtMin_ = field("txtMin", tr("Min"), "-10");
   txtMax_ = field("txtMax", tr("Max"), "10");
+  txtStep_ = field("txtStep", tr("Step"), "0.1");
   txtDecimal_ = field("txtDecimal", tr("Decimal"), "2");
   AddTimeAndPlayerRows(this, form, txtFrom_, txtTo_, player_, QObject::tr("(0~1)"));
+  // A new parameter gets a slider of its own unless a player is chosen.
+  if (editId_.empty() && Sel.AniCtrls.count() == 0) {
+    player_->combo->insertItem(0, tr(kOwnPlayer));
+    player_->combo->setCurrentIndex(0);
+  }
   auto* v = new QVBoxLayout(this);
   v->addLayout(form);
   v->addWidget(OkCancel(this, editId_.empty() ? tr("Create") : tr("OK")));
   if (CAnimation* t = FindTrack(editId_)) {
     auto text = [](float v) { return QString::fromStdString(SingleToText(v)); };
     txtName_->setText(QString::fromStdString(t->Para1));
+    txtValue_->setText(text(t->RangeTo2));
     txtMin_->setText(text(t->RangeFrom1));
     txtMax_->setText(text(t->RangeTo1));
+    txtStep_->setText(text(t->ParamStep()));
     txtDecimal_->setText(QString::number(std::clamp(static_cast<int>(t->RangeFrom2), 0, 15)));
     txtFrom_->setText(text(t->TimeFrom));
     txtTo_->setText(text(t->TimeTo));
     player_->Choose(t->ACID);
     player_->setEnabled(false);
+    // The player's own settings (frames, time, mode) stay one click away.
+    auto* settings = new QPushButton(tr("Player Settings..."), this);
+    settings->setObjectName("cmdPlayerSettings");
+    form->addRow(QString(), settings);
+    const std::string playerId = t->ACID;
+    connect(settings, &QPushButton::clicked, this, [this, playerId] {
+      auto* d = new frmAniSetting(parentWidget(), playerId);
+      d->show();
+      d->raise();
+    });
   }
 }
 
@@ -341,21 +365,31 @@ frmVar::~frmVar() {
 }
 
 void frmVar::accept() {
-  float min = 0, max = 0, decimals = 0, from = 0, to = 1;
-  if (!ReadNumber(txtMin_, min)) return BadField(txtMin_);
-  if (!ReadNumber(txtMax_, max)) return BadField(txtMax_);
-  if (!ReadNumber(txtDecimal_, decimals)) return BadField(txtDecimal_);
-  if (!ReadNumber(txtFrom_, from)) return BadField(txtFrom_);
-  if (!ReadNumber(txtTo_, to)) return BadField(txtTo_);
+  ParameterForm f;
+  float decimals = 0;
+  const std::pair<QLineEdit*, float*> numbers[] = {{txtValue_, &f.value}, {txtMin_, &f.min},   {txtMax_, &f.max},
+                                                   {txtStep_, &f.step},   {txtDecimal_, &decimals},
+                                                   {txtFrom_, &f.timeFrom}, {txtTo_, &f.timeTo}};
+  for (const auto& [field, out] : numbers)
+    if (!ReadNumber(field, *out)) return BadField(field);
+  f.name = txtName_->text().toStdString();
+  f.decimals = static_cast<int>(decimals);
   if (!editId_.empty()) {
-    if (!EditParameter(editId_, txtName_->text().toStdString(), min, max, static_cast<int>(decimals), from, to))
-      return;
+    if (!EditParameter(editId_, f)) return;
     EditMode = false;
     QDialog::accept();
     return;
   }
-  if (!CreateParameter(player_->Id(), txtName_->text().toStdString(), min, max, static_cast<int>(decimals), from, to))
-    return;
+  std::string playerId = player_->Id();
+  if (playerId == kOwnPlayer) {
+    // The player is made once the fields are known to be good.
+    std::string name = f.name;
+    const std::string error = ParameterFieldsError(f);
+    if (!CheckParameterName(name)) return;
+    if (!error.empty()) return void(host().MsgBox(error, "Note", MsgButtons::OK, MsgIcon::Exclamation));
+    playerId = NewPlayer()->ID;
+  }
+  if (!CreateParameter(playerId, f)) return;
   PushSnapshot();
   RedrawScene();
   QDialog::accept();

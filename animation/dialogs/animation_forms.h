@@ -56,8 +56,9 @@ class frmTrack : public QDialog {
   QLineEdit *txtFrom_, *txtTo_;
 };
 
-// frmVar: "Name", "Min", "Max", "Decimal", the time range and the player;
-// a parameter track's double click opens it on that track.
+// frmVar: "Name", "Value", "Min", "Max", "Step", "Decimal", the time range
+// and the player; a double click on a parameter's row or on its player's
+// panel opens it on that parameter, with the player's settings a button away.
 class frmVar : public QDialog {
   Q_OBJECT
  public:
@@ -69,7 +70,7 @@ class frmVar : public QDialog {
  private:
   std::string editId_;
   PlayerChooser* player_;
-  QLineEdit *txtName_, *txtMin_, *txtMax_, *txtDecimal_, *txtFrom_, *txtTo_;
+  QLineEdit *txtName_, *txtValue_, *txtMin_, *txtMax_, *txtStep_, *txtDecimal_, *txtFrom_, *txtTo_;
 };
 
 // frmLocus: the traced point (the selected one), its colour and the player.

@@ -23,7 +23,7 @@ TEST(FilterText, CleansOrStopsAtTheFirstBadCharacter) {
       {true, "", true, "0", ""},        {true, " ", true, "0", ""},     {true, "  ", true, "", ""},
       {true, "\t1", false, "", "\t1"}, // only the blank is dropped
       {false, "x + 1", true, "x+1", ""}, {false, "2,5*X^2/(a-b)", true, "2.5*X^2/(a-b)", ""},
-      {false, "x_1", false, "x", "_1"}, {false, "", true, "0", ""}, {false, "x=1", false, "x", "=1"},
+      {false, "x_1&y", false, "x_1", "&y"}, {false, "", true, "0", ""}, {false, "x=1", false, "x", "=1"},
       {false, "1e5#", false, "1e5", "#"},
   };
   for (const auto& c : cases) {

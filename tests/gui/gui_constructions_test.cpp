@@ -128,10 +128,12 @@ void GuiConstructionsTest::computeDialogKeepsItsNameRulesAndMakesAComputedNote()
     const char* message;
   } refused[] = {
       {"  ", "Please input the name. "},
-      {"a1", "The name is invalid, the first letter must be written in capitals. "},
+      {"1a", "The name is invalid, the first character must be a letter. "},
       {"A-1",
-       "The name is invalid, invalid character exists. The name must be composed of characters and numbers, the "
-       "first letter must be written in capitals. "},
+       "The name is invalid, invalid character exists. The name must be composed of letters, digits and \"_\", "
+       "and start with a letter. "},
+      {"Sqr", "The name Sqr is a function of the formulas; please choose another name. "},
+      {"x", "The name x is a variable of curves and surfaces; please choose another name. "},
   };
   for (const auto& r : refused) {
     name->setText(r.name);

@@ -563,7 +563,8 @@ void SessionTest::aBadFormulaIsRefusedOnceWhereItIsTyped() {
   CAniControl* player = NewPlayer();
   auto* var = new vt::app::frmVar(window_);
   var->show();
-  var->findChild<QLineEdit*>("txtName")->setText("k");
+  var->findChild<QLineEdit*>("txtName")->setText("x");
+  var->findChild<QComboBox*>("cboPlayer")->setCurrentText(QString::fromStdString(player->ID));
   var->findChild<QLineEdit*>("txtMin")->setText("0,5");
   var->findChild<QLineEdit*>("txtMax")->setText(" 2,25 ");
   var->accept();

@@ -162,6 +162,7 @@ class RoundTripTest : public test::DocumentTest {
       auto a = std::make_unique<CAnimation>();
       a->ID = NewObjectId("AN"), a->ACID = c->ID, a->AniType = 1, a->Para2 = {Point()->ID};
       a->Note = Text(), a->Para1 = Text(), a->Para3 = Text(), a->Para4 = Text();
+      if (!Pick(3)) a->AniType = 20, a->RangeFrom1 = -2, a->RangeTo1 = 2, a->RangeTo2 = 0.75f, a->Para0 = 0.25f;
       c->anis.push_back(std::move(a));
     }
     if (Doc.Regions.count() >= 2 && Pick(2)) {
