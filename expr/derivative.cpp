@@ -174,6 +174,7 @@ class Parser {
             return Fail(error, "Illegal symbol " + std::string(1, s[i]));
           ++i;
         }
+        i += ExponentLength(s, i);
         --i;
         std::string token = s.substr(start, i + 1 - start);
         if (token == "." || token == ",") return Fail(error, "Illegal symbol " + token);
@@ -249,7 +250,8 @@ class Parser {
         node = Make(kRankNegation, "MIN", std::move(a.node));
       } else {
         std::string lower = op.token;
-        for (char& ch : lower) ch = static_cast<char>(ch - 'A' + 'a');
+        for (char& ch : lower)
+          if (ch >= 'A' && ch <= 'Z') ch = static_cast<char>(ch - 'A' + 'a');
         node = Make(kRankFunction, std::move(lower), std::move(a.node));
       }
     } else {
@@ -391,10 +393,11 @@ class Deriver {
     if (constants_ && constants_->Find(name) != 0) return Num("0");
     if (!partial_) {
       if (name == "x" || name == "y" || name == "a" || name == "r" || name == "u") return Num("1");
+      if (name == "e") return Num("0");
       return Fail("Can not find derivative of " + name);
     }
     if (SameNameNoCase(name, variable_)) return Num("1");
-    if (name == "x" || name == "y") return Num("0");
+    if (name == "x" || name == "y" || name == "e") return Num("0");
     return Fail(kIllegal);
   }
 
@@ -414,6 +417,8 @@ class Deriver {
       if (op == "*") return Add(Mul(D(u), C(v)), Mul(C(u), D(v)));
       if (op == "/") return Div(Sub(Mul(D(u), C(v)), Mul(C(u), D(v))), Square(v));
       if (op == "^") {
+        // e^v, where e is the constant: e^v v'.
+        if (IsLeafText(u, "e") && !(constants_ && constants_->Find("e") != 0)) return Mul(Pow(C(u), C(v)), D(v));
         if (!HasSymbol(v)) return Mul(Mul(C(v), Pow(C(u), MinusOne(v))), D(u));
         // u^v = exp(v log u): u^v (v' log u + v u' / u)
         Node inner = Add(Mul(D(v), Fn1("log", u)), Div(Mul(C(v), D(u)), C(u)));
@@ -433,8 +438,10 @@ class Deriver {
     auto one = [&] { return Num("1"); };
     auto root = [&](Node x) { return Pow(std::move(x), Num("0.5")); };
     if (f == "sqr") return Div(one(), Mul(Num("2"), Fn1("sqr", u)));
+    if (f == "sqrt") return Div(one(), Mul(Num("2"), Fn1("sqrt", u)));
     if (f == "exp") return Fn1("exp", u);
-    if (f == "log") return Div(one(), C(u));
+    if (f == "log" || f == "ln") return Div(one(), C(u));
+    if (f == "log10") return Div(one(), Mul(C(u), Num("2.302585093")));
     if (f == "sin") return Fn1("cos", u);
     if (f == "cos") return Neg(Fn1("sin", u));
     if (f == "tan") return Div(one(), Pow(Fn1("cos", u), Num("2")));

@@ -77,7 +77,8 @@ std::unique_ptr<clsPolish> ParseToPolish(const std::string& text, std::string& e
 // parameters): each derives to 0, before every other rule, as the evaluator
 // finds a parameter before a free variable of the same name.
 //
-// The derivative for a curve: x, y, a, r and u each derive to 1. Any other
+// The derivative for a curve: x, y, a, r and u each derive to 1, the
+// constant e (where no parameter is called so) to 0. Any other
 // symbol, and the functions without a rule (abs, int, rnd, asec, acsec, sech,
 // csech, asech, acsech), show "Can not find derivative of NAME" titled
 // "Error" and give nullptr. `error`, when given, receives the message.
@@ -85,7 +86,8 @@ std::unique_ptr<clsPolish> Derive(const clsPolish& tree, std::string* error = nu
                                   const VariableTable* constants = nullptr);
 
 // The partial derivative by `variable` (any case): it derives to 1, the other
-// of x and y to 0, any other symbol shows "Expression is illegal.".
+// of x and y and the constant e to 0, any other symbol shows "Expression is
+// illegal.".
 std::unique_ptr<clsPolish> DerivePartial(const clsPolish& tree, const std::string& variable,
                                          std::string* error = nullptr, const VariableTable* constants = nullptr);
 

@@ -10,6 +10,7 @@
 #include "document/numtext.h"
 #include "expr/expression.h"
 #include "expr/functions.h"
+#include "expr/text_prep.h"
 
 namespace vt::evalops {
 
@@ -25,8 +26,8 @@ inline bool IsNumberStart(char c) {
   return (c >= '0' && c <= '9') || c == '.' || c == ',';
 }
 
-// A number token as the evaluator reads it: digits with one point, stopping
-// at anything else ("3,5" reads as 3).
+// A number token as the evaluator reads it: digits with one point and an
+// exponent ("1e-3"), stopping at anything else ("3,5" reads as 3).
 inline double ReadNumber(std::string_view token) {
   std::size_t k = 0;
   bool point = false;
@@ -41,6 +42,7 @@ inline double ReadNumber(std::string_view token) {
       break;
     }
   }
+  k += ExponentLength(token, k);
   return Val(token.substr(0, k));
 }
 

@@ -9,6 +9,7 @@
 #include "expr/eval_ops.h"
 #include "expr/functions.h"
 #include "expr/stack.h"
+#include "expr/text_prep.h"
 
 namespace vt {
 
@@ -199,6 +200,8 @@ std::int32_t Cls6::InfixToPostfix(const std::string& infix, const VariableTable&
         }
         ++i;
       }
+      // "1e-3", "2E5": the exponent belongs to the number.
+      i += ExponentLength(infix, i);
       // The index before the number's last digit.
       pos = static_cast<std::int32_t>(i) - 1;
       std::string_view token(infix.data() + start, i - start);
@@ -232,6 +235,10 @@ std::int32_t Cls6::InfixToPostfix(const std::string& infix, const VariableTable&
       state = 1;
     } else if (vars.Find(upper) != 0) {
       emit(upper);
+      state = 1;
+    } else if (upper == "E") {
+      // Euler's number, where no variable or parameter is called e.
+      emit(kEText);
       state = 1;
     } else {
       return fail("Undefined symbol : '" + std::string(symbol) + "'");

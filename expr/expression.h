@@ -6,7 +6,7 @@
 //   leaves to its caller.
 // - stack.h: Cls13, the tagged value stack the compiler and the plain
 //   evaluator work on.
-// - functions.h: the 30 built-in functions of one argument (names, ranks,
+// - functions.h: the 33 built-in functions of one argument (names, ranks,
 //   values and guards), shared by every evaluation path.
 // - text_prep.h: the input filters, implicit products and sign folding.
 // - derivative.h: the symbolic derivative (clsPolish tree, parse, derive,
@@ -46,6 +46,8 @@ inline constexpr float BreakValue = 0.12345f;
 
 // What the compiler writes for PI.
 inline constexpr const char* kPiText = "3.1415926";
+// What the compiler writes for the constant e.
+inline constexpr const char* kEText = "2.718281828";
 
 // ---- failures the evaluator does not handle itself --------------------------
 //

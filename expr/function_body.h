@@ -165,6 +165,15 @@ inline FnResult Break() { return {0, kFnBreak}; }
     case Fn::SQR:
       if (x < 1e-7) return Domain(kMsgSqr);
       return Value(std::sqrt(x));
+    case Fn::SQRT:
+      if (x < 0) return Domain(kMsgSqrt);
+      return Value(std::sqrt(x));
+    case Fn::LN:
+      if (x <= 0) return Domain(kMsgLn);
+      return Value(std::log(x));
+    case Fn::LOG10:
+      if (x <= 0) return Domain(kMsgLog10);
+      return Value(std::log10(x));
   }
   return Break();
 }

@@ -16,6 +16,7 @@ constexpr const char* kNames[kFunctionCount] = {
     "SIN",   "COS",   "TAN",   "SEC",   "CSEC",   "CTAN",   "ATAN",  "ASIN",  "ACOS", "ASEC",
     "ACSEC", "ACTAN", "SINH",  "COSH",  "TANH",   "CTANH",  "SECH",  "CSECH", "ASINH", "ACOSH",
     "ATANH", "ASECH", "ACSECH", "ACTANH", "ABS",  "EXP",    "INT",   "LOG",   "RND",  "SQR",
+    "SQRT",  "LN",    "LOG10",
 };
 
 std::mt19937& Random() {
@@ -31,7 +32,7 @@ const char kFnBreak[] = "(break)";
 const char* FunctionName(Fn f) { return kNames[static_cast<int>(f)]; }
 
 bool FindFunction(std::string_view upperName, Fn& f) {
-  if (upperName.size() < 3 || upperName.size() > 6) return false;
+  if (upperName.size() < 2 || upperName.size() > 6) return false;
   for (int i = 0; i < kFunctionCount; ++i)
     if (upperName == kNames[i]) {
       f = static_cast<Fn>(i);

@@ -1,6 +1,8 @@
-// The built-in functions of formulas: 30 names, all of one argument, stored in
-// upper case in postfix text. One routine computes them for every evaluation
-// path, so the paths cannot drift apart.
+// The built-in functions of formulas: 33 names, all of one argument, stored in
+// upper case in postfix text. SQRT, LN and LOG10 stand beside SQR and LOG with
+// the domains a calculator has (sqrt(0) is 0, ln takes any positive value).
+// One routine computes them for every evaluation path, so the paths cannot
+// drift apart.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +13,9 @@ namespace vt {
 enum class Fn : std::uint8_t {
   SIN, COS, TAN, SEC, CSEC, CTAN, ATAN, ASIN, ACOS, ASEC, ACSEC, ACTAN,
   SINH, COSH, TANH, CTANH, SECH, CSECH, ASINH, ACOSH, ATANH, ASECH, ACSECH, ACTANH,
-  ABS, EXP, INT, LOG, RND, SQR,
+  ABS, EXP, INT, LOG, RND, SQR, SQRT, LN, LOG10,
 };
-inline constexpr int kFunctionCount = 30;
+inline constexpr int kFunctionCount = 33;
 
 // Upper-case name of a function.
 const char* FunctionName(Fn f);
@@ -31,6 +33,10 @@ inline constexpr const char* kMsgIllegal = "The expression is illegal.";
 inline constexpr const char* kMsgLog = "The parameter of function LOG must be larger than 0.";
 inline constexpr const char* kMsgSqr =
     "The parameter of function SQR must be larger than or equal to 0.";
+inline constexpr const char* kMsgSqrt =
+    "The parameter of function SQRT must be larger than or equal to 0.";
+inline constexpr const char* kMsgLn = "The parameter of function LN must be larger than 0.";
+inline constexpr const char* kMsgLog10 = "The parameter of function LOG10 must be larger than 0.";
 inline constexpr const char* kMsgPower = "A^B, B must be a integer if A is negative.";
 
 // What a function gives: a value to push, nothing to push (ASIN and ACOS near

@@ -3,6 +3,8 @@
 #include <string_view>
 
 #include "document/numtext.h"
+#include "expr/expression.h"
+#include "expr/functions.h"
 #include "expr/parameters.h"
 
 namespace vt {
@@ -68,6 +70,15 @@ bool ReadNumberText(const std::string& text, float& value, std::string* cleaned)
   return true;
 }
 
+std::size_t ExponentLength(std::string_view text, std::size_t at) {
+  if (at >= text.size() || (text[at] != 'e' && text[at] != 'E')) return 0;
+  std::size_t k = at + 1;
+  if (k < text.size() && (text[k] == '+' || text[k] == '-')) ++k;
+  const std::size_t digits = k;
+  while (k < text.size() && text[k] >= '0' && text[k] <= '9') ++k;
+  return k > digits ? k - at : 0;
+}
+
 std::string InsertImplicitProducts(const std::string& text) {
   if (text.empty()) return "*";
   std::string out;
@@ -84,11 +95,48 @@ std::string InsertImplicitProducts(const std::string& text) {
     }
     return names.Find(word) != 0;
   };
+  // Where the digits before i start, and whether they end a name ("log10").
+  auto digitsStart = [&](std::size_t i) {
+    while (i > 0 && (In(kNumberChars2, text[i - 1]))) --i;
+    return i;
+  };
+  auto endsName = [&](std::size_t i) {
+    const std::size_t d = digitsStart(i);
+    return d > 0 && (IsLetter(text[d - 1]) || text[d - 1] == '_');
+  };
   for (std::size_t i = 0; i + 1 < n; ++i) {
     const char c = text[i];
     const char next = text[i + 1];
+    if (In(kVarLetters, c) && In(kNumberOrOpen, next) && IsWordChar(next) &&
+        (i == 0 || In(kLeadSet, text[i - 1]))) {
+      std::size_t end = i + 1;
+      while (end < n && IsWordChar(text[end])) ++end;
+      if (isName(std::string_view(text).substr(i, end - i))) {
+        // The whole name, then what follows it as any word's end.
+        out.append(text, i, end - i - 1);
+        i = end - 2;
+        continue;
+      }
+    }
+    out.push_back(c);
+    const bool digit = c >= '0' && c <= '9';
+    if (digit && !endsName(i)) {
+      // A number's exponent is copied whole.
+      if (const std::size_t e = ExponentLength(text, i + 1)) {
+        // The loop goes on at the exponent's last digit.
+        out.append(text, i + 1, e - 1);
+        i += e - 1;
+        continue;
+      }
+    }
     bool product = false;
     if (In(kDigitsRightParen, c) && (IsLetter(next) || next == '(')) product = true;  // 1
+    if (digit && next == '(' && endsName(i)) {
+      std::size_t s = digitsStart(i);
+      while (s > 0 && (IsLetter(text[s - 1]) || text[s - 1] == '_')) --s;
+      Fn f;
+      if (FindFunction(UpperText(std::string_view(text).substr(s, i + 1 - s)), f)) product = false;
+    }
     if (In(kVarLetters, c) && In(kNumberOrOpen, next)) {
       if (i == 0) product = true;                     // 2
       else if (In(kLeadSet, text[i - 1])) product = true;  // 3

@@ -120,6 +120,14 @@ void mnuEditProp_Click() {
       return;
     }
   }
+  // The other kinds open what a double click on them opens: curves, surfaces,
+  // swept surfaces, computed notes, text items, buttons, players.
+  for (Kind k : {Kind::C2, Kind::SF, Kind::SR, Kind::SS, Kind::NT, Kind::TT, Kind::BT, Kind::AC}) {
+    const std::string id = FirstSelected(k);
+    if (id.empty()) continue;
+    CollectionBase& doc = Doc.Of(k);
+    if (OpenEditDialog(k, *doc.ItemBase(doc.FindId(id)))) return;
+  }
   Note(kSelectObjectsFirst);
 }
 

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "document/document.h"
+#include "document/numtext.h"
 #include "expr/derivative.h"
 #include "expr/parameters.h"
 
@@ -82,6 +83,120 @@ float FormulaValue(const std::string& formula, float x, FormulaVar var, bool* ok
 
 float FormulaValue(const std::string& formula, float x, int coordType, bool* ok) {
   return FormulaValue(formula, x, VarOfCoordType(coordType), ok);
+}
+
+// ---- zeros -------------------------------------------------------------------------------
+
+namespace {
+
+// A value of the formula; a break (a hole in the curve) fails too.
+bool ValueAt(FormulaEvaluator& f, double w, float& v) {
+  return f.Value(static_cast<float>(w), v) && v != BreakValue && std::isfinite(v);
+}
+
+int Sign(float v) { return v > 0 ? 1 : v < 0 ? -1 : 0; }
+
+// From one Single step at w (or at the bracket's scale for a zero at 0),
+// doubling, the first step from which on three steps the values at w - h and
+// w + h are non-zero and grow in size with a steady sign on each side.
+double ZeroSpread(FormulaEvaluator& f, float w, float a, float b) {
+  const double width = std::fabs(static_cast<double>(b) - a);
+  const double base = std::max(std::fabs(static_cast<double>(w)), width) * 1.1920929e-7;
+  float lastL = 0, lastR = 0;
+  int streak = 0;
+  double start = base;
+  for (double h = base; h < width; h *= 2) {
+    float l = 0, r = 0;
+    const bool ok = ValueAt(f, w - h, l) && ValueAt(f, w + h, r) && l != 0 && r != 0;
+    const bool steady = ok && (streak == 0 || (Sign(l) == Sign(lastL) && Sign(r) == Sign(lastR) &&
+                                               std::fabs(l) > std::fabs(lastL) && std::fabs(r) > std::fabs(lastR)));
+    if (!ok) streak = 0;
+    else if (!steady) streak = 1;
+    else ++streak;
+    if (streak == 1) start = h;
+    if (streak == 3) return start;
+    lastL = l, lastR = r;
+  }
+  return width;
+}
+
+}  // namespace
+
+bool RefineSignChange(FormulaEvaluator& f, float a, float b, RefinedZero& z) {
+  if (b < a) std::swap(a, b);
+  float fa, fb;
+  if (!ValueAt(f, a, fa) || !ValueAt(f, b, fb)) return false;
+  float w;
+  if (fa == 0 || fb == 0) {
+    w = fa == 0 ? a : b;
+  } else {
+    if (Sign(fa) == Sign(fb)) return false;
+    float lo = a, hi = b, flo = fa, fhi = fb;
+    w = lo;
+    for (int i = 0; i < 200; ++i) {
+      // Narrower than the spread can ever be, or neighbouring Singles.
+      const float mid = lo + (hi - lo) / 2;
+      if (!(mid > lo && mid < hi) || hi - lo <= (b - a) * 1e-9f) break;
+      float fm;
+      if (!ValueAt(f, mid, fm)) return false;
+      if (fm == 0) {
+        lo = hi = mid, flo = fhi = 0;
+        break;
+      }
+      if (Sign(fm) == Sign(flo)) lo = mid, flo = fm;
+      else hi = mid, fhi = fm;
+    }
+    w = std::fabs(flo) <= std::fabs(fhi) ? lo : hi;
+    // Across a pole the values grow as the bracket closes.
+    if (std::min(std::fabs(flo), std::fabs(fhi)) > std::min(std::fabs(fa), std::fabs(fb))) return false;
+  }
+  z.w = w;
+  z.spread = ZeroSpread(f, w, a, b);
+  return true;
+}
+
+bool RefineTouch(FormulaEvaluator& f, float a, float b, RefinedZero& z) {
+  if (b < a) std::swap(a, b);
+  float fa, fb;
+  if (!ValueAt(f, a, fa) || !ValueAt(f, b, fb)) return false;
+  const double g = (std::sqrt(5.0) - 1) / 2;
+  double lo = a, hi = b, x1 = hi - g * (hi - lo), x2 = lo + g * (hi - lo);
+  float f1, f2;
+  if (!ValueAt(f, x1, f1) || !ValueAt(f, x2, f2)) return false;
+  for (int i = 0; i < 200 && static_cast<float>(x1) != static_cast<float>(x2); ++i) {
+    if (std::fabs(f1) <= std::fabs(f2)) {
+      hi = x2, x2 = x1, f2 = f1, x1 = hi - g * (hi - lo);
+      if (!ValueAt(f, x1, f1)) return false;
+    } else {
+      lo = x1, x1 = x2, f1 = f2, x2 = lo + g * (hi - lo);
+      if (!ValueAt(f, x2, f2)) return false;
+    }
+  }
+  const float w = static_cast<float>(std::fabs(f1) <= std::fabs(f2) ? x1 : x2);
+  float fw;
+  if (!ValueAt(f, w, fw)) return false;
+  // Zero within a few roundings of the values about it.
+  const double noise = 4 * 1.1920929e-7 * std::max({1.0f, std::fabs(fa), std::fabs(fb)});
+  if (std::fabs(fw) > noise) return false;
+  z.w = w;
+  z.spread = ZeroSpread(f, w, a, b);
+  return true;
+}
+
+std::string KnownDigitsText(double v, double spread) {
+  if (!(spread > 0)) spread = std::fabs(v) * 1e-7;
+  if (std::fabs(v) <= spread) return "0";
+  const int e = static_cast<int>(std::floor(std::log10(std::fabs(v))));
+  int digits = 7;
+  while (digits > 1 && spread > 0.5 * std::pow(10.0, e - digits + 1)) --digits;
+  const int decimals = digits - 1 - e;
+  if (decimals < 0 || decimals > 12 || std::fabs(v) >= 1e7) return SingleToText(static_cast<float>(v));
+  std::string t = FormatDecimals(v, decimals);
+  if (t.find('.') != std::string::npos) {
+    while (!t.empty() && t.back() == '0') t.pop_back();
+    if (!t.empty() && t.back() == '.') t.pop_back();
+  }
+  return t == "-0" ? "0" : t;
 }
 
 float IntegrateFormula(float from, float to, float tolerance, const std::string& formula, FormulaVar var,

@@ -70,6 +70,27 @@ class FormulaEvaluator {
 float FormulaValue(const std::string& formula, float x, int coordType, bool* ok = nullptr);
 float FormulaValue(const std::string& formula, float x, FormulaVar var, bool* ok = nullptr);
 
+// ---- zeros refined on the formula ------------------------------------------------------
+// Roots, extrema and inflexions are zeros of a formula of one variable. A
+// zero is refined on the formula in Single (as every value is evaluated) and
+// comes with its spread: how far from w it is known, the distance beyond
+// which the formula's values grow steadily away from 0 on both sides.
+struct RefinedZero {
+  float w = 0;
+  double spread = 0;
+};
+// Bisection between a and b, where the values differ in sign or one is 0,
+// down to neighbouring Singles. False when a value fails or breaks on the way,
+// or the bracket closes on a pole (a value larger than at both ends).
+bool RefineSignChange(FormulaEvaluator& f, float a, float b, RefinedZero& z);
+// A zero without a change of sign (the curve touches the axis): the
+// smallest |value| between a and b by golden section, true when that is 0
+// within the rounding of a Single evaluation.
+bool RefineTouch(FormulaEvaluator& f, float a, float b, RefinedZero& z);
+// A value known to +- spread with no more significant digits than that
+// allows (at most 7), trailing zeros dropped: "-2", "1.414214", "9.42478".
+std::string KnownDigitsText(double v, double spread);
+
 // Trapezoidal refinement of the integral of the formula from `from` to
 // `to`: h = to - from, n = 1, s = h (f(from) + f(to)) / 2; then each round
 // adds the n midpoints, s' = (s + h * sum) / 2, until |s' - s| is below the

@@ -1,5 +1,10 @@
 #include "graphs/curve_form.h"
 
+#include <GL/glu.h>
+
+#include <algorithm>
+#include <cmath>
+
 #include "document/command_table.h"
 #include "document/document.h"
 #include "document/frame_commands.h"
@@ -10,6 +15,8 @@
 #include "expr/text_prep.h"
 #include "geometry/properties.h"
 #include "graphs/curve_analysis.h"
+#include "render/frame.h"
+#include "render/text.h"
 #include "tools/canvas_input.h"
 
 namespace vt {
@@ -84,7 +91,66 @@ std::string JoinPositions(const std::vector<float>& list) {
 
 }  // namespace
 
-CurveForm NewCurveForm() { return LoadCurveForm(CFunCurve()); }
+CurveForm NewCurveForm() {
+  CurveForm f = LoadCurveForm(CFunCurve());
+  float x0, x1, y0, y1;
+  if (VisiblePlaneRange(x0, x1, y0, y1)) {
+    f.minU = Num(x0), f.maxU = Num(x1);
+    f.minV = Num(y0), f.maxV = Num(y1);
+  }
+  return f;
+}
+
+bool VisiblePlaneRange(float& minX, float& maxX, float& minY, float& maxY) {
+  const WindowProjection& m = CompiledProjection();
+  if (!m.valid || m.viewport[2] <= 0 || m.viewport[3] <= 0) return false;
+  // Where the ray through a window point meets z = 0 inside the volume.
+  auto onPlane = [&m](double wx, double wy, double& x, double& y) {
+    double n[3], f[3];
+    if (!gluUnProject(wx, wy, 0, m.model, m.proj, m.viewport, &n[0], &n[1], &n[2]) ||
+        !gluUnProject(wx, wy, 1, m.model, m.proj, m.viewport, &f[0], &f[1], &f[2]) || std::fabs(f[2] - n[2]) < 1e-12)
+      return false;
+    const double t = -n[2] / (f[2] - n[2]);
+    x = n[0] + t * (f[0] - n[0]);
+    y = n[1] + t * (f[1] - n[1]);
+    return t >= 0 && t <= 1;
+  };
+  const double left = m.viewport[0], bottom = m.viewport[1];
+  const double width = m.viewport[2], height = m.viewport[3];
+  double lo[2] = {1e30, 1e30}, hi[2] = {-1e30, -1e30};
+  auto take = [&](double x, double y) {
+    lo[0] = std::min(lo[0], x), hi[0] = std::max(hi[0], x);
+    lo[1] = std::min(lo[1], y), hi[1] = std::max(hi[1], y);
+  };
+  double cx, cy;
+  if (!onPlane(left + width / 2, bottom + height / 2, cx, cy)) return false;
+  if (SceneMode != 3) {
+    for (double wx : {left, left + width})
+      for (double wy : {bottom, bottom + height}) {
+        double x, y;
+        if (!onPlane(wx, wy, x, y)) return false;
+        take(x, y);
+      }
+  } else {
+    // The nearer edge at the depth of the centre's point.
+    double wx, wy, wz, ex, ey, ez, fx, fy, fz;
+    if (!gluProject(cx, cy, 0, m.model, m.proj, m.viewport, &wx, &wy, &wz) ||
+        !gluUnProject(left, wy, wz, m.model, m.proj, m.viewport, &ex, &ey, &ez) ||
+        !gluUnProject(wx, bottom, wz, m.model, m.proj, m.viewport, &fx, &fy, &fz))
+      return false;
+    const double r = std::min(std::hypot(ex - cx, ey - cy, ez), std::hypot(fx - cx, fy - cy, fz));
+    take(cx - r, cy - r);
+    take(cx + r, cy + r);
+  }
+  const double span = std::max(hi[0] - lo[0], hi[1] - lo[1]);
+  if (!std::isfinite(span) || span <= 1e-6 || span > 1e6) return false;
+  const double step = std::pow(10.0, std::floor(std::log10(span))) / 10;
+  auto down = [step](double v) { return static_cast<float>(std::floor(v / step + 1e-6) * step); };
+  auto up = [step](double v) { return static_cast<float>(std::ceil(v / step - 1e-6) * step); };
+  minX = down(lo[0]), maxX = up(hi[0]);
+  minY = down(lo[1]), maxY = up(hi[1]);
+  return true;
+}
 
 CurveForm LoadCurveForm(const CFunCurve& c) {
   CurveForm f;

@@ -80,8 +80,16 @@ struct CurveForm {
   int funForm() const { return FunFormOfListIndex(listIndex); }
 };
 
-// The defaults of a new curve (the overlays' colours of a new CFunCurve).
+// The defaults of a new curve (the overlays' colours of a new CFunCurve),
+// its x and y ranges those the canvas shows (VisiblePlaneRange).
 CurveForm NewCurveForm();
+
+// The x and y ranges of the plane z = 0 that the last drawn frame shows,
+// rounded outwards to a tenth of their order of magnitude: in the plane scene
+// the canvas's rectangle, in space a square about the point at the canvas's
+// centre, as wide as the nearer canvas edge. False before any frame, or
+// when the view does not meet the plane.
+bool VisiblePlaneRange(float& minX, float& maxX, float& minY, float& maxY);
 // The fields of an existing curve.
 CurveForm LoadCurveForm(const CFunCurve& curve);
 

@@ -201,36 +201,104 @@ bool CFunCurve::GetPoints() {
 
 namespace {
 
-// The view of the curve as x(w), y(w) with derivatives; dxText and dyText
-// are the curve's first-derivative texts when they exist.
-ParametricView MakeView(int funForm, int coordType, const std::string& fx, const std::string& fy,
-                        const std::string& dxText, const std::string& dyText, bool haveDerivatives) {
+// The curve as plane points x(w), y(w) of one variable.
+ParametricView PlaneView(int funForm, int coordType, const std::string& fx, const std::string& fy) {
   ParametricView v;
-  if (funForm == 2 && coordType != 2) {
-    v.var = FormulaVar::X;
-    v.px = "x";
+  if (coordType != 2) {
+    v.var = funForm == 2 ? FormulaVar::X : FormulaVar::U;
+    v.px = funForm == 2 ? std::string("x") : fx;
     v.py = fy;
-    v.dx = "1";
-    v.dy = dyText;
-    v.ok = haveDerivatives;
     return v;
   }
-  if (funForm == 3 && coordType != 2) {
-    v.var = FormulaVar::U;
-    v.px = fx;
-    v.py = fy;
-    v.dx = dxText;
-    v.dy = dyText;
-    v.ok = haveDerivatives;
-    return v;
-  }
-  // Polar: the plane point r (cos a, sin a), derived as one text.
+  // Polar: the plane point r (cos a, sin a).
   const std::string angle = funForm == 2 ? std::string("a") : fx;
   v.var = funForm == 2 ? FormulaVar::A : FormulaVar::U;
   v.px = "(" + fy + ")*cos(" + angle + ")";
   v.py = "(" + fy + ")*sin(" + angle + ")";
+  return v;
+}
+
+// The view of the curve as x(w), y(w) with derivatives; dxText and dyText
+// are the curve's first-derivative texts when they exist.
+ParametricView MakeView(int funForm, int coordType, const std::string& fx, const std::string& fy,
+                        const std::string& dxText, const std::string& dyText, bool haveDerivatives) {
+  ParametricView v = PlaneView(funForm, coordType, fx, fy);
+  if (coordType != 2) {
+    v.dx = funForm == 2 ? std::string("1") : dxText;
+    v.dy = dyText;
+    v.ok = haveDerivatives;
+    return v;
+  }
+  // Polar: derived as one text.
   v.ok = CurveDerivativeText(v.px, v.dx) && CurveDerivativeText(v.py, v.dy);
   return v;
+}
+
+// A zero of a formula on the sampled chords, with the sense in which the
+// samples crossed (1 rising, -1 falling, 0 a touch).
+struct ChordZero {
+  RefinedZero z;
+  int trend = 0;
+};
+
+// The zeros of f(w) where its samples v[i] at w = start + i du (as Sample
+// places them; BreakValue a hole) change sign, and with `touches` where they
+// come closest to 0 without a change; refined on the formula and each found
+// once (chords that meet at a zero on a sample both see it), in order of w.
+std::vector<ChordZero> ZerosOnChords(FormulaEvaluator& f, const std::vector<float>& v, float start, float du,
+                                     bool touches) {
+  std::vector<ChordZero> found;
+  auto w = [&](size_t i) { return du * static_cast<float>(i) + start; };
+  auto hole = [&](size_t i) { return v[i] == BreakValue; };
+  for (size_t i = 0; i + 1 < v.size(); ++i) {
+    if (hole(i) || hole(i + 1)) continue;
+    const float a = v[i], b = v[i + 1];
+    RefinedZero z;
+    if (((a <= 0 && b >= 0) || (a >= 0 && b <= 0)) && RefineSignChange(f, w(i), w(i + 1), z))
+      found.push_back({z, b > a ? 1 : b < a ? -1 : 0});
+    if (touches && i > 0 && !hole(i - 1) && v[i] != 0 && (v[i - 1] > 0) == (v[i] > 0) && (a > 0) == (b > 0) &&
+        std::fabs(a) <= std::fabs(v[i - 1]) && std::fabs(a) <= std::fabs(b) && RefineTouch(f, w(i - 1), w(i + 1), z))
+      found.push_back({z, 0});
+  }
+  std::stable_sort(found.begin(), found.end(), [](const ChordZero& p, const ChordZero& q) { return p.z.w < q.z.w; });
+  std::vector<ChordZero> out;
+  const double close = 1e-4 * std::fabs(static_cast<double>(du));
+  for (const ChordZero& c : found) {
+    if (!out.empty() &&
+        std::fabs(static_cast<double>(c.z.w) - out.back().z.w) <= std::max({c.z.spread, out.back().z.spread, close}))
+      continue;
+    out.push_back(c);
+  }
+  return out;
+}
+
+// The point of a refined zero and its coordinates as text, with the digits
+// that are known: how far the point moves over w +- spread. A root lies on
+// the axis. False when the point has no value.
+bool ZeroPoint(int kind, const ParametricView& view, const RefinedZero& z, float& x, float& y, std::string& xText,
+               std::string& yText) {
+  bool o[6];
+  const double s = z.spread;
+  x = FormulaValue(view.px, z.w, view.var, &o[0]);
+  y = FormulaValue(view.py, z.w, view.var, &o[1]);
+  const float x0 = FormulaValue(view.px, static_cast<float>(z.w - s), view.var, &o[2]);
+  const float x1 = FormulaValue(view.px, static_cast<float>(z.w + s), view.var, &o[3]);
+  const float y0 = FormulaValue(view.py, static_cast<float>(z.w - s), view.var, &o[4]);
+  const float y1 = FormulaValue(view.py, static_cast<float>(z.w + s), view.var, &o[5]);
+  if (!(o[0] && o[1]) || x == BreakValue || y == BreakValue) return false;
+  auto spread = [](float v, float a, float b, bool ok) {
+    const double ulp = 1.1920929e-7 * std::fabs(v);
+    if (!ok || a == BreakValue || b == BreakValue) return ulp;
+    return std::max(std::fabs(static_cast<double>(v) - a), std::fabs(static_cast<double>(v) - b)) + ulp;
+  };
+  xText = KnownDigitsText(x, view.px == "x" ? s : spread(x, x0, x1, o[2] && o[3]));
+  if (kind == 0) {
+    y = 0;
+    yText = "0";
+  } else {
+    yText = KnownDigitsText(y, spread(y, y0, y1, o[4] && o[5]));
+  }
+  return true;
 }
 
 // The slope of a direction, 10000 for a vertical one.
@@ -256,7 +324,7 @@ void CFunCurve::ComputeLinePositions(int posType, const std::string& posExp, con
   out = list;
 }
 
-void CFunCurve::AddMark(int kind, float x, float y) {
+void CFunCurve::AddMark(int kind, float x, float y, const std::string& xText, const std::string& yText) {
   static const char* const kTitles[4] = {"    Root: x=", "    Maximum: x=", "    Minimum: x=", "    Inflexion: x="};
   std::vector<Position>* marks[4] = {&rootMarks_, &maxMarks_, &minMarks_, &guaiMarks_};
   const std::uint32_t colors[4] = {RootColor, MaxColor, MinColor, GuaiColor};
@@ -270,7 +338,7 @@ void CFunCurve::AddMark(int kind, float x, float y) {
   m.Symbol = symbols[kind];
   m.HideLabel = true;
   marks[kind]->push_back(m);
-  resultLines_.push_back(kTitles[kind] + Num(x) + (kind == 3 ? ", y=" : ",y=") + Num(y));
+  resultLines_.push_back(kTitles[kind] + xText + (kind == 3 ? ", y=" : ",y=") + yText);
 }
 
 void CFunCurve::ComputeLength(bool form3, bool polar, const std::string& fy, const std::string& dx,
@@ -303,6 +371,11 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
   const bool needSecond = ShowGuai || ShowCurv;
   CurveTable table;
   table.Load();
+  auto addZero = [this](int kind, const ParametricView& v, const RefinedZero& z) {
+    float x, y;
+    std::string xText, yText;
+    if (ZeroPoint(kind, v, z, x, y, xText, yText)) AddMark(kind, x, y, xText, yText);
+  };
 
   // First and second derivatives, texts and samples.
   std::string dx, dy, ddx, ddy;
@@ -357,8 +430,17 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
     if (ok) resultLines_.push_back("    Area is " + Num(integral_));
   }
 
-  if (ShowRoot)
-    for (const AxisCrossing& c : AxisCrossings(Vert3D)) AddMark(0, c.x, c.y);
+  if (ShowRoot) {
+    // Zeros of y(w), refined on the formula; x from x(w).
+    const ParametricView plane = PlaneView(FunForm, CoordType, fx, fy);
+    FormulaEvaluator fyOf;
+    std::vector<float> ys(Vert3D.size(), BreakValue);
+    for (size_t i = 0; i < Vert3D.size(); ++i)
+      if (!IsHole(Vert3D[i])) ys[i] = Vert3D[i].y;
+    const float du = (EndValue - StartValue) / static_cast<float>(StepU);
+    if (fyOf.Compile(plane.py, plane.var))
+      for (const ChordZero& c : ZerosOnChords(fyOf, ys, StartValue, du, true)) addZero(0, plane, c.z);
+  }
 
   // The curve as x(w), y(w) with its derivatives, for the marks and lines.
   const bool wantMarks = sampleDerived && (ShowMax || ShowMin || (ShowGuai && dev2Ok_));
@@ -372,27 +454,17 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
     // x' y'' - y' x'' changes sign; the marks stand on the curve at that w.
     auto mark = [&](const std::string& text, int kind) {
       const float du = (EndValue - StartValue) / static_cast<float>(StepU);
-      std::vector<Position> change(static_cast<size_t>(StepU) + 1);
+      std::vector<float> values(static_cast<size_t>(StepU) + 1);
       FormulaEvaluator f;
       if (!f.Compile(text, view.var)) return;
       for (int i = 0; i <= StepU; ++i) {
         const float t = du * static_cast<float>(i) + StartValue;
-        float v;
+        float& v = values[static_cast<size_t>(i)];
         if (!f.Value(t, v)) v = BreakValue;
-        change[static_cast<size_t>(i)].Set(t, v, 0);
       }
-      bool first = true;
-      float lastW = 0;
-      for (const AxisCrossing& c : AxisCrossings(change)) {
+      for (const ChordZero& c : ZerosOnChords(f, values, StartValue, du, false)) {
         if ((kind == 1 && c.trend != -1) || (kind == 2 && c.trend != 1)) continue;
-        // A change on a sample shows for both chords that meet there.
-        if (!first && c.x == lastW) continue;
-        first = false;
-        lastW = c.x;
-        bool o1, o2;
-        const float x = FormulaValue(view.px, c.x, view.var, &o1);
-        const float y = FormulaValue(view.py, c.x, view.var, &o2);
-        if (o1 && o2 && !AnyHole({x, y})) AddMark(kind, x, y);
+        addZero(kind, view, c.z);
       }
     };
     if (ShowMax) mark(view.dy, 1);
@@ -650,6 +722,20 @@ int CFunCurve::NearestSample(float x, float y) const {
 
 std::vector<Position> CFunCurve::LineInters(const CLine& line) const {
   std::vector<Position> out;
+  // Each crossing is refined on the formula: the zero between the chord's
+  // ends of (y(w) - y0) dx - (x(w) - x0) dy, the side of the line.
+  const ParametricView plane = PlaneView(FunForm, CoordType, InsertImplicitProducts(ExpressX),
+                                         InsertImplicitProducts(ExpressY));
+  const double lx = static_cast<double>(line.pEnd.x) - line.pBegin.x;
+  const double ly = static_cast<double>(line.pEnd.y) - line.pBegin.y;
+  auto num = [](double v) { return "(" + DoubleToText(v) + ")"; };
+  FormulaEvaluator side, xOf, yOf;
+  const bool refine = (FunForm == 2 || FunForm == 3) && StepU > 0 &&
+                      side.Compile("((" + plane.py + ")-" + num(line.pBegin.y) + ")*" + num(lx) + "-((" + plane.px +
+                                       ")-" + num(line.pBegin.x) + ")*" + num(ly),
+                                   plane.var) &&
+                      xOf.Compile(plane.px, plane.var) && yOf.Compile(plane.py, plane.var);
+  const float du = (EndValue - StartValue) / static_cast<float>(std::max(StepU, 1));
   for (size_t i = 0; i + 1 < Vert3D.size(); ++i) {
     const Position& a = Vert3D[i];
     const Position& b = Vert3D[i + 1];
@@ -663,6 +749,12 @@ std::vector<Position> CFunCurve::LineInters(const CLine& line) const {
     const double t = ((hit.x - a.x) * cx + (hit.y - a.y) * cy) / len2;
     if (t < -1e-6 || t > 1 + 1e-6) continue;
     hit.z = 0;
+    RefinedZero z;
+    float x, y;
+    if (refine && RefineSignChange(side, du * static_cast<float>(i) + StartValue,
+                                   du * static_cast<float>(i + 1) + StartValue, z) &&
+        xOf.Value(z.w, x) && yOf.Value(z.w, y) && x != BreakValue && y != BreakValue)
+      hit.Set(x, y, 0);
     if (!PointOnObject(line, hit)) continue;
     out.push_back(hit);
   }

@@ -198,8 +198,9 @@ class CFunCurve : public CCarrier {
               std::vector<Position>& out) const;
   void ClipSamples(std::vector<Position>& samples) const;
   void ComputeOverlays(const std::string& fx, const std::string& fy);
-  // kind: 0 root, 1 maximum, 2 minimum, 3 inflexion; a marker and its line.
-  void AddMark(int kind, float x, float y);
+  // kind: 0 root, 1 maximum, 2 minimum, 3 inflexion; a marker and its line
+  // with the coordinates as given.
+  void AddMark(int kind, float x, float y, const std::string& xText, const std::string& yText);
   void ComputeLength(bool form3, bool polar, const std::string& fy, const std::string& dx, const std::string& dy);
   void ComputeLinePositions(int posType, const std::string& posExp, const std::vector<float>& list,
                             std::vector<float>& out) const;

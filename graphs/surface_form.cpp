@@ -145,7 +145,16 @@ bool ParsePlaces(const std::string& text, std::vector<float>& xs, std::vector<fl
   return true;
 }
 
-SurfaceForm NewSurfaceForm() { return LoadSurfaceForm(CSurface()); }
+SurfaceForm NewSurfaceForm() {
+  SurfaceForm f = LoadSurfaceForm(CSurface());
+  // z = f(x, y) over what the view shows of the ground plane.
+  float x0, x1, y0, y1;
+  if (VisiblePlaneRange(x0, x1, y0, y1)) {
+    f.minU = Num(x0), f.maxU = Num(x1);
+    f.minV = Num(y0), f.maxV = Num(y1);
+  }
+  return f;
+}
 
 SurfaceForm LoadSurfaceForm(const CSurface& s) {
   SurfaceForm f;

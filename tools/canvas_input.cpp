@@ -178,6 +178,15 @@ void RegisterEditDialog(Kind kind, EditDialogOpener opener) {
 
 bool EditDialogRegistered(Kind kind) { return EditDialogs().count(kind) > 0; }
 
+bool OpenEditDialog(Kind kind, DocObject& object) {
+  auto it = EditDialogs().find(kind);
+  if (it == EditDialogs().end()) return false;
+  EditMode = true;
+  EditObjectId = object.ID;
+  it->second(object);
+  return true;
+}
+
 void RegisterBoxSelTest(Kind kind, BoxSelTest test) {
   if (test) BoxSelTests()[kind] = std::move(test);
   else BoxSelTests().erase(kind);
@@ -350,11 +359,7 @@ void picDraw_DblClick() {
       if (o->Hide || !hit) continue;
       // The first hit decides; a kind whose dialog is not there yet opens
       // nothing and leaves the edit state alone.
-      auto it = EditDialogs().find(k);
-      if (it == EditDialogs().end()) return;
-      EditMode = true;
-      EditObjectId = o->ID;
-      it->second(*o);
+      OpenEditDialog(k, *o);
       return;
     }
   }

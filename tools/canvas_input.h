@@ -68,6 +68,9 @@ extern CanvasHooks CanvasWindow;
 using EditDialogOpener = std::function<void(DocObject& object)>;
 void RegisterEditDialog(Kind kind, EditDialogOpener opener);
 bool EditDialogRegistered(Kind kind);
+// Opens the editing dialog of an object of that kind as a double click would
+// (EditMode and EditObjectId set first). False when the kind has none.
+bool OpenEditDialog(Kind kind, DocObject& object);
 
 // Box selection: whether an object lies in the rectangle between two corners
 // given in canvas pixels (any order), with the current GL matrices. Points and

@@ -1,7 +1,7 @@
 // frmFunCal: the expression pad. Text1 holds the formula, Text2 a second
 // line (the field the pad writes to), List1 the functions. Command1 to
-// Command16 and Command22 to Command24 insert digits, the point, operators,
-// parentheses and x at the caret; Command17 inserts the chosen function (so
+// Command16 and Command22 to Command26 insert digits, the point, operators,
+// parentheses, x, pi and e at the caret; Command17 inserts the chosen function (so
 // does a double click in List1); Command18 confirms, Command19 clears,
 // Command20 closes, Command21 deletes the character before the caret.
 #include <QGridLayout>
@@ -76,7 +76,7 @@ frmFunCal::frmFunCal(QWidget* parent, QLineEdit* field, const QString& caption) 
   static const Key kKeys[] = {{7, "7"},   {8, "8"},   {9, "9"},   {15, "/"}, {4, "4"},  {5, "5"},
                               {6, "6"},   {14, "*"},  {1, "1"},   {2, "2"},  {3, "3"},  {13, "-"},
                               {10, "0"},  {11, "."},  {16, "^"},  {12, "+"}, {22, "("}, {23, ")"},
-                              {24, "x"}};
+                              {24, "x"},  {25, "pi"}, {26, "e"}};
   int slot = 0;
   for (const Key& k : kKeys) {
     QPushButton* b = Command(this, k.number, k.text);

@@ -10,6 +10,9 @@
 #include "document/frame_commands.h"
 #include "document/globals.h"
 #include "document/undo.h"
+#include "geometry/property_commands.h"
+#include "graphs/curve_form.h"
+#include "graphs/funcurve.h"
 #include "support/fixtures.h"
 #include "tools/canvas_input.h"
 #include "tools/create_tools.h"
@@ -58,6 +61,25 @@ TEST_F(HandlerTest, FrameCommandsWireUndoTogglesAndToolsWithTheirStates) {
   EXPECT_TRUE(HandlerChecked("mnuViewZoom"));
   for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text, ToolSlot::Select})
     RegisterTool(s, {});
+}
+
+// Edit > Properties opens, for a kind without a property form, what a double
+// click on it opens.
+TEST_F(HandlerTest, EditPropertiesOpensTheDialogOfASelectedCurve) {
+  RegisterAllCommands();
+  SetPropertyFormOpener([](PropertyForm, const std::string&) {});
+  std::string opened = "none";
+  SetCurveFormOpener([&](const std::string& id) { opened = id; });
+  auto made = std::make_unique<CFunCurve>();
+  made->ID = NewObjectId("C2");
+  CFunCurve* curve = Doc.FunCurves.Add(std::move(made));
+  EXPECT_TRUE(RunHandler("mnuEditProp"));
+  EXPECT_EQ(host_.LastMessage(), "Please select objects first.");
+  SelectObject(*curve);
+  EXPECT_TRUE(RunHandler("mnuEditProp"));
+  EXPECT_TRUE(opened == curve->ID && EditMode && EditObjectId == curve->ID) << opened;
+  SetCurveFormOpener({});
+  SetPropertyFormOpener({});
 }
 
 TEST_F(HandlerTest, HideSelectedAndShowAllAreUndoSteps) {

@@ -80,9 +80,10 @@ TEST(Compiler, ErrorPositionsAndMessages) {
 
 TEST(Compiler, NamesAreLookedUpInTheTableOnly) {
   HostScope scope;
-  // E is an ordinary symbol, and functions win over table names.
-  EXPECT_EQ(Compile(scope, "e", Vars({})).message, "Undefined symbol : 'e'");
+  // e is the constant unless the table has an E; functions win over table names.
+  EXPECT_EQ(Compile(scope, "2e-e1", Vars({"E1"})).postfix, "2 2.718281828 * E1 - ");
   EXPECT_EQ(Compile(scope, "e", Vars({"E"})).postfix, "E ");
+  EXPECT_EQ(Compile(scope, "1.5e-3+2E5", Vars({})).postfix, "1.5e-3 2E5 + ");
   EXPECT_EQ(Compile(scope, "sin(1)", Vars({"SIN"})).postfix, "1 SIN ");
   // Only entries 1..count are searched.
   VariableTable t = Vars({"a", "b"});

@@ -80,6 +80,7 @@ TEST(Derive, ValuesMatchCentralDifferences) {
       {"x^0.5", {0.5, 1, 3}}, {"x^-2", {0.5, 1, 3}}, {"x^(1/3)", {0.5, 2}},
       {"cos(x)^3/x", {0.5, 1, 2}}, {"sin x^2", {0.5, 1, 2}}, {"exp(sin(x))*sqr(x+3)", {-1, 0.5, 2}},
       {"1/(1+exp(-x))", {-2, 0, 2}}, {"2x(x+1)-(x-(x-x^2))", {-1, 0.5, 2}},
+      {"sqrt(x)+ln(2x)-log10(x)+e^x+x^e+1e-1x", {0.5, 1, 2}},
   };
   for (const auto& [f, points] : cases)
     if (!points.empty()) ExpectDerivative(s, f, "", points);

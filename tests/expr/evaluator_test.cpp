@@ -75,6 +75,9 @@ TEST(Evaluator, ValuesToTheBit) {
       {"x^3", 1.1f, 0, static_cast<float>(std::pow(static_cast<double>(1.1f), 3.0))}, {"2^0.5", 0, 0, root2},
       {"(-0.5)^2", 0, 0, 0.25f},
       {"sqr(x)", 0.0000002f, 0, static_cast<float>(std::sqrt(static_cast<double>(0.0000002f)))},
+      // The calculator's words beside the old ones, and numbers with an exponent.
+      {"sqrt(16)+ln(e)+log10(100)+sqrt(0)", 0, 0, 7}, {"1e-3*2E3+x", 0, 0, 2},
+      {"2^e", 0, 0, static_cast<float>(std::pow(2.0, static_cast<double>(2.718281828f)))},
   };
   for (const auto& c : cases) EXPECT_EQ(Value(s, c.f, c.x, c.y), c.want) << c.f;
   EXPECT_GT(Value(s, "log(x)", 0.00002f), -11.0f);
@@ -99,6 +102,9 @@ TEST(Evaluator, DomainErrorsAreSilentBreaksOrReported) {
   ExpectReported(s, "(-8)^(1/3)", 0, "A^B, B must be a integer if A is negative.");
   ExpectReported(s, "sqr(x)", -1, "The parameter of function SQR must be larger than or equal to 0.");
   ExpectReported(s, "log(x)", 0, "The parameter of function LOG must be larger than 0.");
+  ExpectReported(s, "sqrt(x)", -1, "The parameter of function SQRT must be larger than or equal to 0.");
+  ExpectReported(s, "ln(x)+log10(1)", 0, "The parameter of function LN must be larger than 0.");
+  ExpectReported(s, "log10(x)", -1, "The parameter of function LOG10 must be larger than 0.");
   ExpectReported(s, "2/x", 0, "Devision by zero.");
   ExpectReported(s, "sec(x)", 3.1415926f / 2, "Devision by zero.");
   ExpectReported(s, "asin(x)", 2, "The expression is illegal.");

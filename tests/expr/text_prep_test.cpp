@@ -42,6 +42,7 @@ TEST(InsertImplicitProducts, FourRules) {
       {"x(x+1)", "x*(x+1)"}, {"+x(2)", "+x*(2)"}, {"pi(2)", "pi*(2)"}, {"pi2", "pi*2"},
       {"sin(x)", "sin(x)"}, {"tan(x)", "tan(x)"}, {"sin2x", "sin2*x"}, {"q(2)", "q(2)"},
       {"2q", "2*q"}, {"y,5", "y*,5"}, {"exp(-x^2)*cos(3x)", "exp(-x^2)*cos(3*x)"}, {"sqr(x^2+y^2)", "sqr(x^2+y^2)"},
+      {"2e", "2*e"}, {"1e-3x+2E5", "1e-3*x+2E5"}, {"3log10(x)", "3*log10(x)"}, {"x1e2", "x*1*e2"},
   };
   for (const auto& [in, out] : cases) EXPECT_EQ(InsertImplicitProducts(in), out) << in;
 }

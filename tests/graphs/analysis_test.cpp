@@ -35,11 +35,11 @@ TEST_F(AnalysisTest, RootsExtremaAndInflexions) {
   EXPECT_TRUE(std::fabs(c->RootMarks()[0].x + 1.4142) < 0.005 && std::fabs(c->RootMarks()[1].x - 1.4142) < 0.005);
   ASSERT_EQ(c->ResultLines().size(), 2u);
   EXPECT_THAT(c->ResultLines()[1], StartsWith("    Root: x=1.41"));
-  // A root on a sample is found once for each chord that ends there.
+  // A root on a sample, seen by both chords that end there, is found once.
   auto on = MakeGraph("x-1", 100, "-5", "5");
   on->ShowRoot = true;
   ASSERT_TRUE(on->GetPoints());
-  EXPECT_THAT(on->ResultLines(), ElementsAre("    Root: x=1,y=0", "    Root: x=1,y=0"));
+  EXPECT_THAT(on->ResultLines(), ElementsAre("    Root: x=1,y=0"));
 
   auto cubic = MakeGraph("x^3-3x", 97, "-3", "3");
   cubic->ShowMax = cubic->ShowMin = cubic->ShowGuai = true;
@@ -55,6 +55,48 @@ TEST_F(AnalysisTest, RootsExtremaAndInflexions) {
   line->ShowMax = line->ShowMin = true;
   ASSERT_TRUE(line->GetPoints());
   EXPECT_TRUE(line->ResultLines().empty());
+}
+
+// Roots and minima are refined on the formula, found once each, and every
+// digit printed is right; a pole is no root, a near miss no touch.
+TEST_F(AnalysisTest, ResultsAreRightToTheDigitsShown) {
+  const double pi = M_PI, r2 = std::sqrt(2.0);
+  const struct {
+    const char *f, *from, *to;
+    int steps;
+    std::vector<double> roots, minima;
+  } cases[] = {
+      {"x^2-2", "-5", "5", 99, {-r2, r2}, {0}},
+      {"0.5x^2-x-4", "-10", "10", 100, {-2, 4}, {1}},  // both on samples
+      {"sin(x)", "-10", "10", 100, {-3 * pi, -2 * pi, -pi, 0, pi, 2 * pi, 3 * pi}, {-2.5 * pi, -pi / 2, 1.5 * pi}},
+      {"(x-1)^2", "-4", "5", 100, {1}, {1}},
+      {"x^2-2x+1", "-4.1", "5", 100, {1}, {1}},
+      {"x^2+0.01", "-3", "3.1", 61, {}, {0}},
+      {"1/x", "-1", "1.05", 20, {}, {}},
+  };
+  // The number after "x=" is right to its last digit, and close to the truth.
+  auto check = [](const std::string& line, double truth) {
+    const size_t at = line.find("x=") + 2;
+    const std::string t = line.substr(at, line.find(',') - at);
+    const size_t dot = t.find('.');
+    const double decimals = dot == std::string::npos ? 0 : static_cast<double>(t.size() - dot - 1);
+    const double v = std::stod(t);
+    EXPECT_TRUE(std::fabs(v - truth) <= 0.5 * std::pow(10, -decimals) + 1e-12 && std::fabs(v - truth) < 1e-5)
+        << line << " for " << truth;
+  };
+  for (const auto& k : cases) {
+    auto c = MakeGraph(k.f, k.steps, k.from, k.to);
+    c->ShowRoot = c->ShowMin = true;
+    ASSERT_TRUE(c->GetPoints());
+    const auto& lines = c->ResultLines();
+    ASSERT_EQ(lines.size(), k.roots.size() + k.minima.size()) << k.f;
+    for (size_t i = 0; i < lines.size(); ++i)
+      check(lines[i], i < k.roots.size() ? k.roots[i] : k.minima[i - k.roots.size()]);
+  }
+  auto p = MakeGraph("0.5x^2-x-4", 100, "-10", "10");
+  p->ShowMin = true;
+  ASSERT_TRUE(p->GetPoints());
+  EXPECT_THAT(p->ResultLines(), ElementsAre("    Minimum: x=1,y=-4.5"));
 }
 
 TEST_F(AnalysisTest, IntegralStripValueAndArcLength) {

@@ -88,7 +88,7 @@ void GraphFormsTest::aCurveMadeThroughFrmF5IsEditedByDoubleClick() {
     const char *field, *text, *message;
   } bad[] = {{"txtFormula1", "x+", "Syntax Error: "},
              {"txtFormula1", "x#2", "Error: Illegal data exist."},
-             {"txtMinU", "9", "Note: Min x must be less than Max x."}};
+             {"txtMinU", "999", "Note: Min x must be less than Max x."}};
   for (const auto& b : bad) {
     Type(dialog, "txtFormula1", "x");
     Type(dialog, b.field, b.text);
