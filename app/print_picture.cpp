@@ -40,6 +40,7 @@ void Preview(frmF1* window, QPrinter& printer, const Picture& picture) {
   QPrintPreviewDialog preview(&printer, window);
   preview.setObjectName("frmPrintPreview");
   preview.setWindowTitle("Print Preview");
+  preview.resize(window->size() * 0.85);
   QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
                    [&picture](QPrinter* p) { PrintPicture(*p, picture); });
   preview.exec();
@@ -55,13 +56,15 @@ void PrintCommand(frmF1* window) {
   // The dialog's own row of buttons gets Preview, which looks at the page
   // with the settings chosen so far.
   bool preview = false;
-  if (auto* box = dlg.findChild<QDialogButtonBox*>()) {
+  for (QDialogButtonBox* box : dlg.findChildren<QDialogButtonBox*>()) {
+    if (box->window() != &dlg) continue;  // the printer properties are a window of their own
     QPushButton* b = box->addButton("Preview...", QDialogButtonBox::ActionRole);
     b->setObjectName("cmdPreview");
     QObject::connect(b, &QPushButton::clicked, &dlg, [&] {
       preview = true;
       dlg.reject();
     });
+    break;
   }
   const bool accepted = dlg.exec() == QDialog::Accepted;
   if (preview) return Preview(window, printer, picture);

@@ -18,6 +18,9 @@ SceneFrames::SceneFrames(Canvas* canvas, int width, int height) : canvas_(canvas
   QOpenGLFramebufferObjectFormat format;
   format.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
   format.setSamples(canvas_->format().samples() > 0 ? 4 : 0);
+  // No alpha: the scene blends its smoothed lines into the alpha channel as
+  // well, which a film has no use for and which would darken them when read.
+  format.setInternalTextureFormat(GL_RGB8);
   fbo_ = std::make_unique<QOpenGLFramebufferObject>(width, height, format);
   if (!fbo_->isValid()) fbo_.reset();
 }

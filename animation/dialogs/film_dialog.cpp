@@ -54,11 +54,11 @@ frmFilm::frmFilm(frmF1* window, const std::string& playerId) : QDialog(window), 
   txtFile_ = new QLineEdit(DefaultFilmPath(), this);
   txtFile_->setObjectName("txtFile");
   txtFile_->setMinimumWidth(320);
-  auto* browse = new QPushButton(tr("Browse..."), this);
-  browse->setObjectName("cmdBrowse");
+  cmdBrowse_ = new QPushButton(tr("Browse..."), this);
+  cmdBrowse_->setObjectName("cmdBrowse");
   auto* file = new QHBoxLayout;
   file->addWidget(txtFile_);
-  file->addWidget(browse);
+  file->addWidget(cmdBrowse_);
   cboSize_ = new QComboBox(this);
   cboSize_->setObjectName("cboSize");
   int w = 1, h = 1;
@@ -104,7 +104,7 @@ frmFilm::frmFilm(frmF1* window, const std::string& playerId) : QDialog(window), 
   v->addWidget(buttons);
   connect(buttons, &QDialogButtonBox::accepted, this, &frmFilm::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &frmFilm::reject);
-  connect(browse, &QPushButton::clicked, this, &frmFilm::Browse);
+  connect(cmdBrowse_, &QPushButton::clicked, this, &frmFilm::Browse);
   connect(cboPlayer_, &QComboBox::currentIndexChanged, this, &frmFilm::PlayerChosen);
   PlayerChosen();
 }
@@ -145,8 +145,10 @@ void frmFilm::accept() {
   request.height = size.height();
   running_ = true;
   cancelled_ = false;
-  for (QWidget* w : std::initializer_list<QWidget*>{txtFile_, cboSize_, cboCodec_, spnRate_, cboPlayer_, cmdExport_})
-    w->setEnabled(false);
+  const auto inputs = {static_cast<QWidget*>(txtFile_), static_cast<QWidget*>(cmdBrowse_), static_cast<QWidget*>(cboSize_),
+                       static_cast<QWidget*>(cboCodec_), static_cast<QWidget*>(spnRate_), static_cast<QWidget*>(cboPlayer_),
+                       static_cast<QWidget*>(cmdExport_)};
+  for (QWidget* w : inputs) w->setEnabled(false);
   std::string error;
   const FilmEnd end = WriteFilm(*player, request, [&frames] { return frames.Draw(); },
                                 [this](int i, int n) {
@@ -157,8 +159,7 @@ void frmFilm::accept() {
                                 },
                                 error);
   running_ = false;
-  for (QWidget* w : std::initializer_list<QWidget*>{txtFile_, cboSize_, cboCodec_, spnRate_, cboPlayer_, cmdExport_})
-    w->setEnabled(true);
+  for (QWidget* w : inputs) w->setEnabled(true);
   window_->picDraw()->MakeCurrent();
   RedrawScene();
   if (end == FilmEnd::Written) {

@@ -36,7 +36,7 @@ class frmFilm : public QDialog {
   QComboBox *cboSize_, *cboCodec_, *cboPlayer_;
   QSpinBox* spnRate_;
   QProgressBar* barProgress_;
-  QPushButton *cmdExport_, *cmdCancel_;
+  QPushButton *cmdBrowse_, *cmdExport_, *cmdCancel_;
   bool running_ = false, cancelled_ = false;
 };
 
