@@ -327,6 +327,60 @@ bool SaveAnimation(const std::vector<std::string>& listed, const std::vector<std
   return true;
 }
 
+FilmEnd WriteFilm(CAniControl& player, const FilmRequest& request, const std::function<Image()>& draw,
+                  const std::function<bool(int, int)>& progress, std::string& error) {
+  namespace fs = std::filesystem;
+  const std::string part = request.path + ".part";
+  AviWriter writer;
+  if (!writer.Open(part, request.width, request.height, request.fps, request.codec, error)) {
+    std::error_code ec;
+    fs::remove(part, ec);
+    return FilmEnd::Failed;
+  }
+  const short step = player.Step, direction = player.RunDirect;
+  const bool running = player.Status == 2;
+  player.Stop();
+  player.RunDirect = 1;
+  FilmEnd end = FilmEnd::Written;
+  const int n = player.Steps + 1;
+  for (int s = 0; s < n; ++s) {
+    if (progress && !progress(s, n)) {
+      end = FilmEnd::Cancelled;
+      break;
+    }
+    player.Step = static_cast<short>(s);
+    player.ShowFrame();
+    RecordLoci(player.ID, s == n - 1);
+    const Image frame = draw();
+    if (frame.width != request.width || frame.height != request.height || !writer.Write(frame)) {
+      error = "There was an error writing the file.";
+      end = FilmEnd::Failed;
+      break;
+    }
+  }
+  if (!writer.Close() && end == FilmEnd::Written) {
+    error = "There was an error writing the file.";
+    end = FilmEnd::Failed;
+  }
+  std::error_code ec;
+  if (end == FilmEnd::Written) {
+    fs::rename(part, request.path, ec);
+    if (ec) {
+      error = "cannot write " + request.path + ": " + ec.message();
+      end = FilmEnd::Failed;
+    }
+  }
+  if (end != FilmEnd::Written) fs::remove(part, ec);
+  player.Step = step;
+  player.RunDirect = direction;
+  player.ShowFrame();
+  if (running && player.TimerId) {
+    host().EnableTimer(player.TimerId, true);
+    player.Status = 2;
+  }
+  return end;
+}
+
 // ---- headless ----------------------------------------------------------------------------
 
 bool RenderDocumentToAvi(const HeadlessFilm& request, std::string& error) {
@@ -345,25 +399,13 @@ bool RenderDocumentToAvi(const HeadlessFilm& request, std::string& error) {
       why = "no player " + request.playerId;
       return false;
     }
-    AviWriter writer;
-    if (!writer.Open(request.aviPath, request.width, request.height, request.fps, request.codec, why)) return false;
-    player->Stop();
-    player->RunDirect = 1;
-    player->Step = 0;
-    bool written = true;
-    for (int s = 0; s <= player->Steps && written; ++s) {
-      player->Step = static_cast<short>(s);
-      player->ShowFrame();
-      RecordLoci(player->ID, s == player->Steps);
+    const FilmRequest film{request.aviPath, request.codec, request.fps, request.width, request.height};
+    auto draw = [&context] {
       DrawScene();
       Display();
-      written = writer.Write(context.ReadPixels());
-    }
-    if (!writer.Close() || !written) {
-      why = "There was an error writing the file.";
-      return false;
-    }
-    return true;
+      return context.ReadPixels();
+    };
+    return WriteFilm(*player, film, draw, {}, why) == FilmEnd::Written;
   };
   return RunOnHeadlessDocument(request.documentPath, request.width, request.height, film, error);
 }

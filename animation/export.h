@@ -79,6 +79,24 @@ bool SaveAnimation(const std::vector<std::string>& listed, const std::vector<std
 extern const char* const kFilmSaveTitle;   // "Choose a filename to save AVI to..."
 extern const char* const kFilmSaveFilter;  // "AVI Files|*.avi"
 
+// A film of a player's whole run: the file, its compressor, frames a second
+// and size.
+struct FilmRequest {
+  std::string path, codec = "mjpeg";
+  int fps = 10, width = 800, height = 600;
+};
+enum class FilmEnd { Written, Cancelled, Failed };
+
+// Writes the player's whole run, frame 0 to Steps: each frame is shown (loci
+// recorded as a run records them) and `draw` gives its picture at the film's
+// size. The film is written beside its path and takes the name only when
+// complete, so a cancelled or failed film leaves no file behind and an older
+// file of that name as it was. `progress(i, n)` false cancels. The player is
+// stopped for the run and afterwards back at its step (running again if it
+// ran). On Failed `error` says why.
+FilmEnd WriteFilm(CAniControl& player, const FilmRequest& request, const std::function<Image()>& draw,
+                  const std::function<bool(int, int)>& progress, std::string& error);
+
 // vantrel-cli avi: opens the document offscreen, runs the player's whole run
 // (Steps + 1 frames from 0) and writes the film. The player is the first one
 // unless an id is given.

@@ -6,6 +6,7 @@
 #include "app/canvas.h"
 #include "app/frmF1.h"
 #include "app/picture_file.h"
+#include "app/print_picture.h"
 #include "document/command_table.h"
 #include "document/globals.h"
 #include "document/host.h"
@@ -44,20 +45,29 @@ void ExportPictureCommand(frmF1* window) {
 
 }  // namespace
 
-std::string ExportPicture(frmF1* window, const std::string& path, double scale) {
+bool CaptureCanvasPicture(frmF1* window, Picture& picture, std::string& error, bool controls) {
   Canvas* canvas = window->picDraw();
-  if (!canvas) return "There is no canvas to export.";
+  if (!canvas) {
+    error = "There is no canvas to export.";
+    return false;
+  }
   canvas->makeCurrent();
+  host().CanvasSize(CanvasWidth, CanvasHeight);  // the picture takes the canvas's size now
+  const bool captured = CapturePicture(picture, error, controls);
+  Display();  // the canvas as it was
+  return captured;
+}
+
+std::string ExportPicture(frmF1* window, const std::string& path, double scale) {
   Picture picture;
   std::string error;
-  const bool captured = CapturePicture(picture, error);
-  Display();  // the canvas as it was
-  if (!captured || !WritePictureFile(picture, path, scale, error)) return error;
+  if (!CaptureCanvasPicture(window, picture, error) || !WritePictureFile(picture, path, scale, error)) return error;
   return {};
 }
 
 void InstallPictureExport(frmF1* window) {
   RegisterHandler("mnuFileExportPicture", [window] { ExportPictureCommand(window); });
+  InstallPrinting(window);
 }
 
 }  // namespace vt::app

@@ -54,7 +54,14 @@ QVector<qreal> Dashes(std::uint16_t pattern, int factor, float width, qreal& off
   return runs;
 }
 
-void PaintPicture(QPainter& p, const Picture& pic) {
+}  // namespace
+
+void PaintPicture(QPainter& p, const Picture& pic, const QRectF& target) {
+  if (pic.width <= 0 || pic.height <= 0) return;
+  p.save();
+  p.translate(target.topLeft());
+  p.scale(target.width() / pic.width, target.height() / pic.height);
+  p.setClipRect(QRectF(0, 0, pic.width, pic.height), Qt::IntersectClip);
   p.setRenderHint(QPainter::Antialiasing);
   p.fillRect(QRectF(0, 0, pic.width, pic.height), Qt::white);
   if (!pic.raster.empty()) {
@@ -105,9 +112,8 @@ void PaintPicture(QPainter& p, const Picture& pic) {
     p.setPen(QColor(t.r, t.g, t.b));
     p.drawText(QPointF(t.x, t.y), QString::fromUtf8(t.text.c_str()));
   }
+  p.restore();
 }
-
-}  // namespace
 
 std::string PictureFormat(const std::string& path) {
   const std::string ext = QFileInfo(QString::fromStdString(path)).suffix().toLower().toStdString();
@@ -133,8 +139,7 @@ bool WritePictureFile(const Picture& picture, const std::string& path, double sc
     const int h = std::max(1, static_cast<int>(picture.height * scale + 0.5));
     QImage image(w, h, QImage::Format_RGB32);
     QPainter p(&image);
-    p.scale(static_cast<qreal>(w) / picture.width, static_cast<qreal>(h) / picture.height);
-    PaintPicture(p, picture);
+    PaintPicture(p, picture, QRectF(0, 0, w, h));
     p.end();
     ok = image.save(file, "PNG");
   } else if (format == "svg") {
@@ -146,7 +151,7 @@ bool WritePictureFile(const Picture& picture, const std::string& path, double sc
     QPainter p;
     ok = p.begin(&svg);
     if (ok) {
-      PaintPicture(p, picture);
+      PaintPicture(p, picture, QRectF(0, 0, picture.width, picture.height));
       ok = p.end();
     }
   } else {
@@ -158,7 +163,7 @@ bool WritePictureFile(const Picture& picture, const std::string& path, double sc
     QPainter p;
     ok = p.begin(&pdf);
     if (ok) {
-      PaintPicture(p, picture);
+      PaintPicture(p, picture, QRectF(0, 0, picture.width, picture.height));
       ok = p.end();
     }
   }

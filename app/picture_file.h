@@ -9,10 +9,17 @@
 
 #include "render/picture.h"
 
+class QPainter;
+class QRectF;
+
 namespace vt {
 
 // The formats by extension: "png", "svg", "pdf", or "" for another one.
 std::string PictureFormat(const std::string& path);
+
+// Paints the picture into `target` of the painter (a page, a file), scaled
+// to that rectangle and clipped to it, on white.
+void PaintPicture(QPainter& painter, const Picture& picture, const QRectF& target);
 
 // Writes the picture; `scale` is the PNG's pixels per canvas pixel (the
 // vector formats keep the canvas size as their own). False with `error` set

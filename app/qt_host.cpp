@@ -14,10 +14,7 @@
 #include <QFileDialog>
 #include <QImage>
 #include <QMessageBox>
-#include <QPainter>
 #include <QPixmap>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTimer>
@@ -253,25 +250,6 @@ void QtHost::ShowHelp(const std::string& file, const std::string& section) {
   help_->show();
   help_->raise();
   help_->activateWindow();
-}
-
-bool QtHost::PrintImage(const Image& image) {
-  // At screen resolution the picture prints at the size it has on the screen.
-  QPrinter printer(QPrinter::ScreenResolution);
-  printer.setDocName("Vantrel");
-  QPrintDialog dlg(&printer, window_);
-  dlg.setWindowTitle("Print");
-  const bool ok = dlg.exec() == QDialog::Accepted;
-  CanvasCurrent();
-  if (!ok) return false;
-  QPainter painter;
-  if (!painter.begin(&printer)) {
-    MsgBox("The printer could not be started.", "Error", MsgButtons::OK, MsgIcon::Critical);
-    return false;
-  }
-  painter.drawImage(QPoint(0, 0), ToQImage(image));
-  painter.end();
-  return true;
 }
 
 void QtHost::CanvasSize(int& width, int& height) {

@@ -48,7 +48,6 @@ class QtHost : public Host {
 
   bool OpenPath(const std::string& pathOrUrl) override;
   void ShowHelp(const std::string& file, const std::string& section) override;
-  bool PrintImage(const Image& image) override;
 
   void CanvasSize(int& width, int& height) override;
   Image CaptureCanvas() override;

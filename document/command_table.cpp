@@ -42,6 +42,7 @@ const std::vector<MenuItemDef> kMenus = {
     {"mnuFileSave", "Save...", "File", I, "mnuFileSave", "Ctrl+S", false, false},
     {"mnuFileSaveAs", "SaveAs...", "File", I, "mnuFileSaveAs", "Ctrl+Shift+S", false, false},
     {"mnuFileExportPicture", "Export Picture...", "File", I, "mnuFileExportPicture", "Ctrl+E", false, true},
+    {"mnuFilePrintPreview", "Print Preview...", "File", I, "mnuFilePrintPreview", "", false, false},
     {"mnuFilePrint", "Print...", "File", I, "mnuFilePrint", "Ctrl+P", false, false},
     {"mnuFileExit", "Exit", "File", I, "mnuFileExit", "Ctrl+Q", false, true},
 
@@ -199,6 +200,7 @@ const std::vector<MenuItemDef> kMenus = {
     {"mnuAMPath", "Dynamic Point Animation", "mnuAni2", I, "mnuAMPath", "", false, false},
     {"mnuAMColor", "Coloring Animation", "mnuAni2", I, "mnuAMColor", "", false, false},
     {"mnuLocus", "Add a Locus", "mnuAni2", I, "mnuLocus", "", false, true},
+    {"mnuAniExportFilm", "Export Film...", "mnuAni2", I, "mnuAniExportFilm", "", false, true},
 
     {"mnuHelp", "Help", "", M, "", "", false, false},
     {"mnuHelpCon", "Basic Tutorial", "mnuHelp", I, "mnuHelpCon", "F1", false, false},
@@ -548,7 +550,6 @@ void RegisterFrameCommands() {
   RegisterHandler("mnuFileOpen", mnuFileOpen_Click);
   RegisterHandler("mnuFileSave", [] { mnuFileSave_Click(); });
   RegisterHandler("mnuFileSaveAs", [] { mnuFileSaveAs_Click(); });
-  RegisterHandler("mnuFilePrint", mnuFilePrint_Click);
 
   RegisterHandler("mnuFUndo", mnuFUndo_Click, [] { return UndoEnabled; });
   RegisterHandler("mnuFRedo", mnuFRedo_Click, [] { return RedoEnabled; });
@@ -613,7 +614,7 @@ void RegisterAllCommands() {
   RegisterConstructionCommands();
 }
 
-// ---- capture, print, copy as bitmap --------------------------------------------------
+// ---- capture, copy as bitmap --------------------------------------------------
 
 Image CaptureCanvasBitmap() {
   Image img = host().CaptureCanvas();
@@ -713,14 +714,6 @@ bool ReadBitmapFile(const std::string& path, Image& image) {
   }
   image = std::move(out);
   return true;
-}
-
-void mnuFilePrint_Click() {
-  RedrawScene();
-  host().ProcessEvents();
-  Image picture = CaptureCanvasBitmap();
-  if (picture.empty()) return;
-  host().PrintImage(picture);
 }
 
 void mnuEditCopyAs_Click() {

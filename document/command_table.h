@@ -115,7 +115,6 @@ Image CaptureCanvasBitmap();
 bool WriteBitmapFile(const std::string& path, const Image& image);
 bool ReadBitmapFile(const std::string& path, Image& image);
 
-void mnuFilePrint_Click();
 void mnuEditCopyAs_Click();
 void mnuDrawHideSel_Click();
 void mnuDisShowAll_Click();

@@ -45,7 +45,6 @@ class HeldHost : public Host {
   void EnableTimer(int id, bool enabled) override { RealHost().EnableTimer(id, enabled); }
   void RemoveTimer(int id) override { RealHost().RemoveTimer(id); }
   bool OpenPath(const std::string& p) override { return RealHost().OpenPath(p); }
-  bool PrintImage(const Image& image) override { return RealHost().PrintImage(image); }
   void CanvasSize(int& w, int& h) override { RealHost().CanvasSize(w, h); }
   Image CaptureCanvas() override { return RealHost().CaptureCanvas(); }
   void SwapBuffers() override { RealHost().SwapBuffers(); }
@@ -163,12 +162,6 @@ void RecordingHost::RemoveTimer(int id) { timers.erase(id); }
 
 bool RecordingHost::OpenPath(const std::string& pathOrUrl) {
   openedPaths.push_back(pathOrUrl);
-  return true;
-}
-
-bool RecordingHost::PrintImage(const Image& image) {
-  if (!printAccepts) return false;
-  printed.push_back(image);
   return true;
 }
 

@@ -62,8 +62,6 @@ class Host {
     OpenPath(section.empty() ? file : file + "#" + section);
   }
 
-  // Printing of a bitmap on one page at its own size; false when cancelled.
-  virtual bool PrintImage(const Image& image) = 0;
 
   // The canvas: its size in pixels, a capture of what it shows, the buffer
   // swap that ends a frame, and a pass through pending events.
@@ -138,8 +136,6 @@ class RecordingHost : public Host {
   std::string clipboardText;
   Image clipboardImage;
   std::vector<std::string> openedPaths;
-  std::vector<Image> printed;
-  bool printAccepts = true;
   int canvasWidth = 800;
   int canvasHeight = 600;
   Image canvasImage;
@@ -165,7 +161,6 @@ class RecordingHost : public Host {
   void EnableTimer(int id, bool enabled) override;
   void RemoveTimer(int id) override;
   bool OpenPath(const std::string& pathOrUrl) override;
-  bool PrintImage(const Image& image) override;
   void CanvasSize(int& width, int& height) override;
   Image CaptureCanvas() override { return canvasImage; }
   void SwapBuffers() override { ++swaps; }

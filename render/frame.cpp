@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "animation/player_objects.h"
 #include "document/document.h"
 #include "document/globals.h"
 #include "document/host.h"
@@ -18,6 +19,7 @@
 #include "geometry/region.h"
 #include "graphs/curve_analysis.h"
 #include "render/gl_batch.h"
+#include "render/picture.h"
 #include "render/reference.h"
 #include "render/strokes.h"
 #include "render/text.h"
@@ -348,6 +350,18 @@ void DrawRubberBand() {
   glDisable(GL_LINE_STIPPLE);
 }
 
+// A player's rows of values without its panel, where the player puts them.
+void DrawPlayerRows(CAniControl& player) {
+  if (player.Hide) return;
+  float y = player.PosY;
+  for (auto& a : player.anis) {
+    y -= 3;
+    a->PosX = player.PosX;
+    a->PosY = y;
+    a->Draw();
+  }
+}
+
 // The overlay in per cent of the canvas, above the scene: the depth test is
 // off while it draws, so nothing of the scene can hide it.
 void DrawOverlay() {
@@ -363,10 +377,15 @@ void DrawOverlay() {
   glDisable(GL_DEPTH_TEST);
   if (SceneMode == 1 || SceneMode == 3 || SceneMode == 4) {
     if (RubberBandOn) DrawRubberBand();
+    const bool controls = !LeavingControlsOut();
     for (Kind k : {Kind::AC, Kind::TT, Kind::NT, Kind::BT}) {
+      if (k == Kind::BT && !controls) continue;
       CollectionBase& c = Doc.Of(k);
       const int n = c.count();
-      for (int i = 1; i <= n; ++i) c.ItemBase(i)->Draw();
+      for (int i = 1; i <= n; ++i) {
+        if (k == Kind::AC && !controls) DrawPlayerRows(*Doc.AniCtrls.Item(i));
+        else c.ItemBase(i)->Draw();
+      }
     }
   }
   glPopAttrib();

@@ -18,6 +18,7 @@ constexpr float kStippleMark = -1002;  // factor (0: solid), pattern
 constexpr float kTextMark = -1003;     // index into g_texts; the next bitmap token places it
 
 bool g_capturing = false;
+bool g_controlsOut = false;
 std::vector<PictureText> g_texts;     // recorded while compiling
 std::vector<bool> g_textPlaced;       // placed in window coordinates already
 std::vector<float> g_rise;            // base line above the raster position
@@ -169,6 +170,7 @@ struct Parser {
 }  // namespace
 
 bool CapturingPicture() { return g_capturing; }
+bool LeavingControlsOut() { return g_capturing && g_controlsOut; }
 
 void CaptureText(const PictureText& text, float rise) {
   if (!g_capturing || text.text.empty()) return;
@@ -206,7 +208,7 @@ void CaptureLineState(float width, bool dashed, int factor, std::uint16_t patter
   glPassThrough(static_cast<GLfloat>(pattern));
 }
 
-bool CapturePicture(Picture& out, std::string& error) {
+bool CapturePicture(Picture& out, std::string& error, bool controls) {
   out = Picture();
   out.width = std::max(1, CanvasWidth);
   out.height = std::max(1, CanvasHeight);
@@ -215,8 +217,10 @@ bool CapturePicture(Picture& out, std::string& error) {
   g_textPlaced.clear();
   g_rise.clear();
   g_capturing = true;
+  g_controlsOut = !controls;
   DrawScene();
   g_capturing = false;
+  g_controlsOut = false;
   bool ok = true;
   if (space) {
     // The frame without glyphs: its texts come on top as texts.

@@ -49,12 +49,15 @@ struct Picture {
 // Captures the scene of the current context at the canvas size. Recompiles
 // the scene list twice (with marks, then as before), so the context must be
 // the one the frame draws in. False with `error` set when OpenGL gives no
-// feedback.
-bool CapturePicture(Picture& out, std::string& error);
+// feedback. Without `controls` the players' panels and the command buttons
+// are left out (a printed page); the players' rows of values stay.
+bool CapturePicture(Picture& out, std::string& error, bool controls = true);
 
 // ---- for the drawing code -------------------------------------------------
 // True while the scene compiles for a capture.
 bool CapturingPicture();
+// True while the scene compiles for a capture that leaves the controls out.
+bool LeavingControlsOut();
 // Records a text at the current raster position set just before (the
 // caller's glRasterPos), in place of its glyphs; its base line lies `rise`
 // pixels above that position.

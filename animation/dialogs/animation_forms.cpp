@@ -18,7 +18,10 @@
 #include <utility>
 
 #include "animation/animation.h"
+#include "animation/dialogs/film_dialog.h"
+#include "app/frmF1.h"
 #include "animation/export.h"
+#include "document/command_table.h"
 #include "document/document.h"
 #include "document/frame_commands.h"
 #include "document/globals.h"
@@ -163,8 +166,7 @@ frmAniSetting::frmAniSetting(QWidget* parent, const std::string& playerId) : QDi
     cboMode_->setCurrentIndex(std::clamp(c->AniRunMode, 1, 4) - 1);
   }
   connect(film, &QPushButton::clicked, this, [this] {
-    auto* f = new frmF23(parentWidget(), id_);
-    f->show();
+    if (auto* window = qobject_cast<frmF1*>(parentWidget())) OpenFilmDialog(window, id_);
   });
 }
 
@@ -425,117 +427,13 @@ void frmLocus::accept() {
   QDialog::accept();
 }
 
-// ---- frmF23 ---------------------------------------------------------------------------------
-
-frmF23::frmF23(QWidget* parent, const std::string& playerId) : QDialog(parent), playerId_(playerId) {
-  setObjectName("frmF23");
-  setWindowTitle(tr("Save Animation As AVI File"));
-  KeepAbove(this);
-  List1_ = new QListWidget(this);
-  List1_->setObjectName("List1");
-  List2_ = new QListWidget(this);
-  List2_->setObjectName("List2");
-  Text1_ = new QLineEdit("10", this);
-  Text1_->setObjectName("Text1");
-  cboCodec_ = new QComboBox(this);
-  cboCodec_->setObjectName("cboCodec");
-  for (const FilmCodec& c : FilmCodecs()) cboCodec_->addItem(QString::fromStdString(c.caption), QString::fromStdString(c.name));
-  auto* lists = new QHBoxLayout;
-  auto* left = new QVBoxLayout;
-  left->addWidget(new QLabel(tr("Animation Frames"), this));
-  left->addWidget(List1_);
-  auto* right = new QVBoxLayout;
-  right->addWidget(new QLabel(tr("Selected Frames"), this));
-  right->addWidget(List2_);
-  auto* buttons = new QVBoxLayout;
-  auto button = [&](const char* name, const QString& text) {
-    auto* b = new QPushButton(text, this);
-    b->setObjectName(name);
-    buttons->addWidget(b);
-    return b;
-  };
-  auto* generate = button("cmdGenerate", tr("Generate Frames"));
-  auto* all = button("cmdSelectAll", tr("Select all frames"));
-  auto* one = button("cmdSelectOne", tr("Select a frame"));
-  auto* del = button("cmdDel", tr("Del"));
-  del->setToolTip(tr("Delete the selected frame"));
-  lists->addLayout(left);
-  lists->addLayout(buttons);
-  lists->addLayout(right);
-  auto* speed = new QHBoxLayout;
-  speed->addWidget(new QLabel(tr("Speed"), this));
-  speed->addWidget(Text1_);
-  speed->addWidget(new QLabel(tr("Frames/Second"), this));
-  speed->addWidget(cboCodec_);
-  auto* save = new QPushButton(tr("Save Animation"), this);
-  save->setObjectName("cmdSave");
-  auto* v = new QVBoxLayout(this);
-  v->addLayout(lists);
-  v->addLayout(speed);
-  v->addWidget(save);
-  connect(generate, &QPushButton::clicked, this, &frmF23::GenerateFrames);
-  connect(all, &QPushButton::clicked, this, [this] {
-    List2_->clear();
-    for (int i = 0; i < List1_->count(); ++i) List2_->addItem(List1_->item(i)->text());
-  });
-  connect(one, &QPushButton::clicked, this, [this] {
-    if (QListWidgetItem* it = List1_->currentItem()) List2_->addItem(it->text());
-  });
-  connect(del, &QPushButton::clicked, this, [this] { delete List2_->currentItem(); });
-  connect(save, &QPushButton::clicked, this, &frmF23::SaveFilm);
-}
-
-void frmF23::GenerateFrames() {
-  CAniControl* c = Doc.AniCtrls.FindById(playerId_);
-  if (!c && Doc.AniCtrls.count() > 0) c = Doc.AniCtrls.Item(1);
-  if (!c) return;
-  // frmF19: the speed and the number of frames.
-  bool ok = false;
-  const int fps = QInputDialog::getInt(this, tr("Animation Frames"), tr("Speed (Frames/Second)"), Text1_->text().toInt(),
-                                       -1000, 1000, 1, &ok);
-  if (!ok) return;
-  const int frames = QInputDialog::getInt(this, tr("Animation Frames"), tr("Number of frames"), c->Steps + 1, -100000,
-                                          100000, 1, &ok);
-  if (!ok || !CheckFrameRequest(fps, frames)) return;
-  const QString folder = QFileDialog::getExistingDirectory(this, tr("Folder for the frames"),
-                                                           QString::fromStdString(DefaultFrameFolder()));
-  if (folder.isEmpty()) return;
-  Text1_->setText(QString::number(fps));
-  QProgressDialog progress(tr("Generating frames..."), tr("Cancel"), 0, frames, this);
-  progress.setWindowModality(Qt::WindowModal);
-  const auto paths = vt::GenerateFrames(*c, frames, folder.toStdString(), [] { return host().CaptureCanvas(); },
-                                        [&](int i, int n) {
-                                          progress.setValue(i);
-                                          return !progress.wasCanceled();
-                                        });
-  List1_->clear();
-  for (const std::string& p : paths) List1_->addItem(QString::fromStdString(p));
-}
-
-void frmF23::SaveFilm() {
-  std::vector<std::string> listed, selected;
-  for (int i = 0; i < List1_->count(); ++i) listed.push_back(List1_->item(i)->text().toStdString());
-  for (int i = 0; i < List2_->count(); ++i) selected.push_back(List2_->item(i)->text().toStdString());
-  std::string path;
-  if (!listed.empty() && !selected.empty()) {
-    const QString chosen = QFileDialog::getSaveFileName(this, tr(kFilmSaveTitle), "untitled.avi", tr("AVI Files (*.avi)"));
-    if (chosen.isEmpty()) return;
-    path = chosen.toStdString();
-    if (path.size() < 4 || path.compare(path.size() - 4, 4, ".avi") != 0) path += ".avi";
-  }
-  QProgressDialog progress(tr("Writing the film..."), tr("Cancel"), 0, static_cast<int>(selected.size()), this);
-  progress.setWindowModality(Qt::WindowModal);
-  SaveAnimation(listed, selected, path, Text1_->text().toInt(), cboCodec_->currentData().toString().toStdString(),
-                [&](int i, int n) {
-                  progress.setValue(i);
-                  return !progress.wasCanceled();
-                });
-}
-
 // ---- installation -----------------------------------------------------------------------
 
 void InstallAnimationForms(QMainWindow* mainWindow) {
   QPointer<QMainWindow> window(mainWindow);
+  RegisterHandler("mnuAniExportFilm", [window] {
+    if (auto* w = qobject_cast<frmF1*>(window.data())) OpenFilmDialog(w, "");
+  });
   SetAniDialogOpener([window](int kind, const std::string& editId) {
     if (!window) return;
     QDialog* d = nullptr;

@@ -1,9 +1,10 @@
 // The animation dialogs: frmAniSetting (a player's settings), the track
 // dialogs frmMoving, frmRotating, frmZoom, frmPathAni and frmColorAni (one
-// form, its fields by kind), frmVar (parameters), frmLocus, and frmF23 with
-// frmF19's questions (films). They stay above the main window and hold no
-// rules of their own: animation/animation.h and animation/export.h check the
-// fields, show the messages and do the work.
+// form, its fields by kind), frmVar (parameters) and frmLocus; a player's
+// "Save As AVI..." opens the film dialog (film_dialog.h) on that player.
+// They stay above the main window and hold no rules of their own:
+// animation/animation.h and animation/export.h check the fields, show the
+// messages and do the work.
 #pragma once
 
 #include <QDialog>
@@ -87,22 +88,8 @@ class frmLocus : public QDialog {
   ColorButton* cmdColor_;
 };
 
-// frmF23: "Save Animation As AVI File".
-class frmF23 : public QDialog {
-  Q_OBJECT
- public:
-  frmF23(QWidget* parent, const std::string& playerId);
-
- private:
-  void GenerateFrames();
-  void SaveFilm();
-  std::string playerId_;
-  QListWidget *List1_, *List2_;
-  QLineEdit* Text1_;
-  QComboBox* cboCodec_;
-};
-
-// Installs the dialogs as the window's animation dialogs.
+// Installs the dialogs as the window's animation dialogs, and Animation ›
+// Export Film.
 void InstallAnimationForms(QMainWindow* mainWindow);
 
 }  // namespace vt::app
