@@ -48,13 +48,16 @@ double EndsSum() {
   for (const CLine* l : Doc.Lines) {
     ++k;
     if (!IsEdge(*l)) continue;
-    s += k * (l->pBegin.x + 3.0 * l->pBegin.y + 7.0 * l->pBegin.z) + (k + 1) * (l->pEnd.x + 5.0 * l->pEnd.y + 11.0 * l->pEnd.z);
+    s += k * (l->pBegin.x + 3.0 * l->pBegin.y + 7.0 * l->pBegin.z) +
+         (k + 1) * (l->pEnd.x + 5.0 * l->pEnd.y + 11.0 * l->pEnd.z);
   }
   return s;
 }
 
+// The representative of a corner's solid (a union-find with path halving).
 int Root(std::vector<int>& parent, int i) {
-  while (parent[static_cast<size_t>(i)] != i) i = parent[static_cast<size_t>(i)] = parent[static_cast<size_t>(parent[static_cast<size_t>(i)])];
+  auto at = [&](int k) -> int& { return parent[static_cast<size_t>(k)]; };
+  while (at(i) != i) i = at(i) = at(at(i));
   return i;
 }
 
