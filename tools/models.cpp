@@ -73,15 +73,15 @@ void PlaceApart(const CollectionMark& before) {
   const bool apart = added.MinX >= taken.MaxX + gap || added.MaxX <= taken.MinX - gap ||
                      added.MinY >= taken.MaxY + gap || added.MaxY <= taken.MinY - gap;
   if (apart) return;
-  // Along x to the right of what is there; the whole figure moves, derived
-  // points with their sources, so every link stays what it was.
+  // Along x to the right of what is there. The free points move as a drag
+  // of all of them moves them; what is built on them follows.
   const float dx = taken.MaxX + gap - added.MinX;
-  std::vector<Position> start;
-  for (int i = before.points + 1; i <= Doc.Points.count(); ++i) start.push_back(*Doc.Points.Item(i));
   PropagationTrace trace;
   for (int i = before.points + 1; i <= Doc.Points.count(); ++i) {
-    const Position& s = start[static_cast<size_t>(i - before.points - 1)];
-    MovePointTo(*Doc.Points.Item(i), s.x + dx, s.y, s.z);
+    Position& p = *Doc.Points.Item(i);
+    if (p.ptype != 1) continue;
+    p.Set(p.x + dx, p.y, p.z);
+    p.UpdateLinked(dx, 0, 0, 0);
   }
   RepropagateAfterMove();
 }
