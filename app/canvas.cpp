@@ -1,6 +1,7 @@
 #include "app/canvas.h"
 
 #include <QMouseEvent>
+#include <QOpenGLContext>
 #include <QWheelEvent>
 
 #include "document/frame_commands.h"
@@ -60,7 +61,10 @@ void Canvas::MakeCurrent() {
 
 void Canvas::FrameDone() {
   if (inPaint_) return;
-  frameFresh_ = true;
+  // A frame drawn while another context was current (a dialog's event loop
+  // ran inside the command and left the window's own current) did not reach
+  // the canvas: the repaint draws it.
+  frameFresh_ = context() && QOpenGLContext::currentContext() == context();
   update();
 }
 

@@ -13,6 +13,7 @@
 #include <QMenuBar>
 #include <QOpenGLContext>
 #include <QPalette>
+#include <QSettings>
 #include <QSurfaceFormat>
 #include <QStatusBar>
 #include <QTimer>
@@ -34,6 +35,7 @@
 #include "graphs/dialogs/swept_forms.h"
 #include "render/dialogs/settings_forms.h"
 #include "render/frame.h"
+#include "render/trackball.h"
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
 #include "tools/create_tools.h"
@@ -125,10 +127,15 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
 
   if (picDraw_) connect(picDraw_, &Canvas::contextReady, this, &frmF1::OnContextReady);
   resize(1120, 760);
+  // The way free turns go in space is the user's, kept between sessions.
+  FreeTrackBall = QSettings("Vantrel", "Vantrel").value("view/freeTrackBall", false).toBool();
   RefreshControls();
 }
 
 frmF1::~frmF1() {
+  QSettings settings("Vantrel", "Vantrel");
+  if (settings.value("view/freeTrackBall", false).toBool() != FreeTrackBall)
+    settings.setValue("view/freeTrackBall", FreeTrackBall);
   if (!unloaded_ && picDraw_ && picDraw_->isValid()) {
     picDraw_->makeCurrent();
     ReleaseContext();

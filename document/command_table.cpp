@@ -16,6 +16,7 @@
 #include "graphs/curve_form.h"
 #include "graphs/surface_form.h"
 #include "graphs/swept_commands.h"
+#include "render/trackball.h"
 #include "render/view_state.h"
 #include "tools/buttons.h"
 #include "tools/canvas_input.h"
@@ -77,6 +78,7 @@ const std::vector<MenuItemDef> kMenus = {
     {"mnuViewRotY", "Rotate About Y Axis", "mnuView", I, "mnuViewRotY", "", false, false},
     {"mnuViewRotZ", "Rotate About Z Axis", "mnuView", I, "mnuViewRotZ", "", false, false},
     {"mnuViewRotate", "Track Ball", "mnuView", I, "mnuViewRotate", "", false, false},
+    {"mnuViewFreeBall", "Free Track Ball", "mnuView", I, "mnuViewFreeBall", "", true, false},
     {"mnuViewISO", "ISO", "mnuView", I, "mnuViewISO", "", false, false},
     {"mnuViewZoomIn", "Zoom In", "mnuView", I, "mnuViewZoomIn", "Ctrl++; Ctrl+=", false, true},
     {"mnuViewZoomOut", "Zoom Out", "mnuView", I, "mnuViewZoomOut", "Ctrl+-", false, false},
@@ -270,6 +272,7 @@ const std::vector<CommandNameDef> kCommands = {
     {"View-Rotate About Y Axis", "mnuViewRotY"},
     {"View-Rotate About Z Axis", "mnuViewRotZ"},
     {"View-Track Ball", "mnuViewRotate"},
+    {"View-Free Track Ball", "mnuViewFreeBall"},
     {"View-ISO", "mnuViewISO"},
     {"View-Zoom In", "mnuViewZoomIn"},
     {"View-Zoom Out", "mnuViewZoomOut"},
@@ -570,6 +573,7 @@ void RegisterFrameCommands() {
   RegisterHandler("mnuViewMove", mnuViewMove_Click, {}, [] { return ViewMove; });
   RegisterHandler("mnuViewZoom", mnuViewZoom_Click, {}, [] { return ViewZoom; });
   RegisterHandler("mnuViewRotate", mnuViewRotate_Click, {}, [] { return ViewRotate && RotateMode == 1; });
+  RegisterHandler("mnuViewFreeBall", mnuViewFreeBall_Click, {}, [] { return FreeTrackBall; });
   RegisterHandler("mnuViewRotX", mnuViewRotX_Click);
   RegisterHandler("mnuViewRotY", mnuViewRotY_Click);
   RegisterHandler("mnuViewRotZ", mnuViewRotZ_Click);

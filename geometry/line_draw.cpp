@@ -3,6 +3,7 @@
 
 #include "geometry/geom.h"
 #include "geometry/line.h"
+#include "geometry/solid_edges.h"
 #include "render/strokes.h"
 
 namespace vt {
@@ -20,7 +21,9 @@ void CLine::Draw() {
     } else if (lt == 3) {
       b = PointBeyond(pBegin, pEnd, 500);
     }
-    DrawLineStroke(a, b, ForeColor, DrawMode, GELineStyle, GELineWidth);
+    // An edge a solid hides is dashed (a style of its own stays).
+    const int style = GELineStyle <= 1 && SolidEdgeHidden(*this) ? 2 : GELineStyle;
+    DrawLineStroke(a, b, ForeColor, DrawMode, style, GELineWidth);
     EndLineLook();
   }
   if (!HideLabel && !LLabel.empty() && PlaneView()) {

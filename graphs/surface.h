@@ -75,8 +75,12 @@ struct QuadLook {
   bool ShowTrans = false;
   float TransAlpha = 1;
   bool Lit = true;
-  std::uint32_t OverrideColor = 0;  // with UseOverride, every corner (selection look)
+  std::uint32_t OverrideColor = 0;  // with UseOverride, every corner
   bool UseOverride = false;
+  // Selected or under the mouse: the surface's own colours, a fifth of this
+  // colour mixed in, and the rim of a grid drawn in it.
+  std::uint32_t MarkColor = 0;
+  bool Marked = false;
 };
 // Emits the quads of the grid (needs a current context): holes skipped,
 // per corner texture coordinate (i / su, j / sv), normal and colour.
@@ -109,11 +113,11 @@ QuadLook SurfaceLookOf(const S& s) {
   look.ShowTrans = s.ShowTrans;
   look.TransAlpha = s.TransAlpha;
   if (s.DrawMode == 2 || s.DrawMode == 3) {  // selected
-    look.UseOverride = true;
-    look.OverrideColor = RGB(255, 0, 0);
+    look.Marked = true;
+    look.MarkColor = RGB(255, 0, 0);
   } else if (s.DrawMode == 4) {  // highlighted
-    look.UseOverride = true;
-    look.OverrideColor = RGB(0, 255, 0);
+    look.Marked = true;
+    look.MarkColor = RGB(0, 255, 0);
   }
   return look;
 }

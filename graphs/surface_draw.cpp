@@ -135,19 +135,53 @@ void EndSurfaceLook(const QuadLook& look) {
 
 namespace {
 
+void ColorRgb(std::uint32_t color, float rgb[3]) {
+  rgb[0] = static_cast<float>(color & 255u) / 255.0f;
+  rgb[1] = static_cast<float>((color >> 8) & 255u) / 255.0f;
+  rgb[2] = static_cast<float>((color >> 16) & 255u) / 255.0f;
+}
+
 // The colour of a corner by the look (channels 0 to 1), alpha apart.
 void CornerRgb(const QuadLook& look, const Position& p, float rgb[3]) {
   if (look.UseOverride) {
-    rgb[0] = static_cast<float>(look.OverrideColor & 255u) / 255.0f;
-    rgb[1] = static_cast<float>((look.OverrideColor >> 8) & 255u) / 255.0f;
-    rgb[2] = static_cast<float>((look.OverrideColor >> 16) & 255u) / 255.0f;
+    ColorRgb(look.OverrideColor, rgb);
     return;
   }
   if (look.ShowTex && look.TexMode != 2) {
     rgb[0] = rgb[1] = rgb[2] = 1;  // the texture alone
-    return;
+  } else {
+    look.Coloring.Color(p.x, p.y, p.z, rgb);
   }
-  look.Coloring.Color(p.x, p.y, p.z, rgb);
+  if (look.Marked) {
+    float mark[3];
+    ColorRgb(look.MarkColor, mark);
+    for (int c = 0; c < 3; ++c) rgb[c] = 0.8f * rgb[c] + 0.2f * mark[c];
+  }
+}
+
+// The four edges of a grid as lines of the colour, 3 wide, unlit, on top of
+// the faces they bound; holes break them.
+void DrawGridRim(const std::vector<Position>& grid, int su, int sv, std::uint32_t color) {
+  glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_CURRENT_BIT | GL_DEPTH_BUFFER_BIT);
+  glDisable(GL_LIGHTING);
+  glDisable(GL_TEXTURE_2D);
+  glDepthFunc(GL_LEQUAL);
+  float rgb[3];
+  ColorRgb(color, rgb);
+  glColor3fv(rgb);
+  glLineWidth(3);
+  glBegin(GL_LINES);
+  auto edge = [&](int i0, int j0, int i1, int j1) {
+    const Position& a = grid[GridIndex(i0, j0, sv)];
+    const Position& b = grid[GridIndex(i1, j1, sv)];
+    if (IsHolePosition(a) || IsHolePosition(b)) return;
+    glVertex3f(a.x, a.y, a.z);
+    glVertex3f(b.x, b.y, b.z);
+  };
+  for (int i = 0; i < su; ++i) edge(i, 0, i + 1, 0), edge(i, sv, i + 1, sv);
+  for (int j = 0; j < sv; ++j) edge(0, j, 0, j + 1), edge(su, j, su, j + 1);
+  glEnd();
+  glPopAttrib();
 }
 
 }  // namespace
@@ -181,6 +215,7 @@ void DrawQuadGrid(const std::vector<Position>& grid, int su, int sv, const std::
     }
   }
   glEnd();
+  if (look.Marked) DrawGridRim(grid, su, sv, look.MarkColor);
 }
 
 // ---- CSurface ----------------------------------------------------------------------------

@@ -95,16 +95,10 @@ void ReadSceneRecord(RecordReader& r, ReadMode mode) {
     if (!TextToDouble(r.Field(2), scene)) throw RecordError("bad number");
     r.Seek(3);
   }
-  if (scene == 1) {
-    if (mode == ReadMode::Undo) {
-      // Undo keeps the view: only the angles and the mode.
-      ViewGraph.RotRoll = ViewGraph.RotPitch = ViewGraph.RotYaw = 0;
-      SceneMode = 1;
-    } else {
-      mnuFileNew2D_Click();
-    }
-  } else {
-    mnuFileNew3D_Click();
+  // Undo and redo leave the scene as it is shown: its mode and its view.
+  if (mode != ReadMode::Undo) {
+    if (scene == 1) mnuFileNew2D_Click();
+    else mnuFileNew3D_Click();
   }
   bool flags[4];
   for (bool& f : flags) {

@@ -129,7 +129,34 @@ void TrackBallPoint(float x, float y, float width, float height, float& tx, floa
   ty = (height - 2 * y) / height;
 }
 
+bool FreeTrackBall = false;
+
+void TurnTableByDrag(float dx, float dy, float width, float height) {
+  if (!SceneChanged) UpdateSceneMatrix();  // SceneQuat from the angles
+  float m[16];
+  QuatToMatrix(SceneQuat, m);
+  // The view takes world axis j to (m[4j], m[4j + 1], m[4j + 2]). A turntable
+  // view Rx(elevation - 90 deg) Rz(azimuth) takes z to (0, cos e, sin e) and
+  // y to (-sin a, ...), x to (cos a, ...).
+  const double pi = 3.14159265358979;
+  double azimuth = std::atan2(-m[4], m[0]);
+  double elevation = std::asin(std::fmax(-1.0, std::fmin(1.0, static_cast<double>(m[10]))));
+  azimuth += pi * dx / std::fmax(1.0f, width);
+  elevation = std::fmax(-pi / 2, std::fmin(pi / 2, elevation + pi * dy / std::fmax(1.0f, height)));
+  // The scene matrix is the inverse of the view: Rz(-a) Rx(90 deg - e).
+  const float zAxis[3] = {0, 0, 1}, xAxis[3] = {1, 0, 0};
+  float qz[4], qx[4];
+  QuatFromAxisAngle(zAxis, static_cast<float>(-azimuth), qz);
+  QuatFromAxisAngle(xAxis, static_cast<float>(pi / 2 - elevation), qx);
+  ComposeQuat(qx, qz, SceneQuat);
+  SceneChanged = true;
+}
+
 void RotateSceneByDrag(float lastX, float lastY, float x, float y, float width, float height) {
+  if (RotateMode == 1 && SceneMode == 3 && !FreeTrackBall) {
+    TurnTableByDrag(x - lastX, y - lastY, width, height);
+    return;
+  }
   float p1x, p1y, p2x, p2y;
   TrackBallPoint(lastX, lastY, width, height, p1x, p1y);
   TrackBallPoint(x, y, width, height, p2x, p2y);

@@ -32,10 +32,23 @@ void TrackBall(float q[4], float p1x, float p1y, float p2x, float p2y, int rotat
 // The track-ball coordinates of a canvas pixel: ((2x - w)/w, (h - 2y)/h).
 void TrackBallPoint(float x, float y, float width, float height, float& tx, float& ty);
 
+// The free track ball instead of the turntable for free turns in space (a
+// setting of the program, the View menu's "Free Track Ball").
+extern bool FreeTrackBall;
+
 // One step of a rotating drag from the pixel (lastX, lastY) to (x, y) on a
-// canvas of the size given: the track ball by RotateMode, composed into
-// SceneQuat, and SceneChanged set.
+// canvas of the size given, SceneQuat changed and SceneChanged set. A free
+// turn (RotateMode 1) in a space scene is the turntable unless FreeTrackBall
+// is set; else the track ball by RotateMode.
 void RotateSceneByDrag(float lastX, float lastY, float x, float y, float width, float height);
+
+// The turntable: the scene turns about the world z axis by the drag across
+// (half a turn for the canvas's width) and tilts by the drag down (half a
+// turn for its height), the camera's height above the xy plane held between
+// straight above and straight below, so z always points up the screen. The
+// present rotation is read as such a turn first (a view turned otherwise
+// stands z up at the first step).
+void TurnTableByDrag(float dx, float dy, float width, float height);
 
 // SceneMatrix for the next frame: from SceneQuat when SceneChanged, else from
 // ViewGraph's angles (roll about z, pitch about x, yaw about y, degrees times

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
 
 #include "document/frame_commands.h"
@@ -82,6 +83,15 @@ bool g_panning = false;
 float g_panX = 0, g_panY = 0;
 
 bool ViewDragArmed() { return ViewRotate || ViewZoom || ViewMove; }
+
+// The select tool's own view drags: in space a left drag that starts on empty
+// canvas turns the scene (with Shift: pans); in both scenes a right drag pans,
+// and a right click that does not drag opens the context menu on release.
+enum class FreeDrag { None, Turn, Pan };
+FreeDrag g_freeDrag = FreeDrag::None;
+bool g_rightPressed = false, g_rightPanning = false;
+float g_rightX = 0, g_rightY = 0;
+constexpr float kDragSlop = 4;  // pixels a right press may wander and still be a click
 
 void CanvasSize(float& w, float& h) {
   host().CanvasSize(CanvasWidth, CanvasHeight);
@@ -215,7 +225,12 @@ void picDraw_MouseDown(int Button, int Shift, float X, float Y) {
   }
   // An armed view drag takes the left button for itself.
   const bool viewDrag = Button == kLeftButton && ViewDragArmed();
-  if (Button == kRightButton && ActiveTool == 11 && CanvasWindow.showGraphEdit) CanvasWindow.showGraphEdit(X, Y);
+  if (Button == kRightButton && ActiveTool == 11) {
+    g_rightPressed = true;
+    g_rightPanning = false;
+    g_rightX = X;
+    g_rightY = Y;
+  }
 
   if (!viewDrag && (Button == kLeftButton || Button == kRightButton)) {
     switch (ActiveTool) {
@@ -237,6 +252,12 @@ void picDraw_MouseDown(int Button, int Shift, float X, float Y) {
       else
         CurrentTool->RButtonDown(e.viewPoint, e.scenePoint, X, Y, e.farPoint, e.nearPoint);
     }
+    // A press on empty canvas in space starts a turn (a pan with Shift)
+    // instead of a selection box.
+    if (Button == kLeftButton && ActiveTool == 11 && SceneMode == 3 && RubberBandOn) {
+      RubberBandOn = false;
+      g_freeDrag = (Shift & kShiftKey) ? FreeDrag::Pan : FreeDrag::Turn;
+    }
   }
   // What the tool left in the points of the press.
   LastScenePoint = e.scenePoint;
@@ -257,6 +278,31 @@ void picDraw_MouseMove(int Button, int Shift, float X, float Y) {
     return;
   }
   g_panning = false;
+  if (g_rightPressed && (Button & kRightButton)) {
+    if (!g_rightPanning && std::abs(X - g_rightX) + std::abs(Y - g_rightY) > kDragSlop) g_rightPanning = true;
+    if (g_rightPanning) {
+      View.MoveView((X - g_rightX) / w, (g_rightY - Y) / h);
+      g_rightX = X;
+      g_rightY = Y;
+      RedrawScene();
+    }
+    return;
+  }
+  if (g_freeDrag != FreeDrag::None && !(Button & kLeftButton)) g_freeDrag = FreeDrag::None;
+  if (g_freeDrag != FreeDrag::None) {
+    if (g_freeDrag == FreeDrag::Turn) {
+      const int keep = RotateMode;
+      RotateMode = 1;
+      RotateSceneByDrag(LastX, LastY, X, Y, w, h);
+      RotateMode = keep;
+    } else {
+      View.MoveView((X - LastX) / w, (LastY - Y) / h);
+    }
+    LastX = X;
+    LastY = Y;
+    RedrawScene();
+    return;
+  }
   // A move with the left button up while a select gesture is open: its
   // release went elsewhere (a dialog, another window). The gesture ends here,
   // so nothing follows a mouse with no button held.
@@ -317,6 +363,13 @@ void picDraw_MouseUp(int Button, int Shift, float X, float Y) {
     g_panning = false;
     return;
   }
+  if (Button == kRightButton && g_rightPressed) {
+    g_rightPressed = false;
+    if (!g_rightPanning && ActiveTool == 11 && CanvasWindow.showGraphEdit) CanvasWindow.showGraphEdit(X, Y);
+    g_rightPanning = false;
+    return;
+  }
+  if (Button == kLeftButton) g_freeDrag = FreeDrag::None;
   EventPoints e;
   e.Fill(X, Y);
   // The press chose between a drag (it hit something) and a box (empty
@@ -371,6 +424,8 @@ void SyntheticMouseMove() { picDraw_MouseMove(0, 0, 0, 0); }
 
 void ResetToolGestures() {
   EndSelectGesture();
+  g_freeDrag = FreeDrag::None;
+  g_rightPressed = g_rightPanning = false;
   DragAnchorX = DragAnchorY = DragCurrentX = DragCurrentY = 0;
   ViewRotate = ViewZoom = ViewMove = false;
   SceneChanged = false;

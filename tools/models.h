@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "document/objects.h"
+
 namespace vt {
 
 struct ModelEntry {
@@ -29,6 +31,14 @@ CollectionMark MarkCollections();
 // on from LastPointLabel, and rewrites the labels the lines, circles, arcs
 // and regions added since then keep of them.
 void RelabelSince(const CollectionMark& mark);
+
+// The box of the shown points from index `from` to `to` (an empty box,
+// MinX above MaxX, when there are none).
+CBox PointsBox(int from, int to);
+// Moves the figure added since the mark to the right of what the scene held
+// before (its points, and in space its surfaces and solids), a unit apart,
+// when the two would overlap over the xy plane.
+void PlaceApart(const CollectionMark& mark);
 
 void RegisterModelCommands();
 

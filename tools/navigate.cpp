@@ -91,6 +91,11 @@ void mnuViewFitAll_Click() {
   RedrawScene();
 }
 
+void mnuViewFreeBall_Click() {
+  FreeTrackBall = !FreeTrackBall;
+  RefreshControls();
+}
+
 void mnuViewReset_Click() {
   View.SetEye(0, 0, 50);
   View.SetRef(0, 0, 0);

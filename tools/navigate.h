@@ -22,6 +22,8 @@ void mnuViewZoomOut_Click();
 // tenth to spare on each side; an empty document gets the square from -10 to
 // 10. The viewing direction and the scene rotation stay.
 void mnuViewFitAll_Click();
+// Free turns in space by the track ball rather than the turntable, and back.
+void mnuViewFreeBall_Click();
 // The start view: the camera on +z at 50 from the origin, y up, a volume 12
 // high; the plane unturned, a space scene at the ISO angles.
 void mnuViewReset_Click();

@@ -207,7 +207,11 @@ void InstallScreenItemForms(QWidget* mainWindow) {
   TextToolDialog = [window](std::string& text) {
     if (!window) return false;
     frmText dialog(window, std::string());
-    if (dialog.exec() != QDialog::Accepted) return false;
+    const bool accepted = dialog.exec() == QDialog::Accepted;
+    // The dialog's event loop leaves another context current; the text is
+    // drawn on the canvas right after.
+    if (Canvas* c = CanvasOfWindow(window)) c->MakeCurrent();
+    if (!accepted) return false;
     text = dialog.text();
     return true;
   };
