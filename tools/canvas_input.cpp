@@ -24,7 +24,7 @@ CanvasHooks CanvasWindow;
 
 namespace {
 
-constexpr int kSlotCount = 5;
+constexpr int kSlotCount = 6;
 
 struct ToolRegistry {
   std::array<ToolFactory, kSlotCount> factories;
@@ -160,7 +160,7 @@ void MakeTools() {
   ToolRegistry& r = Tools();
   CurrentTool = nullptr;
   g_eventSelect.reset();
-  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text}) {
+  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text, ToolSlot::Triangle}) {
     const size_t i = SlotIndex(s);
     r.made[i] = r.factories[i] ? r.factories[i]() : nullptr;
   }
@@ -214,6 +214,7 @@ void picDraw_MouseDown(int Button, int Shift, float X, float Y) {
       case 2: CurrentTool = Made(ToolSlot::Line); break;
       case 4: CurrentTool = Made(ToolSlot::Circle); break;
       case 6: CurrentTool = Made(ToolSlot::Text); break;
+      case 7: CurrentTool = Made(ToolSlot::Triangle); break;
       case 11:
         if (Button == kLeftButton) CurrentTool = NewSelect();
         break;
@@ -284,6 +285,7 @@ void picDraw_MouseMove(int Button, int Shift, float X, float Y) {
     case 1: CurrentTool = Made(ToolSlot::Point); break;
     case 2: CurrentTool = Made(ToolSlot::Line); break;
     case 4: CurrentTool = Made(ToolSlot::Circle); break;
+    case 7: CurrentTool = Made(ToolSlot::Triangle); break;
     case 11: CurrentTool = NewSelect(); break;
     default: break;
   }
@@ -370,7 +372,7 @@ void ResetToolGestures() {
   ViewRotate = ViewZoom = ViewMove = false;
   SceneChanged = false;
   ToolCursorPoint = nullptr;
-  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text})
+  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text, ToolSlot::Triangle})
     if (CCommand* t = Made(s)) t->Cancel();
   CurrentTool = nullptr;
   ResetSelectState();
