@@ -1,4 +1,5 @@
 #include "app/canvas.h"
+#include "app/startup_report.h"
 
 #include <QMouseEvent>
 #include <QOpenGLContext>
@@ -84,6 +85,7 @@ void Canvas::paintGL() {
   Display();
   ++paints_;
   inPaint_ = false;
+  NoteFirstPaint();
 }
 
 void Canvas::Handle(const std::function<void()>& handler) {

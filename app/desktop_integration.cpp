@@ -94,18 +94,18 @@ QStringList WriteDesktopFiles(const QString& dataFolder, const QString& executab
   return written;
 }
 
-void RegisterDocumentType() {
-  if (DocumentTypeRegistered()) return;
+QStringList RegisterDocumentType() {
   const QString folder = UserDataFolder();
   const QStringList written =
       WriteDesktopFiles(folder, QCoreApplication::applicationFilePath(), Program("icons"));
-  if (written.isEmpty()) return;
+  if (written.isEmpty()) return written;
   // The caches of the desktop; without the tools the files still serve once
   // the desktop rescans its folders.
   const QString mimeTool = QStandardPaths::findExecutable("update-mime-database");
   if (!mimeTool.isEmpty()) QProcess::startDetached(mimeTool, {folder + "/mime"});
   const QString desktopTool = QStandardPaths::findExecutable("update-desktop-database");
   if (!desktopTool.isEmpty()) QProcess::startDetached(desktopTool, {folder + "/applications"});
+  return written;
 }
 
 }  // namespace vt::app

@@ -1,9 +1,9 @@
 // The document type with the desktop, the freedesktop way: a MIME type for
 // *.vtd with its icon, and a desktop entry that opens such files with this
-// program. `cmake --install` puts them in the installation's share folder; at
-// start the program writes them for the current user when no data folder of
-// the desktop has them yet (under XDG_DATA_HOME, by default
-// ~/.local/share), then asks the desktop's tools to refresh their caches.
+// program. `cmake --install` puts them in the installation's share folder;
+// Help > Register File Type writes them for the current user (under
+// XDG_DATA_HOME, by default ~/.local/share), then asks the desktop's tools to
+// refresh their caches. Nothing is written at start.
 // Results are not checked: a desktop without these tools still starts the
 // program.
 #pragma once
@@ -27,8 +27,8 @@ bool DocumentTypeRegistered();
 // the files written.
 QStringList WriteDesktopFiles(const QString& dataFolder, const QString& executable, const QString& iconFolder);
 
-// Start-up step: registers the document type for the current user when it
-// is missing.
-void RegisterDocumentType();
+// Help > Register File Type: writes the files for the current user, over
+// any earlier ones. Returns the files written.
+QStringList RegisterDocumentType();
 
 }  // namespace vt::app

@@ -15,6 +15,7 @@
 #include <QPalette>
 #include <QSettings>
 #include <QSurfaceFormat>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -39,6 +40,7 @@
 #include "render/view_state.h"
 #include "tools/canvas_input.h"
 #include "tools/create_tools.h"
+#include "tools/triangle_tool.h"
 #include "tools/dialogs/frmButton.h"
 #include "tools/dialogs/construction_forms.h"
 
@@ -100,6 +102,17 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
 
   RegisterAllCommands();
   RegisterHandler("mnuFileExit", [this] { close(); });
+  RegisterHandler("mnuHelpRegisterType", [] {
+    const QStringList written = RegisterDocumentType();
+    if (written.isEmpty())
+      host().MsgBox("The file type could not be registered: " + UserDataFolder().toStdString() +
+                        " cannot be written.",
+                    "Note", MsgButtons::OK, MsgIcon::Exclamation);
+    else
+      host().MsgBox("Vantrel documents (*.vtd) now open with this program. The files are in " +
+                        UserDataFolder().toStdString() + ".",
+                    "Note", MsgButtons::OK, MsgIcon::Information);
+  });
   InstallPropertyForms(this);
   InstallCurveForms(this);
   InstallAnimationForms(this);
@@ -119,12 +132,17 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
 
   Hooks.refreshControls = [this] { RefreshControls(); };
   Hooks.syntheticMouseMove = [] { SyntheticMouseMove(); };
-  Hooks.registerFileType = [] { RegisterDocumentType(); };
   CanvasWindow.showGraphEdit = [this](float X, float Y) { ShowGraphEdit(X, Y); };
   InstallScreenItemForms(this);  // the text tool's frmText, the button dialogs
   InstallConstructionForms(this);  // frmComp, the transformations, the construction prompts
   InstallRecentFiles(this);
 
+  // Escape drops a line, circle or triangle in the making.
+  auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+  connect(escape, &QShortcut::activated, this, [this] {
+    if (picDraw_) picDraw_->MakeCurrent();
+    RunGuarded(DropToolGesture);
+  });
   if (picDraw_) connect(picDraw_, &Canvas::contextReady, this, &frmF1::OnContextReady);
   resize(1120, 760);
   // The way free turns go in space is the user's, kept between sessions.
@@ -144,6 +162,7 @@ frmF1::~frmF1() {
   CanvasWindow = CanvasHooks{};
   TextToolDialog = {};
   UnregisterHandler("mnuFileExit");
+  UnregisterHandler("mnuHelpRegisterType");
   SetHost(nullptr);
 }
 

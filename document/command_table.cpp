@@ -23,6 +23,7 @@
 #include "tools/create_tools.h"
 #include "tools/navigate.h"
 #include "tools/constructions.h"
+#include "tools/triangle_tool.h"
 
 namespace vt {
 
@@ -210,6 +211,7 @@ const std::vector<MenuItemDef> kMenus = {
     {"mnuHelpCus", "Customer Support", "mnuHelp", I, "mnuHelpCus", "", false, false},
     {"mnuHelpVideo", "Video Tutorials", "mnuHelp", I, "mnuHelpVideo", "", false, false},
     {"mnuHelpTwitter", "Community Page", "mnuHelp", I, "mnuHelpTwitter", "", false, false},
+    {"mnuHelpRegisterType", "Register File Type", "mnuHelp", I, "mnuHelpRegisterType", "", false, true},
     {"mnuHelpAbout", "About...", "mnuHelp", I, "mnuHelpAbout", "", false, true},
 
     // The canvas's context menu: each item forwards to the main menu's
@@ -415,7 +417,7 @@ const std::vector<ToolbarButtonDef> kToolbars = {
     {2, 5, "mnuDrawSeg", "segment", "Add a segment", true},
     {2, 6, "mnuDrawCircle", "circle", "Add a circle", true},
     {2, 7, "mnuDrawArc1", "arc", "Add an arc", false},
-    {2, 8, "mnuDraw2Tri", "triangle", "Add a triangle", false},
+    {2, 8, "mnuDraw2Tri", "triangle", "Add a triangle", true},
     {2, 9, "mnuDraw2Para4", "parallelogram", "Add a parallelogram", false},
     {2, 10, "mnuDraw2TriEqual", "equilateral", "Add an equilateral triangle", false},
     {2, 11, "mnuDraw2Rect", "rectangle", "Add a rectangle", false},
@@ -616,6 +618,7 @@ void RegisterAllCommands() {
   RegisterAnimationCommands();
   RegisterButtonCommands();
   RegisterConstructionCommands();
+  RegisterTriangleTool();  // after the ready-made figures: the triangle is drawn with clicks
 }
 
 // ---- capture, copy as bitmap --------------------------------------------------

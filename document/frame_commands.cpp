@@ -55,7 +55,6 @@ void StartUp(const std::string& commandLine, bool haveContext) {
   SceneChanged = false;
   SceneQuat[0] = SceneQuat[1] = SceneQuat[2] = 0;
   SceneQuat[3] = 1;
-  if (Hooks.registerFileType) Hooks.registerFileType();
   mnuFileNew2D_Click();
   ActiveTool = 11;
   LineToolKind = 1;

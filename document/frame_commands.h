@@ -14,9 +14,6 @@ namespace vt {
 struct FrameHooks {
   std::function<void()> refreshControls;
   std::function<void()> syntheticMouseMove;
-  // Registers the document type with the desktop; start-up calls it before
-  // it opens a document.
-  std::function<void()> registerFileType;
 };
 extern FrameHooks Hooks;
 void RefreshControls();

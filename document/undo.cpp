@@ -95,6 +95,8 @@ void mnuFUndo_Click() {
   OpenUnRe(UndoEntry(UndoCount));
   g_current = g_undoStates[static_cast<size_t>(UndoCount)];
   if (Hooks.syntheticMouseMove) Hooks.syntheticMouseMove();
+  // The labels of the points undone are free again.
+  RecomputeLastPointLabel();
   if (UndoCount == 1) UndoEnabled = false;
   if (RedoCount >= 1) RedoEnabled = true;
   RefreshControls();
@@ -109,6 +111,7 @@ void mnuFRedo_Click() {
   g_current = number;
   --RedoCount;
   if (Hooks.syntheticMouseMove) Hooks.syntheticMouseMove();
+  RecomputeLastPointLabel();
   if (RedoCount == 0) RedoEnabled = false;
   if (UndoCount > 0) UndoEnabled = true;
   RefreshControls();

@@ -469,6 +469,18 @@ bool BuildOutlineFont(const std::vector<OutlineGlyph>& glyphs, GLuint& base) {
   return true;
 }
 
+// Lists that each call the list of the same glyph of another outline font.
+bool BuildOutlineTwin(GLuint of, GLuint& base) {
+  base = glGenLists(kOutlineGlyphs);
+  if (!base) return false;
+  for (int c = 0; c < kOutlineGlyphs; ++c) {
+    glNewList(base + static_cast<GLuint>(c), GL_COMPILE);
+    glCallList(of + static_cast<GLuint>(c));
+    glEndList();
+  }
+  return true;
+}
+
 void DeleteFontLists() {
   if (g_atlas.texture) glDeleteTextures(1, &g_atlas.texture);
   if (FontBitmapBase) glDeleteLists(FontBitmapBase, kBitmapNames);
@@ -559,11 +571,14 @@ bool BuildFonts() {
   }
   // Both outline sizes come from the same unhinted outlines: the lists are in
   // units of the em, whatever the size asked for.
+  // The second set calls the glyphs of the first, which are tessellated once.
   std::vector<OutlineGlyph> glyphs;
   const bool loaded = LoadOutlines(glyphs);
   for (unsigned* slot : {&FontOutlineSmall, &FontOutlineLarge}) {
     GLuint b = 0;
-    if (loaded && BuildOutlineFont(glyphs, b)) {
+    const bool built = slot == &FontOutlineLarge && FontOutlineSmall ? BuildOutlineTwin(FontOutlineSmall, b)
+                                                                     : loaded && BuildOutlineFont(glyphs, b);
+    if (built) {
       *slot = b;
     } else {
       ReportFontFailure();

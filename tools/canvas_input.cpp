@@ -25,7 +25,7 @@ CanvasHooks CanvasWindow;
 
 namespace {
 
-constexpr int kSlotCount = 5;
+constexpr int kSlotCount = 6;
 
 struct ToolRegistry {
   std::array<ToolFactory, kSlotCount> factories;
@@ -170,7 +170,7 @@ void MakeTools() {
   ToolRegistry& r = Tools();
   CurrentTool = nullptr;
   g_eventSelect.reset();
-  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text}) {
+  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text, ToolSlot::Triangle}) {
     const size_t i = SlotIndex(s);
     r.made[i] = r.factories[i] ? r.factories[i]() : nullptr;
   }
@@ -238,6 +238,7 @@ void picDraw_MouseDown(int Button, int Shift, float X, float Y) {
       case 2: CurrentTool = Made(ToolSlot::Line); break;
       case 4: CurrentTool = Made(ToolSlot::Circle); break;
       case 6: CurrentTool = Made(ToolSlot::Text); break;
+      case 7: CurrentTool = Made(ToolSlot::Triangle); break;
       case 11:
         if (Button == kLeftButton) CurrentTool = NewSelect();
         break;
@@ -339,6 +340,7 @@ void picDraw_MouseMove(int Button, int Shift, float X, float Y) {
     case 1: CurrentTool = Made(ToolSlot::Point); break;
     case 2: CurrentTool = Made(ToolSlot::Line); break;
     case 4: CurrentTool = Made(ToolSlot::Circle); break;
+    case 7: CurrentTool = Made(ToolSlot::Triangle); break;
     case 11: CurrentTool = NewSelect(); break;
     default: break;
   }
@@ -430,7 +432,7 @@ void ResetToolGestures() {
   ViewRotate = ViewZoom = ViewMove = false;
   SceneChanged = false;
   ToolCursorPoint = nullptr;
-  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text})
+  for (ToolSlot s : {ToolSlot::Point, ToolSlot::Line, ToolSlot::Circle, ToolSlot::Text, ToolSlot::Triangle})
     if (CCommand* t = Made(s)) t->Cancel();
   CurrentTool = nullptr;
   ResetSelectState();

@@ -34,10 +34,10 @@ constexpr int kCtrlKey = 2;
 constexpr int kAltKey = 4;
 
 // ---- the tools ------------------------------------------------------------------
-// The four creation tools are made once at the end of start-up (MakeTools)
+// The creation tools are made once at the end of start-up (MakeTools)
 // and keep their gesture state between events; the select tool is made anew
 // for each event that needs it and dropped at the end of that event.
-enum class ToolSlot { Point, Line, Circle, Text, Select };
+enum class ToolSlot { Point, Line, Circle, Text, Select, Triangle };
 using ToolFactory = std::function<std::unique_ptr<CCommand>()>;
 
 // Installs the factory of a tool (an empty factory removes it). A creation

@@ -54,7 +54,7 @@ void UpdateSnapMarker(const Position& scenePoint) {
   SnapMarker.ForeColor = RGB(0, 128, 0);
   // Shown while snapping is on and a creation tool is chosen (moves reach
   // the line tool under the text tool too).
-  const bool creating = ActiveTool == 1 || ActiveTool == 2 || ActiveTool == 4;
+  const bool creating = ActiveTool == 1 || ActiveTool == 2 || ActiveTool == 4 || ActiveTool == 7;
   ToolCursorPoint = SnapToGrid && creating ? &SnapMarker : nullptr;
 }
 

@@ -20,6 +20,10 @@ class CNote : public DocObject {
   // The look a measurement dialog gave it: colour 0 and size 0 are the
   // canvas's own small black text (tools/note_properties.cpp).
   int FontSize = 0;  // points
+  // An angle of three points draws an arc at its vertex between the two arms
+  // (new angle measurements have it; the file keeps it after the look).
+  bool AngleMark = false;
+  bool CanMarkAngle() const { return NoteType == 4 && Para1.compare(0, 2, "PT") == 0; }
 
   // Brings Value and Note up to date from the measured objects (or the
   // expression); false when the objects are gone or the expression failed,

@@ -17,7 +17,9 @@ struct NoteProps {
   std::uint32_t color = 0;
   int fontSize = 0;  // points; 0 the canvas's own small font
   bool visible = true;
-  std::string text;  // shown only
+  bool angleMark = false;  // the arc at the vertex
+  bool canMark = false;    // an angle of three points: the dialog offers the arc
+  std::string text;        // shown only
 };
 // False for a missing note or a computed one.
 bool LoadNoteProps(const std::string& id, NoteProps& p);
@@ -32,10 +34,15 @@ extern const int kNoteFontSizeCount;
 // Draws the note's text at its place: the canvas's own bitmap font in black,
 // or the note's colour and size.
 void DrawNoteText(const CNote& note, const std::string& text);
+// The arc of an angle of three points at its vertex, between the arms as
+// the view shows them, 24 pixels out (less on short arms); called inside the
+// overlay, whose units are per cent of the canvas.
+void DrawAngleMark(const CNote& note);
 // The double click's hit of a note: the mouse of the last press inside the
 // 15 by 3 per cent from its position.
 bool NoteUnderPress(const CNote& note);
-// The optional colour and font size after Selected in an NT record.
+// The optional colour and font size after Selected in an NT record, and
+// after them the optional angle mark.
 void ReadNoteLook(RecordReader& r, CNote& note);
 
 }  // namespace vt

@@ -256,6 +256,7 @@ bool CNote::Measure() {
   }
   Value = static_cast<float>(v);
   Note = std::string(TypeLabel(NoteType)) + label + " = " + FormatPattern(Value, fmt);
+  if (NoteType == 4 || NoteType == 7) Note += "\u00B0";  // degrees
   return true;
 }
 
@@ -270,6 +271,7 @@ std::string CNote::ShownText() {
 void CNote::Draw() {
   if (Hide) return;
   DrawNoteText(*this, ShownText());
+  if (AngleMark && CanMarkAngle()) DrawAngleMark(*this);
   if (Selected) {
     glDisable(GL_LIGHTING);
     DrawSelectionFrame(PosX, PosY, 1);
@@ -282,7 +284,8 @@ std::string CNote::Save() const {
   w.Add(NoteType).Add(PosX).Add(PosY).Add(Decim).AddText(VarName.empty() ? std::string("VAR") : VarName);
   w.AddFramed(Para1).AddFramed(Para2).AddFramed(Para3).Add(BoolField(Hide)).Add(BoolField(Selected));
   // A colour or font size of its own follows, only when there is one.
-  if (ForeColor != 0 || FontSize != 0) w.Add(static_cast<long>(ForeColor)).Add(FontSize);
+  if (ForeColor != 0 || FontSize != 0 || AngleMark) w.Add(static_cast<long>(ForeColor)).Add(FontSize);
+  if (AngleMark) w.Add(1);
   // Every field is followed by a blank, the last one too.
   return w.Add("").Close();
 }
@@ -345,6 +348,7 @@ CNote* AddNote(int noteType, const std::string& para1, const std::string& para2,
   n->Para1 = para1;
   n->Para2 = para2;
   n->Para3 = para3;
+  n->AngleMark = n->CanMarkAngle();
   CNote* made = Doc.Notes.Add(std::move(n));
   made->Measure();
   return made;

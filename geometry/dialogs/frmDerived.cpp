@@ -110,6 +110,7 @@ frmNote::frmNote(QWidget* parent, const std::string& id, const NoteProps& props)
     chosen = static_cast<int>(sizes.size());
   }
   size_ = AddChoice("cboFontSize", tr("Font &size:"), sizes, chosen);
+  if (props.canMark) mark_ = AddCheck("chkAngleMark", tr("Angle &mark"), props.angleMark);
 }
 
 std::string frmNote::Apply() {
@@ -118,6 +119,7 @@ std::string frmNote::Apply() {
   p.decimals = ChoiceValue(decimals_) - 1;
   p.color = color_->color();
   p.fontSize = ChoiceValue(size_) <= 1 ? 0 : size_->currentText().toInt();
+  if (mark_) p.angleMark = mark_->isChecked();
   return ApplyNoteProps(objectId(), p);
 }
 

@@ -223,6 +223,7 @@ class frmNote : public PropertyFormDialog {
   QComboBox *decimals_, *size_;
   ColorButton* color_;
   QCheckBox* visible_;
+  QCheckBox* mark_ = nullptr;  // angles of three points only
 };
 
 // Makes the dialog of a form for an object, loaded from the document and not

@@ -26,8 +26,8 @@
 
 namespace vt::guitest {
 
-// The program registers its document type at start; this sends the
-// registration to a folder of the test.
+// Help > Register File Type writes into the desktop folders; this sends them
+// to a folder of the test.
 inline std::unique_ptr<QTemporaryDir> IsolateDesktopFolders() {
   auto dir = std::make_unique<QTemporaryDir>();
   qputenv("XDG_DATA_HOME", (dir->path() + "/data").toUtf8());

@@ -84,7 +84,7 @@ class GuiTest : public QObject {
   void cleanup();
   void cleanupTestCase();
 
-  void startsOnTheStartDocumentAndRegistersTheDocumentType();
+  void startsOnTheStartDocumentAndRegistersTheFileTypeWhenAsked();
   void everyMenuItemAndToolbarButtonIsWiredOrDeliberatelyDisabled();
   void togglesFlipTheirThreeMirrors();
   void svgDrawingsRenderAsDrawn();
@@ -157,7 +157,7 @@ void GuiTest::RegisterTools() {
 
 // ---- start -----------------------------------------------------------------------------
 
-void GuiTest::startsOnTheStartDocumentAndRegistersTheDocumentType() {
+void GuiTest::startsOnTheStartDocumentAndRegistersTheFileTypeWhenAsked() {
   QCOMPARE(Doc.Points.count(), RecordsOf(startText_, "PT"));
   QVERIFY(!window_->isWindowModified());
   // The view follows the canvas's shape.
@@ -167,8 +167,17 @@ void GuiTest::startsOnTheStartDocumentAndRegistersTheDocumentType() {
   QVERIFY(window_->picDraw()->isValid());
   QVERIFY(QTest::qWaitFor([&] { return window_->picDraw()->paints() > 0; }, 5000));
 
+  // Nothing in the user's home until Help > Register File Type.
   const QString data = xdg_->path() + "/data/";
   QFile entry(data + "applications/vantrel.desktop");
+  QVERIFY(!entry.exists());
+  QString said;
+  WhenModal([&](QWidget* w) {
+    said = static_cast<QMessageBox*>(w)->text();
+    static_cast<QMessageBox*>(w)->accept();
+  });
+  window_->RunCommand("mnuHelpRegisterType");
+  QVERIFY2(said.contains(xdg_->path() + "/data"), qPrintable(said));
   QVERIFY(entry.open(QIODevice::ReadOnly));
   const QString text = QString::fromUtf8(entry.readAll());
   QVERIFY(text.contains("Exec=" + QCoreApplication::applicationFilePath() + " %f"));

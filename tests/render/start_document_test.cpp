@@ -40,7 +40,7 @@ TEST_F(StartDocumentTest, DrawsItsFigureNotesAndCurve) {
   // The angle at A, in the degrees of the short constant.
   const double ux = b->x - a->x, uy = b->y - a->y, vx = c->x - a->x, vy = c->y - a->y;
   const double angle = std::acos((ux * vx + uy * vy) / (std::hypot(ux, uy) * std::hypot(vx, vy))) * 180 / 3.1416;
-  EXPECT_EQ(Doc.Notes.Item(1)->Note, "angle BAC = " + Fixed2(angle));
+  EXPECT_EQ(Doc.Notes.Item(1)->Note, "angle BAC = " + Fixed2(angle) + "\u00B0");
   const CCircle* circle = Doc.Circles.Item(1);
   EXPECT_EQ(Doc.Notes.Item(2)->Note, "r ABC = " + Fixed2(circle->Radius()));
 
