@@ -377,6 +377,7 @@ void DrawOverlay() {
 }
 
 void CompileHead() {
+  DrawBackground();
   if (ShowGrid) DrawGrid();
   if (ShowAxis) DrawAxes();
 }
