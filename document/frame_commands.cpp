@@ -211,6 +211,7 @@ void mnuFileNew_Click() {
   if (!ConfirmDiscardChanges()) return;
   ResetToolGestures();
   ClearDocument();
+  ResetSceneSettings();
   ResetNumbering();
   CurrentFilePath.clear();
   BeginHistory();

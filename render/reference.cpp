@@ -219,7 +219,7 @@ void DrawPlaneAxes() {
   const PlaneWindow w = VisiblePlane();
   const Cls3& set = AxisObject;
   const double s = w.s;
-  const float fs = static_cast<float>(s), size = 0.45f * fs;
+  const float fs = static_cast<float>(s), size = 0.32f * fs;
   const double xa = w.minX + 0.1 * s, xb = w.maxX - 0.1 * s;
   const double ya = w.minY, yb = w.maxY;
   // Drawn in units of s, so that the arrow heads keep their size too.

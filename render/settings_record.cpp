@@ -52,6 +52,15 @@ std::string SceneSettingsFields() {
   return now == Fields(Kept()) ? std::string() : std::string(" ") + kMarker + " " + now;
 }
 
+void ResetSceneSettings() {
+  const bool show = AxisObject.Show;
+  View.ProjectType = 1;
+  BoxMinX = BoxMinY = BoxMinZ = -500;
+  BoxMaxX = BoxMaxY = BoxMaxZ = 500;
+  AxisObject = Cls3();
+  AxisObject.Show = show;
+}
+
 void ReadSceneSettings(RecordReader& r) {
   // What the record does not carry is the default.
   Kept k;
