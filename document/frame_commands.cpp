@@ -107,7 +107,6 @@ void mnuFileNew2D_Click() {
   ViewGraph.RotRoll = ViewGraph.RotPitch = ViewGraph.RotYaw = 0;
   ClearViewFlags();
   SceneMode = 1;
-  AxisObject.BetterFonts = false;
   SettingsChanged = false;
   NoteUnrecordedChange();
   RefreshControls();
@@ -122,8 +121,6 @@ void mnuFileNew3D_Click() {
   ViewGraph.RotYaw = 60;
   ClearViewFlags();
   SceneMode = 3;
-  AxisObject.BetterFonts = false;
-  AxisObject.SetDefault();
   SettingsChanged = false;
   NoteUnrecordedChange();
   RefreshControls();

@@ -389,7 +389,7 @@ void DrawAxes() {
     return;
   }
   const Cls3& set = AxisObject;
-  const float X = Half(set.LabelNumX), Y = Half(set.LabelNumY), Z = Half(set.LabelNumZ), size = 0.6f;
+  const float X = Half(set.LabelNumX), Y = Half(set.LabelNumY), Z = Half(set.LabelNumZ), size = 0.35f;
   DrawAxisVector(AxisVectorY(), 0, -(Y + 1), 0, 0, Y + 1, 0);
   DrawAxisVector(AxisVectorXZ(), -(X + 1), 0, 0, X + 1, 0, 0);
   AxisSteps xs;
