@@ -13,6 +13,7 @@
 #include "geometry/line.h"
 #include "render/frame.h"
 #include "render/material.h"
+#include "render/picture.h"
 #include "render/strokes.h"
 #include "render/text.h"
 #include "render/view_state.h"
@@ -50,7 +51,9 @@ void DrawAxisVector(CLine& line, float ax, float ay, float az, float bx, float b
 // rotation.
 void AxisText(float x, float y, float z, const std::string& text, float size) {
   if (text.empty()) return;
-  if (!AxisObject.BetterFonts || !FontOutlineLarge) {
+  // A picture export keeps the axis text as text (and the feedback pass of
+  // the software renderer does not survive the glyph lists).
+  if (!AxisObject.BetterFonts || !FontOutlineLarge || CapturingPicture()) {
     DrawTextAt(x, y, z, text);
     return;
   }

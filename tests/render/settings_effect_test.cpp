@@ -1,6 +1,7 @@
 // Each setting of the view and axis dialogs changes the picture, and comes
 // back the same after the document is written and read; snapping lands on
 // the grid that is drawn, at any zoom.
+#include <algorithm>
 #include <functional>
 
 #include "document/globals.h"
@@ -8,8 +9,8 @@
 #include "graphs/graphs_test_util.h"
 #include "persist/docio.h"
 #include "render/dialogs/settings_core.h"
+#include "render/picture.h"
 #include "render/reference.h"
-#include "render/view_state.h"
 #include "render_fixture.h"
 
 namespace vt {
@@ -17,18 +18,16 @@ namespace {
 
 class SettingsEffectTest : public test::RenderTest {
  protected:
-  void SetUp() override {
-    RenderTest::SetUp();
-    ResetViewState();
-  }
   void TearDown() override {
     ResetViewState();
-    BoxMinX = BoxMinY = BoxMinZ = -500;
-    BoxMaxX = BoxMaxY = BoxMaxZ = 500;
+    ResetSceneSettings();
     RenderTest::TearDown();
   }
   // The scene with axes and grid (and a curve y = x in the plane), drawn.
   void Scene(int mode) {
+    ClearDocument();
+    ResetViewState();
+    ResetSceneSettings();
     SetCanvas(kW, kH, 12);
     SceneMode = mode;
     if (mode == 3) ViewGraph.RotRoll = 111, ViewGraph.RotPitch = -41, ViewGraph.RotYaw = 60;
@@ -39,56 +38,53 @@ class SettingsEffectTest : public test::RenderTest {
 };
 
 TEST_F(SettingsEffectTest, EachSettingChangesThePictureAndIsKeptWithTheDocument) {
-  using Axis = std::function<void(AxisSettingsForm&)>;
-  const struct {
-    const char* field;
-    int scene;
-    Axis axis;
-    ViewSettingsForm view;  // Limits empty: the view settings stay
-  } kRows[] = {
-      {"Show", 1, [](AxisSettingsForm& f) { f.Axis.Show = false; }, {}},
-      {"Width", 1, [](AxisSettingsForm& f) { f.Axis.AxisWidth = 3; }, {}},
-      {"X title", 1, [](AxisSettingsForm& f) { f.Axis.TitleX = "\xCE\xB8 (rad)"; }, {}},
-      {"Show PI", 1, [](AxisSettingsForm& f) { f.Axis.ShowPI = true; }, {}},
-      {"Secondary labels", 1, [](AxisSettingsForm& f) { f.Axis.ShowSecondaryLabel = true; }, {}},
-      {"Primary grid", 1, [](AxisSettingsForm& f) { f.Axis.ShowprimaryGrid = false; }, {}},
-      {"Secondary grid", 1, [](AxisSettingsForm& f) { f.Axis.ShowSecondaryGrid = true; }, {}},
-      {"Background", 1, [](AxisSettingsForm& f) { f.Axis.ShowBackground = true; }, {}},
-      {"Better fonts", 1, [](AxisSettingsForm& f) { f.Axis.BetterFonts = true; }, {}},
-      {"XY panel", 1, [](AxisSettingsForm& f) { f.Axis.ShowXYPanel = true, f.Axis.XYPanelMaterial = 5; }, {}},
+  // A row changes the axis settings, or else the view settings.
+  const struct { const char* field; int scene; std::function<void(Cls3&)> axis; ViewSettingsForm view; } kRows[] = {
+      {"Show", 1, [](Cls3& a) { a.Show = false; }, {}},
+      {"Width", 1, [](Cls3& a) { a.AxisWidth = 3; }, {}},
+      {"X title", 1, [](Cls3& a) { a.TitleX = "\xCE\xB8 (rad)"; }, {}},
+      {"Show PI", 1, [](Cls3& a) { a.ShowPI = true; }, {}},
+      {"Secondary labels", 1, [](Cls3& a) { a.ShowSecondaryLabel = true; }, {}},
+      {"Primary grid", 1, [](Cls3& a) { a.ShowprimaryGrid = false; }, {}},
+      {"Secondary grid", 1, [](Cls3& a) { a.ShowSecondaryGrid = true; }, {}},
+      {"Background", 1, [](Cls3& a) { a.ShowBackground = true; }, {}},
+      {"Better fonts", 1, [](Cls3& a) { a.BetterFonts = true; }, {}},
+      {"XY panel", 1, [](Cls3& a) { a.ShowXYPanel = true, a.XYPanelMaterial = 5; }, {}},
       {"Max x", 1, nullptr, {1, {"-500", "2", "-500", "500", "-500", "500"}}},
-      {"Labels x", 3, [](AxisSettingsForm& f) { f.Axis.LabelNumX = 4; }, {}},
-      {"Z title", 3, [](AxisSettingsForm& f) { f.Axis.TitleZ = "h"; }, {}},
-      {"XZ panel", 3, [](AxisSettingsForm& f) { f.Axis.ShowXZPanel = true; }, {}},
-      {"Better fonts in space", 3, [](AxisSettingsForm& f) { f.Axis.BetterFonts = true; }, {}},
+      {"Labels x", 3, [](Cls3& a) { a.LabelNumX = 4; }, {}},
+      {"Z title", 3, [](Cls3& a) { a.TitleZ = "h"; }, {}},
+      {"XZ panel", 3, [](Cls3& a) { a.ShowXZPanel = true; }, {}},
+      {"Better fonts in space", 3, [](Cls3& a) { a.BetterFonts = true; }, {}},
       {"Perspective", 3, nullptr, {2, {"-500", "500", "-500", "500", "-500", "500"}}},
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.field);
-    ClearDocument();
-    ResetViewState();
     Scene(row.scene);
     const auto before = image_.rgb;
-    if (row.axis) {
-      AxisSettingsForm f = CurrentAxisSettings();
-      row.axis(f);
-      ASSERT_TRUE(ApplyAxisSettings(f));
-    } else {
-      ASSERT_TRUE(ApplyViewSettings(row.view));
-    }
+    AxisSettingsForm f = CurrentAxisSettings();
+    if (row.axis) row.axis(f.Axis);
+    ASSERT_TRUE(row.axis ? ApplyAxisSettings(f) : ApplyViewSettings(row.view));
     Frame();
     const auto changed = image_.rgb;
     EXPECT_NE(changed, before);
     // Written, the settings set back, and read: the same picture.
     const std::string text = GetUndoVar();
-    ClearDocument();
-    ResetViewState();
+    Scene(1);
     ASSERT_TRUE(OpenDocumentText(text));
     SetCanvas(kW, kH, 12);
     Frame();
     EXPECT_EQ(image_.rgb, changed);
   }
   EXPECT_TRUE(host_.messages.empty());
+  // A vector picture of outline axis text carries the title as text.
+  Scene(1);
+  AxisObject.BetterFonts = true;
+  AxisObject.TitleX = "\xCE\xB8";
+  Picture picture;
+  std::string error;
+  ASSERT_TRUE(CapturePicture(picture, error)) << error;
+  EXPECT_TRUE(std::any_of(picture.texts.begin(), picture.texts.end(),
+                          [](const PictureText& t) { return t.text == "\xCE\xB8"; }));
   // A number out of range is refused with one message and changes nothing.
   AxisSettingsForm f = CurrentAxisSettings();
   f.Axis.AxisWidth = 0;
@@ -115,9 +111,8 @@ TEST_F(SettingsEffectTest, SnapLandsOnTheGridAsDrawnAtEachZoom) {
     EXPECT_NEAR(p.x, 2 * sx, 1e-5);
     EXPECT_NEAR(p.y, 0, 1e-5);
     // The node is where a drawn grid line runs, and half a step off none runs.
-    auto gridColour = [](const test::Rgb& c) { return !IsWhite(c); };
-    EXPECT_TRUE(AnyNear(p.x, p.y + off, 0, 1, gridColour));
-    EXPECT_FALSE(AnyNear(static_cast<float>(p.x + sx / 2), p.y + off, 0, 0, gridColour));
+    auto ink = [](const test::Rgb& c) { return !IsWhite(c); };
+    EXPECT_TRUE(AnyNear(p.x, p.y + off, 0, 1, ink) && !AnyNear(p.x + sx / 2, p.y + off, 0, 0, ink));
   }
 }
 
