@@ -106,7 +106,6 @@ void mnuFileNew2D_Click() {
   ViewGraph.RotRoll = ViewGraph.RotPitch = ViewGraph.RotYaw = 0;
   ClearViewFlags();
   SceneMode = 1;
-  AxisObject.BetterFonts = false;
   SettingsChanged = false;
   NoteUnrecordedChange();
   RefreshControls();
@@ -121,8 +120,6 @@ void mnuFileNew3D_Click() {
   ViewGraph.RotYaw = 60;
   ClearViewFlags();
   SceneMode = 3;
-  AxisObject.BetterFonts = false;
-  AxisObject.SetDefault();
   SettingsChanged = false;
   NoteUnrecordedChange();
   RefreshControls();
@@ -210,6 +207,7 @@ void mnuFileNew_Click() {
   if (!ConfirmDiscardChanges()) return;
   ResetToolGestures();
   ClearDocument();
+  ResetSceneSettings();
   ResetNumbering();
   CurrentFilePath.clear();
   BeginHistory();

@@ -20,6 +20,9 @@
 namespace vt {
 
 void RegisterBuiltInReaders();  // readers.cpp
+// The view and axis settings at the end of the GL record (render/settings_record.cpp).
+std::string SceneSettingsFields();
+void ReadSceneSettings(RecordReader& r);
 
 namespace {
 
@@ -107,6 +110,7 @@ void ReadSceneRecord(RecordReader& r, ReadMode mode) {
     f = v == 1;  // only exactly 1 counts as set
   }
   SetViewToggles(flags[0], flags[1], flags[2], flags[3]);
+  ReadSceneSettings(r);
 }
 
 ReadDamage g_damage;
@@ -250,7 +254,7 @@ std::string GetUndoVar() {
   // A document with no scene yet is written as the plane scene it opens as.
   s += SceneMode == 3 ? "2 " : "1 ";
   s += BoolField(ShowAxis) + " " + BoolField(ShowGrid) + " " + BoolField(SnapToGrid) + " " +
-       BoolField(ShowCoordLines) + ";;";
+       BoolField(ShowCoordLines) + SceneSettingsFields() + ";;";
   // Intersection lines and loci come last: they name surfaces, regions,
   // points and players, which the reader then has made.
   for (Kind k : kAllKinds) {

@@ -396,6 +396,7 @@ void DrawOverlay() {
 }
 
 void CompileHead() {
+  DrawBackground();
   if (ShowGrid) DrawGrid();
   if (ShowAxis) DrawAxes();
 }

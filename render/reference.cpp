@@ -4,49 +4,71 @@
 #include <GL/glu.h>
 
 #include <cmath>
-#include <functional>
 #include <cstdio>
+#include <functional>
+#include <numeric>
 #include <string>
 
 #include "document/globals.h"
 #include "geometry/line.h"
 #include "render/frame.h"
+#include "render/material.h"
+#include "render/picture.h"
 #include "render/strokes.h"
 #include "render/text.h"
+#include "render/view_state.h"
 
 namespace vt {
 
 namespace {
+
+constexpr double kPi = 3.14159265358979323846;
 
 void Segment(float x1, float y1, float z1, float x2, float y2, float z2) {
   glVertex3f(x1, y1, z1);
   glVertex3f(x2, y2, z2);
 }
 
-// An axis vector: black, solid, width 1, from a to b.
+float AxisWidth() { return AxisObject.AxisWidth > 0 ? AxisObject.AxisWidth : 1.0f; }
+
+// An axis vector in the axis colour and width, from a to b.
 void DrawAxisVector(CLine& line, float ax, float ay, float az, float bx, float by, float bz) {
   line.lt = 4;
   line.GELineStyle = 1;
-  line.GELineWidth = 1.0f;
-  line.ForeColor = RGB(0, 0, 0);
+  line.GELineWidth = AxisWidth();
+  line.ForeColor = AxisObject.AxisColor;
   line.DrawMode = 1;
   line.Hide = false;
   line.pBegin.Set(ax, ay, az);
   line.pEnd.Set(bx, by, bz);
   DrawVector(line);
   glDisable(GL_LIGHTING);  // the vector leaves lighting on
-  glColor3f(0, 0, 0);
+  SetColor(AxisObject.AxisColor);
 }
 
-// What the plane scene shows of the plane z = 0: the box of the canvas's
-// corners on it, the steps of ticks and of grid lines, and s, the world
-// length of one unit of the ticks' and numbers' offsets (1 from 30 to 50
-// pixels to the unit, else as many pixels as at the nearer end), so that
-// they keep a readable size on the screen.
-struct PlaneWindow {
-  double minX = -10, maxX = 10, minY = -6, maxY = 6;
-  double tick = 1, grid = 1, s = 1;
-};
+// A number or a name of the axes: bitmap glyphs, or with "Better fonts" filled
+// outline glyphs `size` to the em, facing the viewer whatever the scene's
+// rotation.
+void AxisText(float x, float y, float z, const std::string& text, float size) {
+  if (text.empty()) return;
+  // A picture export keeps the axis text as text (and the feedback pass of
+  // the software renderer does not survive the glyph lists).
+  if (!AxisObject.BetterFonts || !FontOutlineLarge || CapturingPicture()) {
+    DrawTextAt(x, y, z, text);
+    return;
+  }
+  glPushMatrix();
+  glTranslatef(x, y, z);
+  // The scene rotation undone (its transpose), so that the glyphs face the screen.
+  float back[16];
+  for (int r = 0; r < 4; ++r)
+    for (int c = 0; c < 4; ++c) back[r * 4 + c] = (r < 3 && c < 3) ? SceneMatrix[c * 4 + r] : (r == c ? 1.0f : 0.0f);
+  glMultMatrixf(back);
+  glScalef(size, size, size * 0.1f);
+  SetColor(AxisObject.AxisColor);
+  DrawOutlineText(text);
+  glPopMatrix();
+}
 
 // The next step of 1, 2, 5 times a power of ten up (or down) from a step.
 double StepUp(double st) {
@@ -70,8 +92,35 @@ double StepFor(double pixelsPerUnit, double least) {
   return st;
 }
 
+// Ticks and grid lines of one axis: the grid's step divides the ticks' step.
+// With "Show PI" the x axis counts in multiples of pi.
+struct AxisSteps {
+  double tick = 1, grid = 1, unit = 1;  // unit: pi or 1
+};
+AxisSteps StepsFor(double ppu, double unit) {
+  AxisSteps a;
+  a.unit = unit;
+  const double tick = StepFor(ppu * unit, 28), grid = StepFor(ppu * unit, 8);
+  const double ratio = tick / grid;
+  a.tick = tick * unit;
+  a.grid = (std::fabs(ratio - std::round(ratio)) > 1e-6 ? tick : grid) * unit;
+  return a;
+}
+
+// What the plane scene shows of the plane z = 0: the box of the canvas's
+// corners on it, the steps of each axis, and s, the world length of one unit
+// of the ticks' and numbers' offsets (1 from 30 to 50 pixels to the unit,
+// else as many pixels as at the nearer end), so that they keep a readable
+// size on the screen.
+struct PlaneWindow {
+  double minX = -10, maxX = 10, minY = -6, maxY = 6;
+  AxisSteps x, y;
+  double s = 1;
+};
+
 PlaneWindow VisiblePlane() {
   PlaneWindow w;
+  if (AxisObject.ShowPI) w.x = StepsFor(1, kPi);  // the fallback view: 1 to the unit as before
   const WindowProjection& m = CompiledProjection();
   if (!m.valid || m.viewport[2] <= 0 || m.viewport[3] <= 0) return w;
   double minX = 1e300, maxX = -1e300, minY = 1e300, maxY = -1e300;
@@ -97,48 +146,83 @@ PlaneWindow VisiblePlane() {
   w.maxY = maxY;
   const double ppu = m.viewport[3] / (maxY - minY);
   w.s = ppu < 30 ? 30 / ppu : ppu > 50 ? 50 / ppu : 1;
-  // Numbers at least 28 pixels apart, grid lines 8; the grid's step divides
-  // the ticks' step, or is the same.
-  w.tick = StepFor(ppu, 28);
-  w.grid = StepFor(ppu, 8);
-  const double ratio = w.tick / w.grid;
-  if (std::fabs(ratio - std::round(ratio)) > 1e-6) w.grid = w.tick;
+  // Numbers at least 28 pixels apart, grid lines 8.
+  w.y = StepsFor(ppu, 1);
+  w.x = StepsFor(ppu, AxisObject.ShowPI ? kPi : 1);
   return w;
 }
 
-// A tick's number: as many decimals as the step needs.
-std::string TickText(double v, double step) {
+// A tick's number: as many decimals as the step needs; in units of pi a
+// fraction ("π/2", "3π/2", "-2π").
+std::string TickText(long i, const AxisSteps& a) {
+  const double step = a.tick / a.unit;
+  if (a.unit != 1) {
+    long num = std::lround(i * step), den = 1;
+    if (step < 1) {
+      den = std::lround(1 / step);
+      num = i;
+      const long g = std::gcd(std::labs(num), den);
+      num /= g;
+      den /= g;
+    }
+    std::string t = num == 1 ? "" : num == -1 ? "-" : std::to_string(num);
+    t += "\xCF\x80";  // π
+    if (den != 1) t += "/" + std::to_string(den);
+    return t;
+  }
   const int decimals = step >= 1 ? 0 : static_cast<int>(std::ceil(-std::log10(step) - 1e-9));
   char buf[48];
-  std::snprintf(buf, sizeof buf, "%.*f", decimals, v);
+  std::snprintf(buf, sizeof buf, "%.*f", decimals, i * step);
   std::string t = buf;
   return t == "-0" ? "0" : t;
 }
 
-void DrawPlaneGrid() {
-  const PlaneWindow w = VisiblePlane();
-  const double st = w.grid;
-  const double x0 = std::floor(w.minX / st) * st, x1 = std::ceil(w.maxX / st) * st;
-  const double y0 = std::floor(w.minY / st) * st, y1 = std::ceil(w.maxY / st) * st;
+// Lines at a step across the rectangle, in the colour given.
+void GridLines(double minX, double maxX, double minY, double maxY, double stX, double stY, std::uint32_t colour) {
+  const double x0 = std::floor(minX / stX) * stX, x1 = std::ceil(maxX / stX) * stX;
+  const double y0 = std::floor(minY / stY) * stY, y1 = std::ceil(maxY / stY) * stY;
+  SetColor(colour);
   glBegin(GL_LINES);
-  for (long i = std::lround(x0 / st); i <= std::lround(x1 / st); ++i) {
-    const float x = static_cast<float>(i * st);
+  for (long i = std::lround(x0 / stX); i <= std::lround(x1 / stX); ++i) {
+    const float x = static_cast<float>(i * stX);
     Segment(x, static_cast<float>(y0), 0, x, static_cast<float>(y1), 0);
   }
-  for (long i = std::lround(y0 / st); i <= std::lround(y1 / st); ++i) {
-    const float y = static_cast<float>(i * st);
+  for (long i = std::lround(y0 / stY); i <= std::lround(y1 / stY); ++i) {
+    const float y = static_cast<float>(i * stY);
     Segment(static_cast<float>(x0), y, 0, static_cast<float>(x1), y, 0);
   }
   glEnd();
 }
 
+// The secondary grid halves each cell of the primary one (4 pixels or more).
+double Finer(double st) { return st / 2; }
+
+// The space scene's reference spans LabelNum whole units each side (and one more for the arrows).
+float Half(int labels) { return static_cast<float>(labels > 0 ? labels : 1); }
+
+void DrawPlaneGrid() {
+  const PlaneWindow w = VisiblePlane();
+  const Cls3& a = AxisObject;
+  if (a.ShowSecondaryGrid)
+    GridLines(w.minX, w.maxX, w.minY, w.maxY, Finer(w.x.grid), Finer(w.y.grid), a.SecGridColor);
+  if (a.ShowprimaryGrid) GridLines(w.minX, w.maxX, w.minY, w.maxY, w.x.grid, w.y.grid, a.PriGridColor);
+}
+
+// Ticks of one axis from a to b (none near the arrow head or at 0), each at
+// its value with its index.
+void ForTicks(double a, double b, double margin, double st, const std::function<void(float, long)>& each) {
+  for (long i = std::lround(std::ceil((a + margin) / st)); i * st < b - margin; ++i)
+    if (i != 0) each(static_cast<float>(i * st), i);
+}
+
 // The plane axes over the visible part of the plane: x and y from edge to
 // edge (their arrow heads just inside the canvas), ticks and numbers at the
-// step, none too close to an arrow head, and "O", "x", "y".
+// step, none too close to an arrow head, and "O" and the titles.
 void DrawPlaneAxes() {
   const PlaneWindow w = VisiblePlane();
-  const double s = w.s, st = w.tick;
-  const float fs = static_cast<float>(s);
+  const Cls3& set = AxisObject;
+  const double s = w.s;
+  const float fs = static_cast<float>(s), size = 0.32f * fs;
   const double xa = w.minX + 0.1 * s, xb = w.maxX - 0.1 * s;
   const double ya = w.minY, yb = w.maxY;
   // Drawn in units of s, so that the arrow heads keep their size too.
@@ -147,22 +231,45 @@ void DrawPlaneAxes() {
   DrawAxisVector(AxisVectorY(), 0, static_cast<float>(ya / s), 0, 0, static_cast<float>(yb / s), 0);
   DrawAxisVector(AxisVectorXZ(), static_cast<float>(xa / s), 0, 0, static_cast<float>(xb / s), 0, 0);
   glPopMatrix();
-  auto ticks = [&](double a, double b, const std::function<void(float, long)>& each) {
-    for (long i = std::lround(std::ceil((a + 0.5 * s) / st)); i * st < b - 0.5 * s; ++i)
-      if (i != 0) each(static_cast<float>(i * st), i);
-  };
-  glLineWidth(1.0f);
+  glLineWidth(AxisWidth());
   glBegin(GL_LINES);
-  ticks(ya, yb, [&](float v, long) { Segment(0, v, 0, 0.2f * fs, v, 0); });
-  ticks(xa, xb, [&](float v, long) { Segment(v, 0, 0, v, 0.2f * fs, 0); });
+  ForTicks(ya, yb, 0.5 * s, w.y.tick, [&](float v, long) { Segment(0, v, 0, 0.2f * fs, v, 0); });
+  ForTicks(xa, xb, 0.5 * s, w.x.tick, [&](float v, long) { Segment(v, 0, 0, v, 0.2f * fs, 0); });
   glEnd();
-  ticks(ya, yb, [&](float v, long i) {
-    DrawTextAt((i < 0 ? -0.5f : -0.4f) * fs, v - 0.1f * fs, 0, TickText(i * st, st));
-  });
-  ticks(xa, xb, [&](float v, long i) { DrawTextAt(v - 0.1f * fs, -0.4f * fs, 0, TickText(i * st, st)); });
-  DrawTextAt(-0.3f * fs, -0.4f * fs, 0, "O");
-  DrawTextAt(-0.4f * fs, static_cast<float>(yb - 0.2 * s), 0, "y");
-  DrawTextAt(static_cast<float>(xb - 0.2 * s), -0.4f * fs, 0, "x");
+  auto yText = [&](float v, const std::string& t) { AxisText((v < 0 ? -0.5f : -0.4f) * fs, v - 0.1f * fs, 0, t, size); };
+  auto xText = [&](float v, const std::string& t) { AxisText(v - 0.1f * fs, -0.4f * fs, 0, t, size); };
+  ForTicks(ya, yb, 0.5 * s, w.y.tick, [&](float v, long i) { yText(v, TickText(i, w.y)); });
+  ForTicks(xa, xb, 0.5 * s, w.x.tick, [&](float v, long i) { xText(v, TickText(i, w.x)); });
+  if (set.ShowSecondaryLabel) {
+    // Half-length ticks with their numbers halfway between the main ones.
+    for (const AxisSteps* a : {&w.x, &w.y}) {
+      AxisSteps half = *a;
+      half.tick = a->tick / 2;
+      const bool isX = a == &w.x;
+      glBegin(GL_LINES);
+      ForTicks(isX ? xa : ya, isX ? xb : yb, 0.5 * s, half.tick, [&](float v, long i) {
+        if (i % 2 == 0) return;
+        if (isX) Segment(v, 0, 0, v, 0.1f * fs, 0);
+        else Segment(0, v, 0, 0.1f * fs, v, 0);
+      });
+      glEnd();
+      ForTicks(isX ? xa : ya, isX ? xb : yb, 0.5 * s, half.tick, [&](float v, long i) {
+        if (i % 2 == 0) return;
+        if (isX) xText(v, TickText(i, half));
+        else yText(v, TickText(i, half));
+      });
+    }
+  }
+  AxisText(-0.3f * fs, -0.4f * fs, 0, "O", size);
+  AxisText(-0.4f * fs, static_cast<float>(yb - 0.2 * s), 0, set.TitleY, size);
+  AxisText(static_cast<float>(xb - 0.2 * s), -0.4f * fs, 0, set.TitleX, size);
+}
+
+// Colour of a panel: its scheme's diffuse colour, half seen through.
+void PanelColour(int scheme) {
+  Cls11 m;
+  m.LoadScheme(scheme);
+  glColor4f(m.Diffuse[0], m.Diffuse[1], m.Diffuse[2], 0.45f);
 }
 
 }  // namespace
@@ -177,26 +284,100 @@ CLine& AxisVectorXZ() {
   return line;
 }
 
+void GridSteps(double& stepX, double& stepY) {
+  if (SceneMode != 1) {
+    stepX = AxisObject.ShowPI ? kPi / 2 : 1;
+    stepY = 1;
+    return;
+  }
+  const PlaneWindow w = VisiblePlane();
+  stepX = w.x.grid;
+  stepY = w.y.grid;
+}
+
+Position SnappedToGrid(const Position& p) {
+  double sx = 1, sy = 1;
+  GridSteps(sx, sy);
+  auto snap = [](double v, double st) { return static_cast<float>(std::nearbyint(v / st) * st); };
+  return Position(snap(p.x, sx), snap(p.y, sy), static_cast<float>(std::nearbyint(p.z)));
+}
+
+void DrawBackground() {
+  const Cls3& a = AxisObject;
+  if (!a.ShowBackground && !(a.ShowXYPanel || a.ShowXZPanel || a.ShowYZPanel)) return;
+  glPushAttrib(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT);
+  glDisable(GL_LIGHTING);
+  glDisable(GL_TEXTURE_2D);
+  if (a.ShowBackground) {
+    // The whole canvas, from BackColor at the top to BackColor2 at the bottom.
+    glDisable(GL_DEPTH_TEST);
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glLoadIdentity();
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
+    glLoadIdentity();
+    glBegin(GL_QUADS);
+    SetColor(a.BackColor2);
+    glVertex3f(-1, -1, 0.999f);
+    glVertex3f(1, -1, 0.999f);
+    SetColor(a.BackColor);
+    glVertex3f(1, 1, 0.999f);
+    glVertex3f(-1, 1, 0.999f);
+    glEnd();
+    glPopMatrix();
+    glMatrixMode(GL_PROJECTION);
+    glPopMatrix();
+    glMatrixMode(GL_MODELVIEW);
+    glEnable(GL_DEPTH_TEST);
+  }
+  // The panels: the coordinate planes, tinted by their schemes and seen through.
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glDepthMask(GL_FALSE);
+  glBegin(GL_QUADS);
+  if (SceneMode == 1) {
+    if (a.ShowXYPanel) {
+      const PlaneWindow w = VisiblePlane();
+      PanelColour(a.XYPanelMaterial);
+      const float x0 = static_cast<float>(w.minX), x1 = static_cast<float>(w.maxX);
+      const float y0 = static_cast<float>(w.minY), y1 = static_cast<float>(w.maxY);
+      glVertex3f(x0, y0, 0), glVertex3f(x1, y0, 0), glVertex3f(x1, y1, 0), glVertex3f(x0, y1, 0);
+    }
+  } else if (SceneMode == 3) {
+    const float X = Half(a.LabelNumX) + 1, Y = Half(a.LabelNumY) + 1, Z = Half(a.LabelNumZ) + 1;
+    if (a.ShowXYPanel) {
+      PanelColour(a.XYPanelMaterial);
+      glVertex3f(-X, -Y, 0), glVertex3f(X, -Y, 0), glVertex3f(X, Y, 0), glVertex3f(-X, Y, 0);
+    }
+    if (a.ShowXZPanel) {
+      PanelColour(a.XZPanelMaterial);
+      glVertex3f(-X, 0, -Z), glVertex3f(X, 0, -Z), glVertex3f(X, 0, Z), glVertex3f(-X, 0, Z);
+    }
+    if (a.ShowYZPanel) {
+      PanelColour(a.YZPanelMaterial);
+      glVertex3f(0, -Y, -Z), glVertex3f(0, Y, -Z), glVertex3f(0, Y, Z), glVertex3f(0, -Y, Z);
+    }
+  }
+  glEnd();
+  glPopAttrib();
+}
+
 void DrawGrid() {
   const bool plane = SceneMode == 1;
   if (!plane && SceneMode != 3) return;
   glDisable(GL_LIGHTING);
-  SetColor(RGB(200, 150, 0));
   glLineWidth(1.0f);
-  if (!plane) {
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glEnable(GL_LINE_SMOOTH);
-  }
   if (plane) {
     DrawPlaneGrid();
   } else {
-    glBegin(GL_LINES);
-    for (int x = -10; x <= 10; ++x) Segment(static_cast<float>(x), -10, 0, static_cast<float>(x), 10, 0);
-    for (int y = -10; y <= 10; ++y) Segment(-10, static_cast<float>(y), 0, 10, static_cast<float>(y), 0);
-    glEnd();
-  }
-  if (!plane) {
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glEnable(GL_LINE_SMOOTH);
+    const Cls3& a = AxisObject;
+    const double X = Half(a.LabelNumX) + 1, Y = Half(a.LabelNumY) + 1;
+    if (a.ShowSecondaryGrid) GridLines(-X, X, -Y, Y, 0.5, 0.5, a.SecGridColor);
+    if (a.ShowprimaryGrid) GridLines(-X, X, -Y, Y, 1, 1, a.PriGridColor);
     glDisable(GL_LINE_SMOOTH);
     glDisable(GL_BLEND);
   }
@@ -204,51 +385,52 @@ void DrawGrid() {
 }
 
 void DrawAxes() {
-  const bool space = SceneMode == 3;
-  if (!space) {
-    glDisable(GL_LIGHTING);
+  glDisable(GL_LIGHTING);
+  if (SceneMode != 3) {
     DrawPlaneAxes();
     glEnable(GL_LIGHTING);
     return;
   }
-  const int L = 9;
-  const float fL = static_cast<float>(L);
-  glDisable(GL_LIGHTING);
-  DrawAxisVector(AxisVectorY(), 0, -(fL + 1), 0, 0, fL + 1, 0);
-  DrawAxisVector(AxisVectorXZ(), -10, 0, 0, 10, 0, 0);
-
-  glLineWidth(1.0f);
+  const Cls3& set = AxisObject;
+  const float X = Half(set.LabelNumX), Y = Half(set.LabelNumY), Z = Half(set.LabelNumZ), size = 0.35f;
+  DrawAxisVector(AxisVectorY(), 0, -(Y + 1), 0, 0, Y + 1, 0);
+  DrawAxisVector(AxisVectorXZ(), -(X + 1), 0, 0, X + 1, 0, 0);
+  AxisSteps xs;
+  if (set.ShowPI) {
+    xs.unit = kPi;
+    xs.tick = kPi / 2;
+  }
+  const AxisSteps ys;
+  glLineWidth(AxisWidth());
   glBegin(GL_LINES);
-  for (int i = -L; i <= L; ++i) Segment(0, static_cast<float>(i), 0, 0.2f, static_cast<float>(i), 0);
-  for (int i = -9; i <= 9; ++i) Segment(static_cast<float>(i), 0, 0, static_cast<float>(i), 0.2f, 0);
+  ForTicks(-Y - 0.5, Y + 0.5, 0, 1, [&](float v, long) { Segment(0, v, 0, 0.2f, v, 0); });
+  ForTicks(-X - 0.5, X + 0.5, 0, xs.tick, [&](float v, long) { Segment(v, 0, 0, v, 0.2f, 0); });
+  ForTicks(-Z - 0.5, Z + 0.5, 0, 1, [&](float v, long) { Segment(0, 0, v, 0.2f, 0, v); });
   glEnd();
-  for (int i = -L; i <= L; ++i) {
-    if (i == 0) continue;
-    const float fi = static_cast<float>(i);
-    DrawTextAt(i < 0 ? -0.5f : -0.4f, fi - 0.1f, 0, std::to_string(i));
-  }
-  for (int i = -9; i <= 9; ++i) {
-    if (i == 0) continue;
-    const float fi = static_cast<float>(i);
-    DrawTextAt(fi - 0.1f, -0.4f, 0, std::to_string(i));
-  }
-  DrawTextAt(-0.3f, -0.4f, 0, "O");
-  DrawTextAt(-0.4f, fL + 0.8f, 0, "y");
-  DrawTextAt(9.8f, -0.4f, 0, "x");
-
-  if (space) {
-    glDisable(GL_LIGHTING);
-    DrawAxisVector(AxisVectorXZ(), 0, 0, -6, 0, 0, 6);
-    glLineWidth(1.0f);
+  ForTicks(-Y - 0.5, Y + 0.5, 0, 1, [&](float v, long i) { AxisText(i < 0 ? -0.5f : -0.4f, v - 0.1f, 0, TickText(i, ys), size); });
+  ForTicks(-X - 0.5, X + 0.5, 0, xs.tick, [&](float v, long i) { AxisText(v - 0.1f, -0.4f, 0, TickText(i, xs), size); });
+  if (set.ShowSecondaryLabel) {
+    // Half-length ticks with their numbers halfway between the whole ones.
+    AxisSteps hx = xs, hy = ys;
+    hx.tick /= 2;
+    hy.tick /= 2;
     glBegin(GL_LINES);
-    for (int i = -5; i <= 5; ++i) Segment(0, 0, static_cast<float>(i), 0.2f, 0, static_cast<float>(i));
+    ForTicks(-Y - 0.5, Y + 0.5, 0, hy.tick, [&](float v, long i) { if (i % 2) Segment(0, v, 0, 0.1f, v, 0); });
+    ForTicks(-X - 0.5, X + 0.5, 0, hx.tick, [&](float v, long i) { if (i % 2) Segment(v, 0, 0, v, 0.1f, 0); });
     glEnd();
-    for (int i = -5; i <= 5; ++i) {
-      if (i == 0) continue;
-      DrawTextAt(-0.3f, 0, static_cast<float>(i) - 0.1f, std::to_string(i));
-    }
-    DrawTextAt(-0.3f, 0, 5.8f, "z");
+    ForTicks(-Y - 0.5, Y + 0.5, 0, hy.tick, [&](float v, long i) {
+      if (i % 2) AxisText(i < 0 ? -0.7f : -0.6f, v - 0.1f, 0, TickText(i, hy), size);
+    });
+    ForTicks(-X - 0.5, X + 0.5, 0, hx.tick, [&](float v, long i) {
+      if (i % 2) AxisText(v - 0.1f, -0.4f, 0, TickText(i, hx), size);
+    });
   }
+  AxisText(-0.3f, -0.4f, 0, "O", size);
+  AxisText(-0.4f, Y + 0.8f, 0, set.TitleY, size);
+  AxisText(X + 0.8f, -0.4f, 0, set.TitleX, size);
+  DrawAxisVector(AxisVectorXZ(), 0, 0, -(Z + 1), 0, 0, Z + 1);
+  ForTicks(-Z - 0.5, Z + 0.5, 0, 1, [&](float v, long i) { AxisText(-0.3f, 0, v - 0.1f, TickText(i, ys), size); });
+  AxisText(-0.3f, 0, Z + 0.8f, set.TitleZ, size);
   glEnable(GL_LIGHTING);
 }
 

@@ -3,25 +3,42 @@
 // AxisObject (view_state.h) keeps how they look for the dialogs.
 #pragma once
 
+#include "geometry/position.h"
+
 namespace vt {
 
 class CLine;
 
-// The grid, in RGB(200, 150, 0), lines of width 1, lighting off meanwhile.
-// Plane scene: the visible part of the plane (the canvas's corners through
-// the projection the scene is compiled with), lines at a step of 1, 2 or 5
-// times a power of ten that keeps them 8 pixels or more apart. Space scene:
-// a 20 by 20 square of lines with blending and line smoothing on. Other
-// scene modes draw no grid.
+// How the reference looks is read from AxisObject at each compile: grid
+// colours and which grids, axis colour and width, titles, numbers in units of
+// pi, secondary labels, label counts (space), panels, background, and filled
+// outline glyphs for the axis text ("Better fonts").
+
+// The grid, lines of width 1, lighting off meanwhile: the primary grid in
+// PriGridColor, the secondary one in SecGridColor, halving each primary cell. Plane scene: the visible part of the plane (the canvas's
+// corners through the projection the scene is compiled with), lines at a
+// step of 1, 2 or 5 times a power of ten that keeps them 8 pixels or more
+// apart (of pi with "Show PI" for x). Space scene: whole units across the
+// axes' span, with blending and line smoothing on. Other modes draw no grid.
 void DrawGrid();
 
-// The axes as black vectors with arrow heads, ticks, numbers beside the
-// ticks, the names "O", "x", "y", and in the space scene the z axis with its
-// ticks, numbers and "z". Space: x from -10 to 10, y half length 10, ticks
-// 0.2 long at whole numbers. Plane: both axes across the visible part, ticks
-// at the grid's step, ticks and number places scaled with the view so they
-// keep their size on the screen (the start view: as in space).
+// The axes as vectors with arrow heads, ticks, numbers beside the ticks, "O"
+// and the titles, and in the space scene the z axis. Space: each axis
+// carries LabelNum whole-number ticks each side and reaches one unit beyond.
+// Plane: both axes across the visible part, ticks at a readable step, ticks
+// and number places scaled with the view so they keep their size on the
+// screen (the start view: as in space).
 void DrawAxes();
+
+// The background gradient (ShowBackground, BackColor at the top, BackColor2
+// at the bottom) and the coordinate panels that are on, before the grid.
+void DrawBackground();
+
+// The step of the grid as drawn now, in x and y (plane: the compiled view's
+// adaptive step; space: whole units, pi/2 in x with "Show PI").
+void GridSteps(double& stepX, double& stepY);
+// The nearest grid node to a point (z to a whole number).
+Position SnappedToGrid(const Position& p);
 
 // The two vectors the axes are drawn with, kept between frames: one for y,
 // one for x and z.

@@ -403,48 +403,50 @@ struct OutlineGlyph {
   double advance = 0;
 };
 
+// One glyph's outline from a face opened for outlines; false when the face
+// has no such character.
+bool LoadOutlineGlyph(FT_Face f, unsigned code, OutlineGlyph& g) {
+  static const FT_Outline_Funcs funcs = [] {
+    FT_Outline_Funcs fn{};
+    fn.move_to = &MoveTo;
+    fn.line_to = &LineTo;
+    fn.conic_to = &ConicTo;
+    fn.cubic_to = &CubicTo;
+    return fn;
+  }();
+  const double scale = f->units_per_EM > 0 ? 1.0 / f->units_per_EM : 1.0 / 2048;
+  FT_UInt index = FT_Get_Char_Index(f, code);
+  if (!index) return false;
+  if (FT_Load_Glyph(f, index, FT_LOAD_NO_SCALE | FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP) != 0) return false;
+  g.advance = static_cast<double>(f->glyph->advance.x) * scale;
+  if (f->glyph->format != FT_GLYPH_FORMAT_OUTLINE) return true;
+  OutlineWalk walk;
+  walk.scale = scale;
+  FT_Outline_Decompose(&f->glyph->outline, &funcs, &walk);
+  // A closing point that repeats the first adds nothing.
+  for (Contour& k : walk.contours) {
+    if (k.size() > 1 && k.front() == k.back()) k.pop_back();
+  }
+  g.contours = std::move(walk.contours);
+  g.clockwise = FT_Outline_Get_Orientation(&f->glyph->outline) == FT_ORIENTATION_TRUETYPE;
+  return true;
+}
+
 bool LoadOutlines(std::vector<OutlineGlyph>& glyphs) {
   FaceFile file;
   FreeTypeFace face;
   if (!FindFace("Arial", true, file) || !face.Open(file)) return false;
-  FT_Face f = face.get();
-  const double scale = f->units_per_EM > 0 ? 1.0 / f->units_per_EM : 1.0 / 2048;
-  FT_Outline_Funcs funcs{};
-  funcs.move_to = &MoveTo;
-  funcs.line_to = &LineTo;
-  funcs.conic_to = &ConicTo;
-  funcs.cubic_to = &CubicTo;
   glyphs.assign(kOutlineGlyphs, OutlineGlyph());
   for (int c = 32; c < kOutlineGlyphs; ++c) {
     unsigned code = AnsiToUnicode(static_cast<unsigned char>(c));
-    if (code == 0) continue;
-    FT_UInt index = FT_Get_Char_Index(f, code);
-    if (!index) continue;
-    if (FT_Load_Glyph(f, index, FT_LOAD_NO_SCALE | FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP) != 0) continue;
-    OutlineGlyph& g = glyphs[static_cast<size_t>(c)];
-    g.advance = static_cast<double>(f->glyph->advance.x) * scale;
-    if (f->glyph->format != FT_GLYPH_FORMAT_OUTLINE) continue;
-    OutlineWalk walk;
-    walk.scale = scale;
-    FT_Outline_Decompose(&f->glyph->outline, &funcs, &walk);
-    // A closing point that repeats the first adds nothing.
-    for (Contour& k : walk.contours) {
-      if (k.size() > 1 && k.front() == k.back()) k.pop_back();
-    }
-    g.contours = std::move(walk.contours);
-    g.clockwise = FT_Outline_Get_Orientation(&f->glyph->outline) == FT_ORIENTATION_TRUETYPE;
+    if (code != 0) LoadOutlineGlyph(face.get(), code, glyphs[static_cast<size_t>(c)]);
   }
   return true;
 }
 
-bool BuildOutlineFont(const std::vector<OutlineGlyph>& glyphs, GLuint& base) {
+GLUtesselator* NewGlyphTess() {
   GLUtesselator* tess = gluNewTess();
-  if (!tess) return false;
-  base = glGenLists(kOutlineGlyphs);
-  if (!base) {
-    gluDeleteTess(tess);
-    return false;
-  }
+  if (!tess) return nullptr;
   gluTessCallback(tess, GLU_TESS_BEGIN, reinterpret_cast<_GLUfuncptr>(&TessBegin));
   gluTessCallback(tess, GLU_TESS_END, reinterpret_cast<_GLUfuncptr>(&TessEnd));
   gluTessCallback(tess, GLU_TESS_VERTEX, reinterpret_cast<_GLUfuncptr>(&TessVertex));
@@ -452,17 +454,58 @@ bool BuildOutlineFont(const std::vector<OutlineGlyph>& glyphs, GLuint& base) {
   gluTessCallback(tess, GLU_TESS_ERROR, reinterpret_cast<_GLUfuncptr>(&TessError));
   gluTessProperty(tess, GLU_TESS_WINDING_RULE, GLU_TESS_WINDING_NONZERO);
   gluTessNormal(tess, 0, 0, 1);
+  return tess;
+}
+
+// A glyph's faces and sides, then the move by its advance.
+void EmitOutlineGlyph(GLUtesselator* tess, const OutlineGlyph& g) {
+  if (!g.contours.empty()) {
+    glNormal3d(0, 0, 1);
+    TessellateFace(tess, g.contours, 0);
+    glNormal3d(0, 0, -1);
+    TessellateFace(tess, g.contours, -kExtrusion);
+    DrawSides(g.contours, g.clockwise);
+  }
+  if (g.advance != 0) glTranslated(g.advance, 0, 0);
+}
+
+// Characters beyond the code page's outline lists: loaded on first use from
+// the same face (or DejaVu Sans Bold when it lacks them) and kept on the CPU,
+// so that they can be tessellated into whatever list is being compiled.
+const OutlineGlyph* ExtraOutlineFor(unsigned cp) {
+  static std::map<unsigned, std::unique_ptr<OutlineGlyph>> cache;
+  static FreeTypeFace primary, fallback;
+  static bool opened = false, havePrimary = false, haveFallback = false;
+  if (!opened) {
+    opened = true;
+    FaceFile file;
+    havePrimary = FindFace("Arial", true, file) && primary.Open(file);
+    haveFallback = FindFace("DejaVu Sans", true, file) && fallback.Open(file);
+  }
+  auto it = cache.find(cp);
+  if (it != cache.end()) return it->second.get();
+  std::unique_ptr<OutlineGlyph> glyph;
+  for (int pass = 0; pass < 2 && !glyph; ++pass) {
+    if (!(pass == 0 ? havePrimary : haveFallback)) continue;
+    auto g = std::make_unique<OutlineGlyph>();
+    if (LoadOutlineGlyph(pass == 0 ? primary.get() : fallback.get(), cp, *g)) glyph = std::move(g);
+  }
+  const OutlineGlyph* result = glyph.get();
+  cache[cp] = std::move(glyph);
+  return result;
+}
+
+bool BuildOutlineFont(const std::vector<OutlineGlyph>& glyphs, GLuint& base) {
+  GLUtesselator* tess = NewGlyphTess();
+  if (!tess) return false;
+  base = glGenLists(kOutlineGlyphs);
+  if (!base) {
+    gluDeleteTess(tess);
+    return false;
+  }
   for (int c = 0; c < kOutlineGlyphs; ++c) {
-    const OutlineGlyph& g = glyphs[static_cast<size_t>(c)];
     glNewList(base + static_cast<GLuint>(c), GL_COMPILE);
-    if (!g.contours.empty()) {
-      glNormal3d(0, 0, 1);
-      TessellateFace(tess, g.contours, 0);
-      glNormal3d(0, 0, -1);
-      TessellateFace(tess, g.contours, -kExtrusion);
-      DrawSides(g.contours, g.clockwise);
-    }
-    if (g.advance != 0) glTranslated(g.advance, 0, 0);
+    EmitOutlineGlyph(tess, glyphs[static_cast<size_t>(c)]);
     glEndList();
   }
   gluDeleteTess(tess);
@@ -626,6 +669,26 @@ void DrawTextAt(float x, float y, float z, const std::string& text) {
     if (!run.empty()) glCallLists(static_cast<GLsizei>(run.size()), GL_UNSIGNED_BYTE, run.data());
   }
   glPopAttrib();
+}
+
+void DrawOutlineText(const std::string& text) {
+  if (text.empty() || !FontOutlineLarge) return;
+  glPushMatrix();
+  GLUtesselator* tess = nullptr;
+  for (unsigned cp : CodePoints(text)) {
+    // The lists hold the code page; its bytes below 0x80 and from 0xA0 are
+    // the same characters in Unicode.
+    if (cp < 0x80 || (cp >= 0xA0 && cp <= 0xFF)) {
+      glCallList(FontOutlineLarge + cp);
+      continue;
+    }
+    const OutlineGlyph* g = ExtraOutlineFor(cp);
+    if (!g) continue;
+    if (!tess && !(tess = NewGlyphTess())) break;
+    EmitOutlineGlyph(tess, *g);
+  }
+  if (tess) gluDeleteTess(tess);
+  glPopMatrix();
 }
 
 bool ProjectToWindow(const WindowProjection& m, double x, double y, double z, double& wx, double& wy,

@@ -11,8 +11,8 @@
 //   through GLU's tessellator, one unit to the em, extruded 0.3 towards -z,
 //   each list ending with a move by the glyph's advance.
 //
-// Text arrives as UTF-8. The outline glyphs take it as bytes of the
-// Windows-1252 code page.
+// Text arrives as UTF-8. The outline lists hold the Windows-1252 code page;
+// DrawOutlineText writes any other character from the face (or DejaVu Sans).
 #pragma once
 
 #include <string>
@@ -50,6 +50,11 @@ unsigned AnsiToUnicode(unsigned char byte);
 // position of the place. An empty text, or no bitmap font, draws nothing.
 // Lighting is off while the raster position is taken, so black stays black.
 void DrawTextAt(float x, float y, float z, const std::string& text);
+
+// Writes the text with the large outline glyphs from the current origin along
+// x, one unit to the em, in the current colour; any character the face (or
+// DejaVu Sans Bold) has. The matrix is restored after.
+void DrawOutlineText(const std::string& text);
 
 // A text and its place, for the writing of many texts at once.
 struct TextAt {

@@ -201,7 +201,7 @@ void Cls3::SetDefault() {
   PriGridColor = RGB(200, 150, 0);
   SecGridColor = RGB(230, 220, 180);
   BackColor = RGB(255, 255, 255);
-  BackColor2 = RGB(255, 255, 255);
+  BackColor2 = RGB(200, 220, 245);  // so that "Show background" shows a gradient
   BackStyle = 0;
   ShowBackground = false;
   ShowprimaryGrid = true;
@@ -218,7 +218,9 @@ void Cls3::SetDefault() {
   TitleZ = "z";
   TitleY = "y";
   TitleX = "x";
-  LabelNumZ = LabelNumY = LabelNumX = 5;
+  // The space axes' whole-number ticks each side: x and y 9, z 5.
+  LabelNumX = LabelNumY = 9;
+  LabelNumZ = 5;
   ShowYZYGrid = ShowXZXGrid = ShowXYXGrid = true;
   ShowYZPanel = ShowXZPanel = ShowXYPanel = false;
 }

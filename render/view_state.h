@@ -115,6 +115,10 @@ extern float SceneMatrix[16];
 class CRegion;
 CRegion& GroundRegion();
 
+// The settings a document keeps (projection, view limits, AxisObject) back
+// to their defaults, for a new document (render/settings_record.cpp).
+void ResetSceneSettings();
+
 // Back to the start-up state of all of the above.
 void ResetViewState();
 

@@ -15,6 +15,7 @@
 #include "geometry/geom.h"
 #include "geometry/on_object.h"
 #include "render/frame.h"
+#include "render/reference.h"
 #include "tools/canvas_input.h"
 #include "tools/screen_items.h"
 #include "tools/text_item.h"
@@ -32,10 +33,8 @@ const char* const kTooManyChildren = "A point can carry at most 30 points.";
 
 bool PlaneScene() { return SceneMode != 3; }
 
-Position Rounded(const Position& p) {
-  return Position(static_cast<float>(RoundHalfEven(p.x)), static_cast<float>(RoundHalfEven(p.y)),
-                  static_cast<float>(RoundHalfEven(p.z)));
-}
+// Snapping follows the grid as it is drawn: its step changes with the zoom.
+Position Rounded(const Position& p) { return SnappedToGrid(p); }
 
 Position* AddFreePoint(const Position& at, int ptype) {
   const std::string id = NewObjectId("PT");
@@ -47,7 +46,8 @@ Position* AddFreePoint(const Position& at, int ptype) {
 
 // The snap marker under the mouse; the frame shows it while snapping is on.
 void UpdateSnapMarker(const Position& scenePoint) {
-  SnapMarker.Set(static_cast<float>(RoundHalfEven(scenePoint.x)), static_cast<float>(RoundHalfEven(scenePoint.y)), 0);
+  const Position node = Rounded(scenePoint);
+  SnapMarker.Set(node.x, node.y, 0);
   SnapMarker.Symbol = 6;
   SnapMarker.Size = 3;
   SnapMarker.HideLabel = true;

@@ -14,6 +14,7 @@
 #include "geometry/geom.h"
 #include "geometry/on_object.h"
 #include "geometry/propagation.h"
+#include "render/reference.h"
 #include "render/frame.h"
 #include "tools/canvas_input.h"
 #include "tools/screen_items.h"
@@ -407,8 +408,10 @@ void Drag(const Position& scenePoint, float X, float Y, const Position& farPoint
     DX = q.x - WorkPlaneStart.x;
     DY = q.y - WorkPlaneStart.y;
   } else {
-    DX = scenePoint.x - DragStartPos.x;
-    DY = scenePoint.y - DragStartPos.y;
+    // With snap on, the point in hand goes from grid node to grid node.
+    const Position to = SnapToGrid && !PickedPointID.empty() ? SnappedToGrid(scenePoint) : scenePoint;
+    DX = to.x - DragStartPos.x;
+    DY = to.y - DragStartPos.y;
   }
   if (DragScreenHit) {
     if (SelectToolHooks.knobDrag && SelectToolHooks.knobDrag(PctX(X), PctY(Y))) return;

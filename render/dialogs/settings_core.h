@@ -13,7 +13,10 @@
 #include "document/globals.h"
 #include "document/host.h"
 #include "document/numtext.h"
+#include "document/undo.h"
 #include "expr/text_prep.h"
+#include "graphs/funcurve.h"
+#include "graphs/surface.h"
 #include "render/view_state.h"
 
 namespace vt {
@@ -25,6 +28,11 @@ inline constexpr const char* kIllegalData = "Illegal data exist.";
 inline bool ReadNumberField(const std::string& text, float& value) { return ReadNumberText(text, value); }
 
 inline void ReportIllegalData() { host().MsgBox(kIllegalData, "Error", MsgButtons::OK, MsgIcon::Critical); }
+// A number that reads but lies outside what the setting can take: one box
+// that says what is wanted.
+inline void ReportOutOfRange(const std::string& what) {
+  host().MsgBox(what, "Error", MsgButtons::OK, MsgIcon::Critical);
+}
 
 // ---- frmF14, "View Setting" -----------------------------------------------------------
 struct ViewSettingsForm {
@@ -49,6 +57,11 @@ inline bool ApplyViewSettings(const ViewSettingsForm& f) {
       ReportIllegalData();
       return false;
     }
+  for (int i = 0; i < 6; i += 2)
+    if (!(v[i] < v[i + 1])) {
+      ReportOutOfRange(std::string("Each minimum must be less than its maximum (") + "xyz"[i / 2] + ").");
+      return false;
+    }
   View.ProjectType = f.ProjectType == 2 ? 2 : 1;
   BoxMinX = v[0];
   BoxMaxX = v[1];
@@ -56,6 +69,10 @@ inline bool ApplyViewSettings(const ViewSettingsForm& f) {
   BoxMaxY = v[3];
   BoxMinZ = v[4];
   BoxMaxZ = v[5];
+  // Curves and surfaces are cut at the limits when they sample.
+  RefreshFunCurves();
+  RefreshSurfaces();
+  PushSnapshot();
   RedrawScene();
   return true;
 }
@@ -142,6 +159,7 @@ struct AxisSettingsForm {
 inline AxisSettingsForm CurrentAxisSettings() {
   AxisSettingsForm f;
   f.Axis = AxisObject;
+  f.Axis.Show = ShowAxis;  // "Show" is the axes' switch of the View menu
   f.Scale = {SingleToText(ScaleX), SingleToText(ScaleY), SingleToText(ScaleZ)};
   if (ScaleX == 1 && ScaleY == 1 && ScaleZ == 1) f.Scales = ScaleChoice::Square;
   else if (ScaleX == ScaleY && ScaleY == ScaleZ) f.Scales = ScaleChoice::Equal;
@@ -167,7 +185,17 @@ inline bool ApplyAxisSettings(const AxisSettingsForm& f) {
     ReportIllegalData();
     return false;
   }
+  if (!(f.Axis.AxisWidth >= 0.5f && f.Axis.AxisWidth <= 10)) {
+    ReportOutOfRange("The axis width must be from 0.5 to 10.");
+    return false;
+  }
+  for (int n : {f.Axis.LabelNumX, f.Axis.LabelNumY, f.Axis.LabelNumZ})
+    if (n < 1 || n > 100) {
+      ReportOutOfRange("The number of labels must be from 1 to 100.");
+      return false;
+    }
   AxisObject = f.Axis;
+  SetViewToggles(f.Axis.Show, ShowGrid, SnapToGrid, ShowCoordLines);
   switch (f.Scales) {
     case ScaleChoice::Square: ScaleX = ScaleY = ScaleZ = 1; break;
     case ScaleChoice::Equal: ScaleX = ScaleY = ScaleZ = s[0]; break;
@@ -178,6 +206,7 @@ inline bool ApplyAxisSettings(const AxisSettingsForm& f) {
       break;
   }
   SettingsChanged = true;
+  PushSnapshot();
   RedrawScene();
   return true;
 }

@@ -1,6 +1,7 @@
 #include "render/dialogs/settings_forms.h"
 
 #include <QCheckBox>
+#include <QColorDialog>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
@@ -57,6 +58,36 @@ QCheckBox* Check(QWidget* parent, const QString& name, const QString& text, bool
 
 std::string Text(const QLineEdit* f) { return f->text().toStdString(); }
 
+// A widget that means nothing in the present scene: greyed, and its tooltip
+// says why.
+void Unused(QWidget* w, const QString& why) {
+  w->setEnabled(false);
+  w->setToolTip(why);
+}
+
+bool PlaneScene() { return SceneMode != 3; }
+
+QColor ToQColor(std::uint32_t c) { return QColor(c & 0xFF, (c >> 8) & 0xFF, (c >> 16) & 0xFF); }
+std::uint32_t FromQColor(const QColor& c) {
+  return static_cast<std::uint32_t>(c.red()) | (static_cast<std::uint32_t>(c.green()) << 8) |
+         (static_cast<std::uint32_t>(c.blue()) << 16);
+}
+
+// A button that shows a colour and picks another.
+QPushButton* ColourButton(QWidget* parent, const QString& name, const QString& text, std::uint32_t& colour) {
+  auto* b = new QPushButton(text, parent);
+  b->setObjectName(name);
+  auto paint = [b, &colour] { b->setStyleSheet(QString("background-color: %1").arg(ToQColor(colour).name())); };
+  paint();
+  QObject::connect(b, &QPushButton::clicked, b, [b, &colour, paint] {
+    const QColor c = QColorDialog::getColor(ToQColor(colour), b->window(), b->text());
+    if (!c.isValid()) return;
+    colour = FromQColor(c);
+    paint();
+  });
+  return b;
+}
+
 }  // namespace
 
 // ---- frmF14 ------------------------------------------------------------------------------
@@ -76,6 +107,7 @@ frmF14::frmF14(QWidget* parent) : QDialog(parent) {
   (f.ProjectType == 2 ? persp_ : ortho_)->setChecked(true);
   projRows->addWidget(ortho_);
   projRows->addWidget(persp_);
+  if (PlaneScene()) proj->setToolTip(tr("The plane scene is flat: it looks the same in both projections."));
   box->addWidget(proj);
   auto* limits = new QGroupBox(tr("View Intervals"), this);
   auto* grid = new QGridLayout(limits);
@@ -112,7 +144,7 @@ frmF3::frmF3(QWidget* parent) : QDialog(parent) {
   const Cls3& a = AxisObject;
   auto* box = new QVBoxLayout(this);
   auto* rows = new QFormLayout;
-  show_ = Check(this, "chkShow", tr("Show"), a.Show);
+  show_ = Check(this, "chkShow", tr("Show"), ShowAxis);
   rows->addRow(show_);
   titleX_ = Field(this, "txtTitleX", a.TitleX);
   titleY_ = Field(this, "txtTitleY", a.TitleY);
@@ -129,6 +161,11 @@ frmF3::frmF3(QWidget* parent) : QDialog(parent) {
   panelYZ_ = Check(this, "chkYZPanel", tr("YZ Panel"), a.ShowYZPanel);
   yz_ = SchemeList(this, "cboYZScheme", a.YZPanelMaterial);
   rows->addRow(panelYZ_, yz_);
+  if (PlaneScene()) {
+    for (QWidget* w : {static_cast<QWidget*>(panelXZ_), static_cast<QWidget*>(xz_), static_cast<QWidget*>(panelYZ_),
+                       static_cast<QWidget*>(yz_), static_cast<QWidget*>(titleZ_)})
+      Unused(w, tr("The plane scene shows no z axis: this setting acts in the space scene."));
+  }
   box->addLayout(rows);
   box->addWidget(OkCancel(this));
 }
@@ -182,6 +219,10 @@ frmF20::frmF20(QWidget* parent) : QDialog(parent) {
     scaleRow->addWidget(scales_[static_cast<size_t>(i)]);
   }
   g->addLayout(scaleRow);
+  for (QWidget* w : {static_cast<QWidget*>(square_), static_cast<QWidget*>(equal_), static_cast<QWidget*>(custom_),
+                     static_cast<QWidget*>(scales_[0]), static_cast<QWidget*>(scales_[1]),
+                     static_cast<QWidget*>(scales_[2])})
+    Unused(w, tr("The axes keep one scale: x, y and z are drawn 1 to 1."));
   auto* settings = new QPushButton(tr("Panels and Titles..."), general);
   settings->setObjectName("cmdSettings");
   connect(settings, &QPushButton::clicked, this, [this] { (new frmF3(parentWidget()))->open(); });
@@ -191,7 +232,7 @@ frmF20::frmF20(QWidget* parent) : QDialog(parent) {
 
   auto* axis = new QWidget(tabs);
   auto* ax = new QFormLayout(axis);
-  show_ = Check(axis, "chkShowAxis", tr("Show"), a.Show);
+  show_ = Check(axis, "chkShowAxis", tr("Show"), ShowAxis);
   ax->addRow(show_);
   width_ = Field(axis, "txtAxisWidth", SingleToText(a.AxisWidth));
   ax->addRow(tr("Width"), width_);
@@ -205,6 +246,10 @@ frmF20::frmF20(QWidget* parent) : QDialog(parent) {
   ax->addRow(tr("Labels x"), numX_);
   ax->addRow(tr("Labels y"), numY_);
   ax->addRow(tr("Labels z"), numZ_);
+  if (PlaneScene()) {
+    for (QLineEdit* w : {numX_, numY_, numZ_})
+      Unused(w, tr("Numbers of labels each side of an axis in the space scene; the plane axes follow the zoom."));
+  }
   tabs->addTab(axis, tr("Axis"));
 
   auto* gridTab = new QWidget(tabs);
@@ -220,14 +265,20 @@ frmF20::frmF20(QWidget* parent) : QDialog(parent) {
   auto* bk = new QVBoxLayout(back);
   background_ = Check(back, "chkBackground", tr("Show background"), a.ShowBackground);
   shadow_ = Check(back, "chkShadow", tr("Shadow"), a.ShowShadow);
+  backColour_ = a.BackColor;
+  backColour2_ = a.BackColor2;
   bk->addWidget(background_);
+  bk->addWidget(ColourButton(back, "cmdBackColor", tr("Top colour..."), backColour_));
+  bk->addWidget(ColourButton(back, "cmdBackColor2", tr("Bottom colour..."), backColour2_));
   bk->addWidget(shadow_);
+  Unused(shadow_, tr("This program draws no shadows."));
   bk->addStretch();
   tabs->addTab(back, tr("Background"));
 
   auto* fonts = new QWidget(tabs);
   auto* fn = new QVBoxLayout(fonts);
   betterFonts_ = Check(fonts, "chkBetterFonts", tr("Better fonts"), a.BetterFonts);
+  betterFonts_->setToolTip(tr("Axis numbers and titles as filled outlines that grow with the scene"));
   fn->addWidget(betterFonts_);
   fn->addStretch();
   tabs->addTab(fonts, tr("Fonts"));
@@ -257,6 +308,8 @@ void frmF20::accept() {
   a.ShowprimaryGrid = primary_->isChecked();
   a.ShowSecondaryGrid = secondary_->isChecked();
   a.ShowBackground = background_->isChecked();
+  a.BackColor = backColour_;
+  a.BackColor2 = backColour2_;
   a.ShowShadow = shadow_->isChecked();
   a.BetterFonts = betterFonts_->isChecked();
   f.Scales = square_->isChecked() ? ScaleChoice::Square : equal_->isChecked() ? ScaleChoice::Equal : ScaleChoice::Custom;

@@ -53,6 +53,7 @@ class frmF20 : public QDialog {
   QLineEdit *width_, *numX_, *numY_, *numZ_;
   QRadioButton *square_, *equal_, *custom_;
   std::array<QLineEdit*, 3> scales_{};
+  std::uint32_t backColour_ = 0, backColour2_ = 0;
 };
 
 class frmF8 : public QDialog {
