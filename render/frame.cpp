@@ -493,8 +493,11 @@ bool Initialize() {
   // several megabytes in every frame of a crowded scene. With the default
   // trim threshold each free hands the top of the heap back to the system
   // and the next frame faults it in again page by page, a fifth or more of
-  // the frame; the heap keeps up to 64 MB instead.
-  static const bool heapKept = mallopt(M_TRIM_THRESHOLD, 64 << 20) == 1;
+  // the frame; the heap keeps up to 64 MB instead. Setting it ends the
+  // allocator's own raising of the mmap threshold, so that is raised here
+  // too: blocks up to 32 MB come from the heap, not from fresh mappings.
+  static const bool heapKept =
+      mallopt(M_MMAP_THRESHOLD, 32 << 20) == 1 && mallopt(M_TRIM_THRESHOLD, 64 << 20) == 1;
   (void)heapKept;
 #endif
   if (g_sceneList && glIsList(g_sceneList)) glDeleteLists(g_sceneList, 1);
