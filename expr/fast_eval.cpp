@@ -15,8 +15,8 @@
 // as the read of the Double would. The top of the stack stays in a register.
 //
 // Operands pushed just before the operator that reads them are fused into it
-// (a variable, a finite constant, the square of a variable), "^2" is a step
-// of its own, and a product or quotient whose r is a sum or difference fused
+// (a variable, a finite constant, the square of a variable, the squares of
+// two variables), "^2" is a step of its own (and with a negation after it), and a product or quotient whose r is a sum or difference fused
 // so just before it takes that step in. SIN, COS, TAN, EXP, LOG, SQR and ABS have steps of their
 // own with the shared function body inlined. Binding a table also writes each
 // step's label into it, so that a step jumps straight to the next (labels as
@@ -49,6 +49,7 @@ enum Form : std::uint8_t {
   kVC,  // pushes: l a variable, r a constant
   kCV,  // pushes: l a constant, r a variable
   kQC,  // pushes: l the square of a variable, r a constant
+  kQQ,  // pushes: l and r squares of variables, as in x^2+y^2
   kFormCount,
 };
 constexpr int kOpCount = 5;
@@ -75,6 +76,7 @@ enum Op : std::uint8_t {
   kVarFunc,    // Var, Func
   kSquare,     // Const 2, "^" on the top
   kVarSquare,  // Var, Const 2, "^"
+  kVarNegSquare,  // Var, Const 2, "^", negation, as in exp(-x^2)
   kBinary,     // + form * kOpCount + operator
   // + 2 * index in kInlineFns: the function on the top; + 1 more: Var, Func.
   kInline = kBinary + kFormCount * kOpCount,
@@ -95,6 +97,7 @@ struct Instr {
   float c;
   FnImpl fn;
   std::uint16_t index = 0;        // the variable's table index, set by Bind
+  std::uint16_t slot2 = 0, index2 = 0;  // the second variable of kQQ
   const void* step = nullptr;     // the label of `code` in DoEvaluate, set by Bind
 };
 
@@ -172,8 +175,8 @@ std::unique_ptr<Program> Build(const std::string& text) {
     return is(k, RawToken::Var) && is(k + 1, RawToken::Const) && raw[k + 1].c == 2 && isPow(k + 2);
   };
   auto& code = prog->code;
-  auto emit = [&](int op, std::uint16_t slot = 0, float c = 0, FnImpl fn = nullptr) {
-    code.push_back({static_cast<std::uint8_t>(op), slot, c, fn});
+  auto emit = [&](int op, std::uint16_t slot = 0, float c = 0, FnImpl fn = nullptr, std::uint16_t slot2 = 0) {
+    code.push_back({static_cast<std::uint8_t>(op), slot, c, fn, 0, slot2});
   };
   auto emitFunc = [&](Fn f, bool ofVar, std::uint16_t slot) {
     const int i = InlineIndex(f);
@@ -200,8 +203,14 @@ std::unique_ptr<Program> Build(const std::string& text) {
     } else if (varSquare(k) && finiteConst(k + 3) && is(k + 4, RawToken::Binary)) {
       emit(BinaryCode(kQC, raw[k + 4].bin), a.slot, raw[k + 3].c);
       k += 4;
+    } else if (varSquare(k) && varSquare(k + 3) && is(k + 6, RawToken::Binary)) {
+      emit(BinaryCode(kQQ, raw[k + 6].bin), a.slot, 0, nullptr, raw[k + 3].slot);
+      k += 6;
     } else if (varSquare(k) && is(k + 3, RawToken::Binary)) {
       emit(BinaryCode(kSQ, raw[k + 3].bin), a.slot);
+      k += 3;
+    } else if (varSquare(k) && is(k + 3, RawToken::Neg)) {
+      emit(kVarNegSquare, a.slot);
       k += 3;
     } else if (varSquare(k)) {
       emit(kVarSquare, a.slot);
@@ -250,6 +259,7 @@ std::unique_ptr<Program> Build(const std::string& text) {
   for (Instr& in : prog.code) {
     in.step = labels[in.code];
     in.index = index.empty() ? 0 : static_cast<std::uint16_t>(index[in.slot]);
+    in.index2 = index.empty() ? 0 : static_cast<std::uint16_t>(index[in.slot2]);
   }
   prog.runnable = prog.wellFormed && allBound && prog.maxDepth < kStackRoom;
   prog.boundStamp = stamp;
@@ -398,7 +408,7 @@ void Cls6::DoEvaluate(const std::string& postfix, bool degrees, const VariableTa
   // In the order of Op: the binary steps by form and operator, then the
   // inline functions, each on the top and on a variable.
   static const void* const kLabels[kCodeCount] = {
-      &&End, &&Const, &&Var, &&Neg, &&Func, &&VarFunc, &&Square, &&VarSquare,
+      &&End, &&Const, &&Var, &&Neg, &&Func, &&VarFunc, &&Square, &&VarSquare, &&VarNegSquare,
       &&SS_Add, &&SS_Sub, &&SS_Mul, &&SS_Div, &&SS_Pow,
       &&SC_Add, &&SC_Sub, &&SC_Mul, &&SC_Div, &&SC_Pow,
       &&SV_Add, &&SV_Sub, &&SV_Mul, &&SV_Div, &&SV_Pow,
@@ -406,6 +416,7 @@ void Cls6::DoEvaluate(const std::string& postfix, bool degrees, const VariableTa
       &&VC_Add, &&VC_Sub, &&VC_Mul, &&VC_Div, &&VC_Pow,
       &&CV_Add, &&CV_Sub, &&CV_Mul, &&CV_Div, &&CV_Pow,
       &&QC_Add, &&QC_Sub, &&QC_Mul, &&QC_Div, &&QC_Pow,
+      &&QQ_Add, &&QQ_Sub, &&QQ_Mul, &&QQ_Div, &&QQ_Pow,
       &&F_SIN, &&VF_SIN, &&F_COS, &&VF_COS, &&F_TAN, &&VF_TAN, &&F_EXP, &&VF_EXP,
       &&F_LOG, &&VF_LOG, &&F_SQR, &&VF_SQR, &&F_ABS, &&VF_ABS,
       &&RV_Add_Mul, &&RV_Add_Div, &&RV_Sub_Mul, &&RV_Sub_Div,
@@ -469,6 +480,12 @@ void Cls6::DoEvaluate(const std::string& postfix, bool degrees, const VariableTa
     const float l = Read(SquareOf(Read(VT_VAR)));    \
     *sp++ = top;                                     \
     VT_APPLY(OP, l, in->c)                           \
+  }                                                  \
+  QQ_##OP : {                                        \
+    const float q = SquareOf(Read(VT_VAR));          \
+    *sp++ = top;                                     \
+    const float r = Read(SquareOf(Read(values[in->index2]))); \
+    VT_APPLY(OP, Read(q), r)                         \
   }
 // None of the inline functions pushes nothing. VT_FN_TO_TOP puts F(x) on the
 // top, or leaves for the domain error.
@@ -510,6 +527,12 @@ VarSquare: {
   const float l = Read(VT_VAR);
   *sp++ = top;
   top = SquareOf(l);
+  VT_NEXT;
+}
+VarNegSquare: {
+  const float l = Read(VT_VAR);
+  *sp++ = top;
+  top = -Read(SquareOf(l));
   VT_NEXT;
 }
 Func: {

@@ -244,7 +244,7 @@ TEST(Evaluator, FusedStepsAgreeWithThePlainReading) {
   for (std::size_t k = 0; k < 140; k += 2) texts.back()[k] = k < 70 ? 'X' : '+';
   for (const char* op : {"+ ", "- ", "* ", "/ ", "^ "}) {
     for (const char* form : {"Y X 2 ^ ", "X 2 ^ 3 ", "X 2 ^ 0 ", "3 X ", "0.5 X ", "X 1 ", "Y X 0.5 - ",
-                             "Y X 2 ^ 1 + "})
+                             "Y X 2 ^ 1 + ", "Y X 2 ^ Y 2 ^ ", "Y X 2 ^ (-) "})
       texts.push_back(form + std::string(op));
     texts.push_back("Y X 0 " + std::string(op) + "* ");
     texts.push_back("Y X 2 ^ 3 " + std::string(op) + "/ ");
