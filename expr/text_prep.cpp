@@ -140,18 +140,7 @@ std::string InsertImplicitProducts(const std::string& text) {
     if (In(kVarLetters, c) && In(kNumberOrOpen, next)) {
       if (i == 0) product = true;                     // 2
       else if (In(kLeadSet, text[i - 1])) product = true;  // 3
-      if (product && IsWordChar(next)) {
-        std::size_t end = i + 1;
-        while (end < n && IsWordChar(text[end])) ++end;
-        if (isName(std::string_view(text).substr(i, end - i))) {
-          // The whole name, then what follows it as any word's end.
-          out.append(text, i, end - i - 1);
-          i = end - 2;
-          continue;
-        }
-      }
     }
-    out.push_back(c);
     if (c == ')' && In(kNumberChars2, next)) product = true;  // 4
     if (product) out.push_back('*');
   }
