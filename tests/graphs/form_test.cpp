@@ -37,7 +37,7 @@ TEST_F(FormTest, RefusedFieldsKeepTheDialogOpenWithTheirMessages) {
     std::string message;
   };
   const std::vector<Case> cases = {
-      {[](CurveForm& f) { f.formula1 = "x_1"; }, "Error: Illegal data exist."},
+      {[](CurveForm& f) { f.formula1 = "x&1"; }, "Error: Illegal data exist."},
       {[](CurveForm& f) { f.steps = "10x"; }, "Error: Illegal data exist."},
       {[](CurveForm& f) { f.roots.size = "a"; }, "Error: Illegal data exist."},
       {[](CurveForm& f) { f.tangents.positions = "1;b"; }, "Error: Illegal data exist."},
