@@ -49,7 +49,7 @@ void Preview(frmF1* window, QPrinter& printer, const Picture& picture) {
 void PrintCommand(frmF1* window) {
   Picture picture;
   if (!Capture(window, picture)) return;
-  QPrinter printer(QPrinter::HighResolution);
+  QPrinter printer(QPrinter::ScreenResolution);
   SetUpPage(printer, picture);
   QPrintDialog dlg(&printer, window);
   dlg.setWindowTitle("Print");
@@ -80,7 +80,9 @@ void PrintCommand(frmF1* window) {
 void PreviewCommand(frmF1* window) {
   Picture picture;
   if (!Capture(window, picture)) return;
-  QPrinter printer(QPrinter::HighResolution);
+  // At the screen's resolution: the preview of a high-resolution page left
+  // the menus' text drawn at a few pixels afterwards. Pages stay vector.
+  QPrinter printer(QPrinter::ScreenResolution);
   SetUpPage(printer, picture);
   Preview(window, printer, picture);
 }
