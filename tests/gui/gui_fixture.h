@@ -168,7 +168,7 @@ void WhenModal(QObject* owner, std::function<void(T*)> act) {
 
 // While started, answers each message box that comes up with OK (or No, or
 // its escape) and keeps its "title: text"; a file dialog gets `file` when
-// that is set.
+// that is set, or is cancelled while `cancelFiles` is.
 class MessageWatcher {
  public:
   ~MessageWatcher() { Stop(); }
@@ -185,7 +185,9 @@ class MessageWatcher {
         if (!b) b = box->button(QMessageBox::No);
         if (b) b->click();
         else box->reject();
-      } else if (auto* dlg = qobject_cast<QFileDialog*>(w); dlg && !file.isEmpty()) {
+      } else if (auto* dlg = qobject_cast<QFileDialog*>(w); dlg && cancelFiles) {
+        static_cast<QDialog*>(dlg)->reject();
+      } else if (dlg && !file.isEmpty()) {
         dlg->selectFile(file);
         static_cast<QDialog*>(dlg)->accept();
       }
@@ -206,6 +208,7 @@ class MessageWatcher {
   }
   QStringList messages;
   QString file;
+  bool cancelFiles = false;
 
  private:
   QTimer* timer_ = nullptr;
