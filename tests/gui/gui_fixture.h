@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -151,7 +152,9 @@ inline void SelectOnly(std::initializer_list<vt::DocObject*> objs) {
   for (vt::DocObject* o : objs) vt::SelectObject(*o);
 }
 
-// Runs `act` once on the next visible modal widget of type T.
+// Runs `act` on the next visible modal widget of type T. A file dialog may
+// ignore an accept while its folder is still being listed (its name field is
+// cleared again); such a dialog is answered again until it closes.
 template <class T = QWidget>
 void WhenModal(QObject* owner, std::function<void(T*)> act) {
   auto* timer = new QTimer(owner);
@@ -160,8 +163,10 @@ void WhenModal(QObject* owner, std::function<void(T*)> act) {
     auto* w = qobject_cast<T*>(QApplication::activeModalWidget());
     if (!w || !w->isVisible()) return;
     timer->stop();
-    timer->deleteLater();
+    QPointer<QFileDialog> files = qobject_cast<QFileDialog*>(w);
     act(w);
+    if (files && files->isVisible() && QApplication::activeModalWidget() == files) timer->start();
+    else timer->deleteLater();
   });
   timer->start();
 }
