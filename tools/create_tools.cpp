@@ -316,16 +316,21 @@ void CTwoClickTool::Cancel() {
 
 DocObject* CCreateLine::Making() const { return makingId_.empty() ? nullptr : Doc.Lines.FindById(makingId_); }
 
-DocObject* CCreateLine::AddRecord(const Position& at) {
+CLine& AddLineRecord(int lt, const Position& from, const Position& to) {
   auto l = std::make_unique<CLine>();
   l->ID = NewObjectId("LN");
-  l->lt = LineToolKind;
+  l->lt = lt;
   l->GELineWidth = 2;
   l->GELineStyle = 1;
   l->DrawMode = 1;
-  l->pBegin = Position(at.x, at.y, at.z);
-  l->pEnd = Position(at.x, at.y, at.z);
-  return Doc.Lines.Add(std::move(l));
+  l->pBegin = from;
+  l->pEnd = to;
+  return *Doc.Lines.Add(std::move(l));
+}
+
+DocObject* CCreateLine::AddRecord(const Position& at) {
+  const Position p(at.x, at.y, at.z);
+  return &AddLineRecord(LineToolKind, p, p);
 }
 
 void CCreateLine::SetFirst(DocObject& record, const Position& point) {

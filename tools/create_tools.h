@@ -16,6 +16,8 @@
 
 namespace vt {
 
+class CLine;
+
 // Where a creation tool's cursor snaps to: x and y of the mouse rounded half
 // to even, z 0. The frame draws it while snapping is on.
 extern Position SnapMarker;
@@ -97,6 +99,10 @@ class CTwoClickTool : public CCommand {
   void SecondClick(Position& scenePoint, Position& farPoint, Position& nearPoint);
   int tool_;
 };
+
+// A new segment-like line record (kind `lt`, the tools' width and style) from
+// `from` to `to`, added to the document.
+CLine& AddLineRecord(int lt, const Position& from, const Position& to);
 
 class CCreateLine : public CTwoClickTool {
  public:

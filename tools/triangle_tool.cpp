@@ -23,17 +23,7 @@ void RemoveById(CollectionBase& coll, const std::string& id) {
   if (int n = coll.FindId(id)) coll.Remove(n);
 }
 
-CLine& AddSide(const Position& from, const Position& to) {
-  auto l = std::make_unique<CLine>();
-  l->ID = NewObjectId("LN");
-  l->lt = 1;
-  l->GELineWidth = 2;
-  l->GELineStyle = 1;
-  l->DrawMode = 1;
-  l->pBegin = from;
-  l->pEnd = to;
-  return *Doc.Lines.Add(std::move(l));
-}
+CLine& AddSide(const Position& from, const Position& to) { return AddLineRecord(1, from, to); }
 
 }  // namespace
 
