@@ -7,6 +7,34 @@
 
 namespace vt {
 
+namespace {
+
+// A convex polygon (first, then rim[0..n)) as zig-zag triangles. Each
+// triangle is as wide as the shape allows: a fan of slivers from one corner
+// covers the same pixels but makes the rasteriser visit the blocks near that
+// corner once per sliver.
+void EmitConvexFill(const Position& first, const Position* rim, size_t n) {
+  if (n < 2) return;
+  std::vector<const Position*> v;
+  v.reserve(n + 1);
+  v.push_back(&first);
+  for (size_t i = 0; i < n; ++i) v.push_back(rim + i);
+  size_t lo = 0, hi = v.size() - 1;
+  bool fromLow = true;
+  while (hi - lo >= 2) {
+    const Position* a = v[lo];
+    const Position* b = fromLow ? v[lo + 1] : v[hi - 1];
+    const Position* d = v[hi];
+    glVertex3f(a->x, a->y, a->z);
+    glVertex3f(b->x, b->y, b->z);
+    glVertex3f(d->x, d->y, d->z);
+    if (fromLow) ++lo; else --hi;
+    fromLow = !fromLow;
+  }
+}
+
+}  // namespace
+
 void CArc::Draw() {
   if (Hide) return;
   std::vector<Position> s = Samples();
@@ -25,11 +53,14 @@ void CArc::Draw() {
     glb::Enable(GL_DEPTH_TEST, false);
     SetColor(color, 0.3f);
     glb::Begin(GL_TRIANGLES);
-    const Position& apex = AT == 2 ? c : s.front();
-    for (size_t i = 0; i + 1 < s.size(); ++i) {
-      glVertex3f(apex.x, apex.y, apex.z);
-      glVertex3f(s[i].x, s[i].y, s[i].z);
-      glVertex3f(s[i + 1].x, s[i + 1].y, s[i + 1].z);
+    if (AT == 2) {
+      // The sector is the centre and the rim; a sweep over half a turn is
+      // two convex halves.
+      const size_t half = s.size() / 2;
+      EmitConvexFill(c, s.data(), half + 1);
+      EmitConvexFill(c, s.data() + half, s.size() - half);
+    } else {
+      EmitConvexFill(s.front(), s.data() + 1, s.size() - 1);
     }
     glb::End();
     glb::Enable(GL_DEPTH_TEST, true);
