@@ -430,7 +430,19 @@ void frmF1::ShowHoverText(QToolBar* bar, const QPoint& posInBar) {
       break;
     }
   }
+  hoverTextShown_ = text != kReady;
   if (statusPanel_->text() != text) statusPanel_->setText(text);
+}
+
+bool frmF1::event(QEvent* e) {
+  // A dialog opened from a toolbar button takes the mouse before the toolbar
+  // sees it leave: the button's help would stay in the panel behind the
+  // dialog and after it.
+  if (e->type() == QEvent::WindowBlocked && hoverTextShown_) {
+    hoverTextShown_ = false;
+    statusPanel_->setText(kReady);
+  }
+  return QMainWindow::event(e);
 }
 
 bool frmF1::eventFilter(QObject* watched, QEvent* e) {
@@ -447,6 +459,7 @@ bool frmF1::eventFilter(QObject* watched, QEvent* e) {
       case QEvent::HoverEnter: pos = static_cast<QHoverEvent*>(e)->position(); break;
       case QEvent::Leave:
         moved = false;
+        hoverTextShown_ = false;
         statusPanel_->setText(kReady);
         break;
       default: moved = false; break;

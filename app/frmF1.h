@@ -58,6 +58,7 @@ class frmF1 : public QMainWindow {
  protected:
   void closeEvent(QCloseEvent* e) override;
   void showEvent(QShowEvent* e) override;
+  bool event(QEvent* e) override;
   bool eventFilter(QObject* watched, QEvent* e) override;
 
  private:
@@ -78,6 +79,7 @@ class frmF1 : public QMainWindow {
   Canvas* picDraw_ = nullptr;
   std::unique_ptr<QtHost> host_;
   QLabel* statusPanel_ = nullptr;
+  bool hoverTextShown_ = false;  // the panel shows a toolbar button's help
   QToolBar* toolbars_[2] = {nullptr, nullptr};
   QTimer* timer1_ = nullptr;
   std::map<QString, QMenu*> menus_;
