@@ -315,6 +315,12 @@ QAction* frmF1::dropDownEntry(const QString& key) const {
 // ---- commands -----------------------------------------------------------------------
 
 void frmF1::RunCommand(const std::string& handler) {
+  // The button's help has done its work once it is clicked: the command may
+  // open a window that takes the mouse before the toolbar sees it leave.
+  if (hoverTextShown_) {
+    hoverTextShown_ = false;
+    statusPanel_->setText(kReady);
+  }
   if (picDraw_) picDraw_->MakeCurrent();
   RunGuarded([&] { RunHandler(handler); });
   RefreshControls();
@@ -432,17 +438,6 @@ void frmF1::ShowHoverText(QToolBar* bar, const QPoint& posInBar) {
   }
   hoverTextShown_ = text != kReady;
   if (statusPanel_->text() != text) statusPanel_->setText(text);
-}
-
-bool frmF1::event(QEvent* e) {
-  // A dialog opened from a toolbar button takes the mouse before the toolbar
-  // sees it leave: the button's help would stay in the panel behind the
-  // dialog and after it.
-  if (e->type() == QEvent::WindowBlocked && hoverTextShown_) {
-    hoverTextShown_ = false;
-    statusPanel_->setText(kReady);
-  }
-  return QMainWindow::event(e);
 }
 
 bool frmF1::eventFilter(QObject* watched, QEvent* e) {
