@@ -140,6 +140,9 @@ TEST_F(SpaceGallery, EachSceneStandsInTheUsersAxes) {
        [](SpaceGallery& g) { g.Surface(2, 3, "", "", "2", 4, "-1", "1", "-1", "1"); },
        [](SpaceGallery& g) {
          EXPECT_TRUE(g.PickedAt(*Doc.Surfaces.Item(1), {0.5f, 0.5f, 4}));
+         Position* p = g.AddPoint(-1.5f, 2, 0);
+         g.Frame();
+         EXPECT_TRUE(g.PickedAt(*p, {-1.5f, 2, 0}));
          AxisObject.ShowShadow = true;
          const std::string text = GetUndoVar();
          g.NewSpaceScene(false);
