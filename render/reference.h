@@ -26,7 +26,9 @@ void DrawGrid();
 
 // The axes as vectors with arrow heads, ticks, numbers beside the ticks, "O"
 // and the titles, and in the space scene the z axis. Space: each axis
-// carries LabelNum whole-number ticks each side and reaches one unit beyond.
+// carries LabelNum whole-number ticks each side and reaches one unit beyond;
+// under an axis scale (DrawnScale) its ticks show the true values at a step of
+// 1, 2 or 5 times a power of ten, drawn about one unit apart or more.
 // Plane: both axes across the visible part, ticks at a readable step, ticks
 // and number places scaled with the view so they keep their size on the
 // screen (the start view: as in space).
