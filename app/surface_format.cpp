@@ -14,6 +14,7 @@ void SetCanvasSurfaceFormat() {
   format.setGreenBufferSize(8);
   format.setBlueBufferSize(8);
   format.setDepthBufferSize(24);
+  format.setStencilBufferSize(8);  // the space scene's shadow
   QSurfaceFormat::setDefaultFormat(format);
 }
 

@@ -47,6 +47,7 @@ void ScreenToWorld(float X, float Y, Position& viewPoint, Position& scenePoint) 
   Unproject(m, X, wy, depth, viewPoint);
   glMatrixMode(GL_MODELVIEW);
   glMultMatrixf(SceneMatrix);
+  MultSceneScale();
   m.Read();
   Unproject(m, X, wy, depth, scenePoint);
 }
@@ -66,6 +67,7 @@ bool SceneToScreen(float x, float y, float z, float& X, float& Y) {
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
   glMultMatrixf(SceneMatrix);
+  MultSceneScale();
   m.Read();
   glPopMatrix();
   GLdouble wx = 0, wy = 0, wz = 0;

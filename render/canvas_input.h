@@ -10,7 +10,7 @@ class Position;
 
 // viewPoint: the pixel unprojected at the depth the depth buffer holds there,
 // with the current modelview. scenePoint: the same after the modelview is
-// multiplied by SceneMatrix; that modelview stays current for ScreenToRay
+// multiplied by SceneMatrix and the axis scales; that modelview stays current for ScreenToRay
 // (the next frame loads the view again).
 void ScreenToWorld(float X, float Y, Position& viewPoint, Position& scenePoint);
 

@@ -78,6 +78,7 @@ void CaptureProjection() {
   glGetDoublev(GL_PROJECTION_MATRIX, savedProj);
   View.Projection(1.0f, 0, 0, 0, 0);
   glMultMatrixf(SceneMatrix);
+  MultSceneScale();
   glGetDoublev(GL_MODELVIEW_MATRIX, g_compiled.model);
   glGetDoublev(GL_PROJECTION_MATRIX, g_compiled.proj);
   glGetIntegerv(GL_VIEWPORT, g_compiled.viewport);
@@ -98,9 +99,13 @@ constexpr Kind kDrawOrder[] = {Kind::RG, Kind::LN, Kind::CR, Kind::AR, Kind::C2,
 // The kinds whose drawing goes through the batched state (render/gl_batch.h).
 bool Batched(Kind k) { return k == Kind::RG || k == Kind::LN || k == Kind::CR || k == Kind::AR; }
 
-void DrawObjects() {
-  BeginLabelBatch();
+// What casts the shadow of the space scene: all that stands in space, not
+// the plane's curves, loci and intersection lines.
+bool CastsShadow(Kind k) { return k != Kind::C2 && k != Kind::LO && k != Kind::IL; }
+
+void DrawKinds(bool castersOnly) {
   for (Kind k : kDrawOrder) {
+    if (castersOnly && !CastsShadow(k)) continue;
     CollectionBase& c = Doc.Of(k);
     const int n = c.count();
     if (n == 0) continue;
@@ -110,7 +115,19 @@ void DrawObjects() {
     if (k == Kind::PT) EndPointBatch();
     if (Batched(k)) glb::SetActive(false);
   }
+}
+
+void DrawObjects() {
+  BeginLabelBatch();
+  DrawKinds(false);
   EndLabelBatch();
+}
+
+// The shadow's casters drawn again, their labels left out.
+void DrawShadowCasters() {
+  BeginLabelBatch();
+  DrawKinds(true);
+  DropLabelBatch();
 }
 
 // ---- the scene in pieces, for drag steps --------------------------------------------
@@ -415,7 +432,9 @@ void CompileScene() {
   glClear(GL_ACCUM_BUFFER_BIT);
   glMultMatrixf(SceneMatrix);
   CompileHead();
+  MultSceneScale();
   DrawObjects();
+  if (ShadowOn()) DrawShadow(DrawShadowCasters);
   CompileTail();
 }
 
@@ -481,8 +500,13 @@ bool CompileStep() {
   glClear(GL_ACCUM_BUFFER_BIT);
   glMultMatrixf(SceneMatrix);
   glCallList(g_headList);
+  MultSceneScale();
   for (const Piece& p : g_pieces) glCallList(p.objects);
   for (const Piece& p : g_pieces) glCallList(p.labels);
+  if (ShadowOn()) DrawShadow([] {
+      for (const Piece& p : g_pieces)
+        if (CastsShadow(p.kind)) glCallList(p.objects);
+    });
   try {
     CompileTail();
   } catch (...) {

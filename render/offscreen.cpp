@@ -48,12 +48,17 @@ bool OffscreenContext::Create(int width, int height, std::string& error) {
     Destroy();
     return false;
   }
-  const EGLint configAttribs[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
-                                  EGL_RED_SIZE, 8, EGL_GREEN_SIZE, 8, EGL_BLUE_SIZE, 8,
-                                  EGL_DEPTH_SIZE, 24, EGL_NONE};
+  // A stencil (the space scene's shadow) where there is one.
+  EGLint configAttribs[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
+                            EGL_RED_SIZE, 8, EGL_GREEN_SIZE, 8, EGL_BLUE_SIZE, 8,
+                            EGL_DEPTH_SIZE, 24, EGL_STENCIL_SIZE, 8, EGL_NONE};
   EGLConfig config = nullptr;
   EGLint count = 0;
   if (!eglChooseConfig(d, configAttribs, &config, 1, &count) || count < 1) {
+    configAttribs[12] = EGL_NONE;
+    count = 0;
+  }
+  if (count < 1 && (!eglChooseConfig(d, configAttribs, &config, 1, &count) || count < 1)) {
     error = "no EGL configuration with OpenGL, colour and depth";
     Destroy();
     return false;

@@ -9,6 +9,7 @@
 #include <numeric>
 #include <string>
 
+#include "document/document.h"
 #include "document/globals.h"
 #include "geometry/line.h"
 #include "render/frame.h"
@@ -200,6 +201,31 @@ double Finer(double st) { return st / 2; }
 // The space scene's reference spans LabelNum whole units each side (and one more for the arrows).
 float Half(int labels) { return static_cast<float>(labels > 0 ? labels : 1); }
 
+// A space axis under its axis scale: the ticks' values (in pi with `pi`) at
+// a step of 1, 2 or 5 times a power of ten, and `drawn`, how far apart they
+// are drawn, about one unit of the reference or more. Scale 1 keeps whole
+// units (pi/2 with pi).
+struct SpaceAxis {
+  AxisSteps steps;
+  double drawn = 1;
+};
+SpaceAxis SpaceAxisFor(int axis, bool pi) {
+  const double s = DrawnScale(axis), unit = pi ? kPi : 1;
+  double st = pi ? 0.5 : 1;  // in units
+  for (int i = 0; i < 60 && st * unit * s < 0.99; ++i) st = StepUp(st);
+  for (int i = 0; i < 60 && StepDown(st) * unit * s >= 0.99; ++i) st = StepDown(st);
+  SpaceAxis a;
+  a.steps.unit = unit;
+  a.steps.tick = a.steps.grid = st * unit;
+  a.drawn = st * unit * s;
+  return a;
+}
+SpaceAxis Halved(SpaceAxis a) {
+  a.steps.tick /= 2;
+  a.drawn /= 2;
+  return a;
+}
+
 void DrawPlaneGrid() {
   const PlaneWindow w = VisiblePlane();
   const Cls3& a = AxisObject;
@@ -286,8 +312,8 @@ CLine& AxisVectorXZ() {
 
 void GridSteps(double& stepX, double& stepY) {
   if (SceneMode != 1) {
-    stepX = AxisObject.ShowPI ? kPi / 2 : 1;
-    stepY = 1;
+    stepX = SpaceAxisFor(0, AxisObject.ShowPI).steps.tick;
+    stepY = SpaceAxisFor(1, false).steps.tick;
     return;
   }
   const PlaneWindow w = VisiblePlane();
@@ -299,7 +325,61 @@ Position SnappedToGrid(const Position& p) {
   double sx = 1, sy = 1;
   GridSteps(sx, sy);
   auto snap = [](double v, double st) { return static_cast<float>(std::nearbyint(v / st) * st); };
-  return Position(snap(p.x, sx), snap(p.y, sy), static_cast<float>(std::nearbyint(p.z)));
+  return Position(snap(p.x, sx), snap(p.y, sy), snap(p.z, SpaceAxisFor(2, false).steps.tick));
+}
+
+bool ShadowOn() { return SceneMode == 3 && AxisObject.ShowShadow; }
+
+void DrawShadow(const std::function<void()>& casters) {
+  // The stencil marks the casters' shadow; without one the scene has none.
+  GLint stencil = 0;
+  glGetIntegerv(GL_STENCIL_BITS, &stencil);
+  const CBox b = ViewGraph.GetBox();
+  if (stencil <= 0 || !(b.MinX <= b.MaxX) || !(b.MinZ <= b.MaxZ)) return;
+  // The floor: the lowest point of the document, or the xy plane below it.
+  const float z0 = std::fmin(0.0f, b.MinZ), rise = b.MaxZ - z0;
+  // Light from above, a little from the side: a point at height h above the
+  // floor falls (kSlantX h, kSlantY h) aside. The matrix maps (x, y, z) to
+  // (x + kSlantX (z - z0), y + kSlantY (z - z0), z0), column by column.
+  constexpr float kSlantX = 0.35f, kSlantY = 0.25f;
+  const float flatten[16] = {1, 0, 0, 0, 0, 1, 0, 0, kSlantX, kSlantY, 0, 0, -kSlantX * z0, -kSlantY * z0, z0, 1};
+  glPushAttrib(GL_ALL_ATTRIB_BITS);
+  glClearStencil(0);
+  glClear(GL_STENCIL_BUFFER_BIT);
+  glEnable(GL_STENCIL_TEST);
+  glStencilFunc(GL_ALWAYS, 1, 0xFF);
+  glStencilOp(GL_KEEP, GL_KEEP, GL_REPLACE);
+  glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+  glDepthMask(GL_FALSE);
+  glDisable(GL_DEPTH_TEST);
+  glDisable(GL_LIGHTING);
+  glPushMatrix();
+  glMultMatrixf(flatten);
+  casters();
+  glPopMatrix();
+  // Once over each marked pixel of the floor that is in sight: a dark, see-through quad.
+  glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+  glStencilFunc(GL_EQUAL, 1, 0xFF);
+  glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
+  glEnable(GL_DEPTH_TEST);
+  glDepthFunc(GL_LEQUAL);
+  glDepthMask(GL_FALSE);
+  glDisable(GL_LIGHTING);
+  glDisable(GL_TEXTURE_2D);
+  glDisable(GL_CULL_FACE);
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+  // A little behind the floor, so that a face lying on it is not darkened.
+  glEnable(GL_POLYGON_OFFSET_FILL);
+  glPolygonOffset(1, 2);
+  glColor4f(0.08f, 0.08f, 0.12f, 0.45f);
+  const float m = std::fmax(std::fmax(b.MaxX - b.MinX, b.MaxY - b.MinY), rise) + 1;
+  const float x0 = b.MinX - m, x1 = b.MaxX + kSlantX * rise + m, y0 = b.MinY - m, y1 = b.MaxY + kSlantY * rise + m;
+  glBegin(GL_QUADS);
+  glVertex3f(x0, y0, z0), glVertex3f(x1, y0, z0), glVertex3f(x1, y1, z0), glVertex3f(x0, y1, z0);
+  glEnd();
+  glPopAttrib();
 }
 
 void DrawBackground() {
@@ -376,8 +456,10 @@ void DrawGrid() {
     glEnable(GL_LINE_SMOOTH);
     const Cls3& a = AxisObject;
     const double X = Half(a.LabelNumX) + 1, Y = Half(a.LabelNumY) + 1;
-    if (a.ShowSecondaryGrid) GridLines(-X, X, -Y, Y, 0.5, 0.5, a.SecGridColor);
-    if (a.ShowprimaryGrid) GridLines(-X, X, -Y, Y, 1, 1, a.PriGridColor);
+    // At the ticks' values, drawn where the axis scales put them.
+    const double gx = SpaceAxisFor(0, false).drawn, gy = SpaceAxisFor(1, false).drawn;
+    if (a.ShowSecondaryGrid) GridLines(-X, X, -Y, Y, gx / 2, gy / 2, a.SecGridColor);
+    if (a.ShowprimaryGrid) GridLines(-X, X, -Y, Y, gx, gy, a.PriGridColor);
     glDisable(GL_LINE_SMOOTH);
     glDisable(GL_BLEND);
   }
@@ -395,41 +477,36 @@ void DrawAxes() {
   const float X = Half(set.LabelNumX), Y = Half(set.LabelNumY), Z = Half(set.LabelNumZ), size = 0.35f;
   DrawAxisVector(AxisVectorY(), 0, -(Y + 1), 0, 0, Y + 1, 0);
   DrawAxisVector(AxisVectorXZ(), -(X + 1), 0, 0, X + 1, 0, 0);
-  AxisSteps xs;
-  if (set.ShowPI) {
-    xs.unit = kPi;
-    xs.tick = kPi / 2;
-  }
-  const AxisSteps ys;
+  // Ticks at the axes' values, drawn where the axis scales put them.
+  const SpaceAxis xs = SpaceAxisFor(0, set.ShowPI), ys = SpaceAxisFor(1, false), zs = SpaceAxisFor(2, false);
   glLineWidth(AxisWidth());
   glBegin(GL_LINES);
-  ForTicks(-Y - 0.5, Y + 0.5, 0, 1, [&](float v, long) { Segment(0, v, 0, 0.2f, v, 0); });
-  ForTicks(-X - 0.5, X + 0.5, 0, xs.tick, [&](float v, long) { Segment(v, 0, 0, v, 0.2f, 0); });
-  ForTicks(-Z - 0.5, Z + 0.5, 0, 1, [&](float v, long) { Segment(0, 0, v, 0.2f, 0, v); });
+  ForTicks(-Y - 0.5, Y + 0.5, 0, ys.drawn, [&](float v, long) { Segment(0, v, 0, 0.2f, v, 0); });
+  ForTicks(-X - 0.5, X + 0.5, 0, xs.drawn, [&](float v, long) { Segment(v, 0, 0, v, 0.2f, 0); });
+  ForTicks(-Z - 0.5, Z + 0.5, 0, zs.drawn, [&](float v, long) { Segment(0, 0, v, 0.2f, 0, v); });
   glEnd();
-  ForTicks(-Y - 0.5, Y + 0.5, 0, 1, [&](float v, long i) { AxisText(i < 0 ? -0.5f : -0.4f, v - 0.1f, 0, TickText(i, ys), size); });
-  ForTicks(-X - 0.5, X + 0.5, 0, xs.tick, [&](float v, long i) { AxisText(v - 0.1f, -0.4f, 0, TickText(i, xs), size); });
+  ForTicks(-Y - 0.5, Y + 0.5, 0, ys.drawn,
+           [&](float v, long i) { AxisText(i < 0 ? -0.5f : -0.4f, v - 0.1f, 0, TickText(i, ys.steps), size); });
+  ForTicks(-X - 0.5, X + 0.5, 0, xs.drawn, [&](float v, long i) { AxisText(v - 0.1f, -0.4f, 0, TickText(i, xs.steps), size); });
   if (set.ShowSecondaryLabel) {
     // Half-length ticks with their numbers halfway between the whole ones.
-    AxisSteps hx = xs, hy = ys;
-    hx.tick /= 2;
-    hy.tick /= 2;
+    const SpaceAxis hx = Halved(xs), hy = Halved(ys);
     glBegin(GL_LINES);
-    ForTicks(-Y - 0.5, Y + 0.5, 0, hy.tick, [&](float v, long i) { if (i % 2) Segment(0, v, 0, 0.1f, v, 0); });
-    ForTicks(-X - 0.5, X + 0.5, 0, hx.tick, [&](float v, long i) { if (i % 2) Segment(v, 0, 0, v, 0.1f, 0); });
+    ForTicks(-Y - 0.5, Y + 0.5, 0, hy.drawn, [&](float v, long i) { if (i % 2) Segment(0, v, 0, 0.1f, v, 0); });
+    ForTicks(-X - 0.5, X + 0.5, 0, hx.drawn, [&](float v, long i) { if (i % 2) Segment(v, 0, 0, v, 0.1f, 0); });
     glEnd();
-    ForTicks(-Y - 0.5, Y + 0.5, 0, hy.tick, [&](float v, long i) {
-      if (i % 2) AxisText(i < 0 ? -0.7f : -0.6f, v - 0.1f, 0, TickText(i, hy), size);
+    ForTicks(-Y - 0.5, Y + 0.5, 0, hy.drawn, [&](float v, long i) {
+      if (i % 2) AxisText(i < 0 ? -0.7f : -0.6f, v - 0.1f, 0, TickText(i, hy.steps), size);
     });
-    ForTicks(-X - 0.5, X + 0.5, 0, hx.tick, [&](float v, long i) {
-      if (i % 2) AxisText(v - 0.1f, -0.4f, 0, TickText(i, hx), size);
+    ForTicks(-X - 0.5, X + 0.5, 0, hx.drawn, [&](float v, long i) {
+      if (i % 2) AxisText(v - 0.1f, -0.4f, 0, TickText(i, hx.steps), size);
     });
   }
   AxisText(-0.3f, -0.4f, 0, "O", size);
   AxisText(-0.4f, Y + 0.8f, 0, set.TitleY, size);
   AxisText(X + 0.8f, -0.4f, 0, set.TitleX, size);
   DrawAxisVector(AxisVectorXZ(), 0, 0, -(Z + 1), 0, 0, Z + 1);
-  ForTicks(-Z - 0.5, Z + 0.5, 0, 1, [&](float v, long i) { AxisText(-0.3f, 0, v - 0.1f, TickText(i, ys), size); });
+  ForTicks(-Z - 0.5, Z + 0.5, 0, zs.drawn, [&](float v, long i) { AxisText(-0.3f, 0, v - 0.1f, TickText(i, zs.steps), size); });
   AxisText(-0.3f, 0, Z + 0.8f, set.TitleZ, size);
   glEnable(GL_LIGHTING);
 }

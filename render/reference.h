@@ -3,6 +3,8 @@
 // AxisObject (view_state.h) keeps how they look for the dialogs.
 #pragma once
 
+#include <functional>
+
 #include "geometry/position.h"
 
 namespace vt {
@@ -24,7 +26,9 @@ void DrawGrid();
 
 // The axes as vectors with arrow heads, ticks, numbers beside the ticks, "O"
 // and the titles, and in the space scene the z axis. Space: each axis
-// carries LabelNum whole-number ticks each side and reaches one unit beyond.
+// carries LabelNum whole-number ticks each side and reaches one unit beyond;
+// under an axis scale (DrawnScale) its ticks show the true values at a step of
+// 1, 2 or 5 times a power of ten, drawn about one unit apart or more.
 // Plane: both axes across the visible part, ticks at a readable step, ticks
 // and number places scaled with the view so they keep their size on the
 // screen (the start view: as in space).
@@ -35,10 +39,21 @@ void DrawAxes();
 void DrawBackground();
 
 // The step of the grid as drawn now, in x and y (plane: the compiled view's
-// adaptive step; space: whole units, pi/2 in x with "Show PI").
+// adaptive step; space: the ticks' step under the axis scales, whole units
+// at scale 1, pi/2 in x with "Show PI").
 void GridSteps(double& stepX, double& stepY);
-// The nearest grid node to a point (z to a whole number).
+// The nearest grid node to a point (z to the z axis's tick step, a whole
+// number in the plane scene and at scale 1).
 Position SnappedToGrid(const Position& p);
+
+// The space scene's shadow ("Shadow" of the axis settings): the objects as
+// light from above casts them on the floor, the plane z = min(0, lowest z of
+// the document), drawn dark and see-through over what is in sight there.
+// DrawShadow marks the casters (drawn by `casters`, flattened) in the
+// stencil, then darkens the marked floor once per pixel; nothing without a
+// stencil buffer. State is left as it was.
+bool ShadowOn();
+void DrawShadow(const std::function<void()>& casters);
 
 // The two vectors the axes are drawn with, kept between frames: one for y,
 // one for x and z.

@@ -1,8 +1,11 @@
 // The view and axis settings kept with the document: optional fields at the
 // end of the GL record, after the marker "VS1", written only when a setting
 // differs from its default, so that a document without them reads as
-// before and older readers pass over them.
+// before and older readers pass over them. Fields added later (the shadow
+// and the axis scales) come last and read as defaults when a record ends
+// before them.
 #include <array>
+#include <cmath>
 #include <exception>
 #include <string>
 
@@ -21,6 +24,7 @@ struct Kept {
   int projectType = 1;
   std::array<float, 6> box{-500, 500, -500, 500, -500, 500};
   Cls3 axis;
+  std::array<float, 3> scale{1, 1, 1};
 };
 
 Kept Current() {
@@ -28,6 +32,7 @@ Kept Current() {
   k.projectType = View.ProjectType;
   k.box = {BoxMinX, BoxMaxX, BoxMinY, BoxMaxY, BoxMinZ, BoxMaxZ};
   k.axis = AxisObject;
+  k.scale = {ScaleX, ScaleY, ScaleZ};
   return k;
 }
 
@@ -41,7 +46,8 @@ std::string Fields(const Kept& k) {
        n(a.LabelNumZ) + b(a.ShowprimaryGrid) + b(a.ShowSecondaryGrid) + b(a.ShowBackground) + n(a.BackColor) +
        n(a.BackColor2) + b(a.BetterFonts) + " " + TextField(a.TitleX) + " " + TextField(a.TitleY) + " " +
        TextField(a.TitleZ) + b(a.ShowXYPanel) + b(a.ShowXZPanel) + b(a.ShowYZPanel) + n(a.XYPanelMaterial) +
-       n(a.XZPanelMaterial) + n(a.YZPanelMaterial) + n(a.AxisColor);
+       n(a.XZPanelMaterial) + n(a.YZPanelMaterial) + n(a.AxisColor) + b(a.ShowShadow);
+  for (float v : k.scale) s += " " + SingleToText(v);
   return s;
 }
 
@@ -59,6 +65,7 @@ void ResetSceneSettings() {
   BoxMaxX = BoxMaxY = BoxMaxZ = 500;
   AxisObject = Cls3();
   AxisObject.Show = show;
+  ScaleX = ScaleY = ScaleZ = 1;
 }
 
 void ReadSceneSettings(RecordReader& r) {
@@ -91,6 +98,13 @@ void ReadSceneSettings(RecordReader& r) {
       a.XZPanelMaterial = r.Int();
       a.YZPanelMaterial = r.Int();
       a.AxisColor = static_cast<std::uint32_t>(r.Long());
+      if (!r.AtEnd()) {
+        a.ShowShadow = r.Bool();
+        for (float& v : k.scale) {
+          v = r.Single();
+          if (!(v > 0) || !std::isfinite(v)) v = 1;  // a scale must be above 0
+        }
+      }
     }
   } catch (const std::exception&) {
     k = Kept();  // a damaged tail costs the settings only
@@ -100,6 +114,7 @@ void ReadSceneSettings(RecordReader& r) {
   BoxMaxZ = k.box[5];
   k.axis.Show = AxisObject.Show;
   AxisObject = k.axis;
+  ScaleX = k.scale[0], ScaleY = k.scale[1], ScaleZ = k.scale[2];
 }
 
 }  // namespace vt

@@ -14,6 +14,7 @@
 #include "render/frame.h"
 #include "render/gl_batch.h"
 #include "render/text.h"
+#include "render/view_state.h"
 
 namespace vt {
 
@@ -240,6 +241,11 @@ void EndLabelBatch() {
   g_labels.clear();
 }
 
+void DropLabelBatch() {
+  g_labelBatch = false;
+  g_labels.clear();
+}
+
 bool InLabelBatch() { return g_labelBatch; }
 
 bool InPointBatch() { return g_pointBatch; }
@@ -258,7 +264,7 @@ void QueueLabel(float x, float y, float z, const std::string& text) {
 void DrawBall(float radius) {
   if (g_ballList) {
     glPushMatrix();
-    glScalef(radius, radius, radius);
+    glScalef(radius / DrawnScale(0), radius / DrawnScale(1), radius / DrawnScale(2));
     glCallList(g_ballList);
     glPopMatrix();
     return;
@@ -331,11 +337,21 @@ ViewFrame FrameOf(const WindowProjection& m) {
 }  // namespace
 
 bool DrawBallCap(float x, float y, float z, float radius) {
-  const WindowProjection& m = CompiledProjection();
+  // Under uneven axis scales the ball is built round where it is drawn (the
+  // view without the scales) and its vertices written back in scene units.
+  const double S[3] = {DrawnScale(0), DrawnScale(1), DrawnScale(2)};
+  const bool scaled = S[0] != 1 || S[1] != 1 || S[2] != 1;
+  WindowProjection unscaled;
+  if (scaled) {
+    unscaled = CompiledProjection();
+    for (int col = 0; col < 3; ++col)
+      for (int row = 0; row < 4; ++row) unscaled.model[col * 4 + row] /= S[col];
+  }
+  const WindowProjection& m = scaled ? unscaled : CompiledProjection();
   if (!m.valid || !(radius > 0)) return false;
   const ViewFrame f = FrameOf(m);
   if (!f.ok) return false;
-  const Vec3 c{x, y, z};
+  const Vec3 c{x * S[0], y * S[1], z * S[2]};
   // Towards the eye, and the circle where the lines of sight touch the ball:
   // a great circle in a parallel view, a little nearer the eye and smaller in
   // a perspective one.
@@ -371,7 +387,7 @@ bool DrawBallCap(float x, float y, float z, float radius) {
     const double s = radius * std::sin(th), h = radius * std::cos(th);
     const std::size_t j = static_cast<std::size_t>(i);
     const Vec3 p = c + h * w + (s * co[j]) * u + (s * si[j]) * v;
-    glVertex3d(p.x, p.y, p.z);
+    glVertex3d(p.x / S[0], p.y / S[1], p.z / S[2]);
   };
   BeginPointPrimitive(GL_TRIANGLES);
   for (int i = 0; i < n; ++i) {

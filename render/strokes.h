@@ -99,6 +99,8 @@ bool InPointBatch();
 // textured glyphs placed where the bitmap glyphs would go).
 void BeginLabelBatch();
 void EndLabelBatch();
+// Ends the batch without writing its labels (a second pass of the objects).
+void DropLabelBatch();
 bool InLabelBatch();
 // Queues a label at a place (the text must live until EndLabelBatch);
 // outside a label batch it is written at once.

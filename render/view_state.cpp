@@ -225,6 +225,19 @@ void Cls3::SetDefault() {
   ShowYZPanel = ShowXZPanel = ShowXYPanel = false;
 }
 
+float DrawnScale(int axis) {
+  if (SceneMode != 3) return 1;
+  const float s = axis == 0 ? ScaleX : axis == 1 ? ScaleY : ScaleZ;
+  return s > 0 && std::isfinite(s) ? s : 1;
+}
+
+void MultSceneScale() {
+  const float sx = DrawnScale(0), sy = DrawnScale(1), sz = DrawnScale(2);
+  if (sx == 1 && sy == 1 && sz == 1) return;
+  glScalef(sx, sy, sz);
+  glEnable(GL_NORMALIZE);
+}
+
 CRegion& GroundRegion() {
   static CRegion ground;
   return ground;

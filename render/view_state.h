@@ -115,6 +115,15 @@ extern float SceneMatrix[16];
 class CRegion;
 CRegion& GroundRegion();
 
+// The axis scale the scene draws an axis with (0 x, 1 y, 2 z): ScaleX, ScaleY
+// or ScaleZ in the space scene (a z scale of 0.2 draws z a fifth as tall),
+// 1 in the plane scene, which draws x and y 1 to 1.
+float DrawnScale(int axis);
+// glScalef of the three drawn scales (nothing when all are 1), with
+// GL_NORMALIZE so that lit normals stay unit under an uneven scale. Called
+// after SceneMatrix wherever the objects are drawn, picked or projected.
+void MultSceneScale();
+
 // The settings a document keeps (projection, view limits, AxisObject) back
 // to their defaults, for a new document (render/settings_record.cpp).
 void ResetSceneSettings();

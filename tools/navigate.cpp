@@ -62,15 +62,15 @@ void mnuViewFitAll_Click() {
     }
   }
   if (!any) b = CBox{-10, 10, -10, 10, 0, 0};
-  // The box as the camera sees it: its corners (in axis units) through the
-  // scene rotation as GL applies the matrix.
+  // The box as the camera sees it: its corners (as the axis scales draw
+  // them) through the scene rotation as GL applies the matrix.
   UpdateSceneMatrix();
   const float* m = SceneMatrix;
   const float big = 3.0e38f;
   CBox v{big, -big, big, -big, big, -big};
   for (int i = 0; i < 8; ++i) {
-    const float x = (i & 1 ? b.MaxX : b.MinX) / ScaleX, y = (i & 2 ? b.MaxY : b.MinY) / ScaleY,
-                z = (i & 4 ? b.MaxZ : b.MinZ) / ScaleZ;
+    const float x = (i & 1 ? b.MaxX : b.MinX) * DrawnScale(0), y = (i & 2 ? b.MaxY : b.MinY) * DrawnScale(1),
+                z = (i & 4 ? b.MaxZ : b.MinZ) * DrawnScale(2);
     const float vx = m[0] * x + m[4] * y + m[8] * z, vy = m[1] * x + m[5] * y + m[9] * z,
                 vz = m[2] * x + m[6] * y + m[10] * z;
     v = CBox{std::fmin(v.MinX, vx), std::fmax(v.MaxX, vx), std::fmin(v.MinY, vy),

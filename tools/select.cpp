@@ -405,6 +405,13 @@ void Drag(const Position& scenePoint, float X, float Y, const Position& farPoint
   if (SpaceScene()) {
     Position q;
     if (LineRegion(nearPoint, farPoint, WorkPlane, q) != 1) return;  // the ray runs along the plane
+    // With snap on, the point in hand goes from node to node of the grid on
+    // its plane of motion (its height stays).
+    if (SnapToGrid && !PickedPointID.empty()) {
+      const Position node = SnappedToGrid(q);
+      q.x = node.x;
+      q.y = node.y;
+    }
     DX = q.x - WorkPlaneStart.x;
     DY = q.y - WorkPlaneStart.y;
   } else {

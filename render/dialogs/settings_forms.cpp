@@ -16,6 +16,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include <initializer_list>
+
 #include "app/canvas.h"
 #include "document/command_table.h"
 
@@ -219,10 +221,11 @@ frmF20::frmF20(QWidget* parent) : QDialog(parent) {
     scaleRow->addWidget(scales_[static_cast<size_t>(i)]);
   }
   g->addLayout(scaleRow);
-  for (QWidget* w : {static_cast<QWidget*>(square_), static_cast<QWidget*>(equal_), static_cast<QWidget*>(custom_),
-                     static_cast<QWidget*>(scales_[0]), static_cast<QWidget*>(scales_[1]),
-                     static_cast<QWidget*>(scales_[2])})
-    Unused(w, tr("The axes keep one scale: x, y and z are drawn 1 to 1."));
+  for (QWidget* w : std::initializer_list<QWidget*>{square_, equal_, custom_, scales_[0], scales_[1], scales_[2]}) {
+    if (PlaneScene()) Unused(w, tr("The plane scene draws x and y 1 to 1: the scales act in the space scene."));
+    else w->setToolTip(tr("How large each axis is drawn in the space scene: a z scale of 0.2 draws z a fifth "
+                          "as tall. Square: 1 each; Equal: the x scale for all three."));
+  }
   auto* settings = new QPushButton(tr("Panels and Titles..."), general);
   settings->setObjectName("cmdSettings");
   connect(settings, &QPushButton::clicked, this, [this] { (new frmF3(parentWidget()))->open(); });
@@ -271,7 +274,8 @@ frmF20::frmF20(QWidget* parent) : QDialog(parent) {
   bk->addWidget(ColourButton(back, "cmdBackColor", tr("Top colour..."), backColour_));
   bk->addWidget(ColourButton(back, "cmdBackColor2", tr("Bottom colour..."), backColour2_));
   bk->addWidget(shadow_);
-  Unused(shadow_, tr("This program draws no shadows."));
+  if (PlaneScene()) Unused(shadow_, tr("The shadow falls on the floor of the space scene."));
+  else shadow_->setToolTip(tr("The objects' shadow on the floor, the plane below the lowest of them"));
   bk->addStretch();
   tabs->addTab(back, tr("Background"));
 

@@ -22,6 +22,7 @@
 #include "geometry/region.h"
 #include "graphs/surface.h"
 #include "graphs/swept.h"
+#include "persist/docio.h"
 #include "render/frame.h"
 #include "render/text.h"
 #include "render/view_state.h"
@@ -96,6 +97,7 @@ class SpaceGallery : public RenderTest {
   void NewSpaceScene(bool lit) {
     ClearDocument();
     mnuFileNew3D_Click();
+    ResetSceneSettings();
     ShowAxis = ShowGrid = false;
     MainLight.LightingOn = lit;
     SetCanvas(kW, kH, 7);
@@ -127,6 +129,43 @@ TEST_F(SpaceGallery, EachSceneStandsInTheUsersAxes) {
          CSurface& s = *Doc.Surfaces.Item(1);
          EXPECT_TRUE(g.PickedAt(s, {0.5f, 0.5f, 2}));
          EXPECT_FALSE(g.PickedAt(s, {0, 2, 0}));
+       }},
+      {"z scale 0.5: z=4 drawn where z=2 is, picked there, kept with the document", false,
+       [](SpaceGallery& g) {
+         ScaleZ = 0.5f;
+         g.Surface(2, 3, "", "", "4", 4, "-1", "1", "-1", "1");
+       },
+       {{0, 0, 4}, {0.8f, -0.8f, 4}},
+       {{0, 2, 0}, {0, 0, 0}},
+       [](SpaceGallery& g) { g.Surface(2, 3, "", "", "2", 4, "-1", "1", "-1", "1"); },
+       [](SpaceGallery& g) {
+         EXPECT_TRUE(g.PickedAt(*Doc.Surfaces.Item(1), {0.5f, 0.5f, 4}));
+         Position* p = g.AddPoint(-1.5f, 2, 0);
+         g.Frame();
+         EXPECT_TRUE(g.PickedAt(*p, {-1.5f, 2, 0}));
+         AxisObject.ShowShadow = true;
+         const std::string text = GetUndoVar();
+         g.NewSpaceScene(false);
+         EXPECT_EQ(GetUndoVar().find("VS1"), std::string::npos);  // defaults add nothing
+         ASSERT_TRUE(OpenDocumentText(text));
+         EXPECT_TRUE(ScaleZ == 0.5f && ScaleX == 1 && AxisObject.ShowShadow);
+       }},
+      {"shadow of a square at z=2 on the floor z=0", false,
+       [square](SpaceGallery& g) {
+         AxisObject.ShowShadow = true;
+         g.Region(square(2));
+       },
+       {{0, 0, 2}},
+       {{-1.8f, -1.8f, 0}},
+       nullptr,
+       [](SpaceGallery& g) {
+         // Dark where the shadow falls (aside from the square), and only there.
+         const P3 in{1.5f, 1.3f, 0}, out{-1.5f, 1.3f, 0};
+         const Rgb dark = g.At(in.x, in.y, in.z);
+         EXPECT_TRUE(dark[0] < 170 && !g.Covered(out)) << dark[0];
+         AxisObject.ShowShadow = false;
+         g.Frame();
+         EXPECT_FALSE(g.Covered(in));
        }},
       {"cylinder a=u, r=1, z=v and a segment turned about the z axis", false,
        [](SpaceGallery& g) { g.Surface(3, 4, "u", "1", "v", 24, "0", "6.2832", "0", "2"); },
@@ -264,7 +303,7 @@ TEST_F(SpaceGallery, EachSceneStandsInTheUsersAxes) {
     Frame();
     // The view of a new 3D document stands z up the screen.
     double ox, oy, zx, zy;
-    ASSERT_TRUE(WindowOf(0, 0, 0, ox, oy) && WindowOf(0, 0, 1, zx, zy));
+    ASSERT_TRUE(WindowOf(0, 0, 0, ox, oy) && WindowOf(0, 0, 1 / ScaleZ, zx, zy));
     ASSERT_GT(zy - oy, 8);
     for (const P3& p : scene.on) EXPECT_TRUE(Covered(p)) << "on " << p.x << "," << p.y << "," << p.z;
     for (const P3& p : scene.off) EXPECT_FALSE(Covered(p)) << "off " << p.x << "," << p.y << "," << p.z;

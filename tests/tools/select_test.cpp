@@ -62,6 +62,19 @@ TEST_F(SelectTest, APointOnASegmentStaysOnItAndOnALineKeepsItsSide) {
   ExpectAt(t, -4, 5);
 }
 
+TEST_F(SelectTest, WithSnapAPointDraggedInSpaceGoesFromNodeToNodeOfTheGridAsDrawn) {
+  SceneMode = 3;
+  SnapToGrid = true;
+  Position* p = Free(0.3f, 0.2f);
+  p->z = 1.5f;
+  DragSlanted(Position(0.3f, 0.2f, 1.5f), Position(2.4f, -0.8f, 1.5f));
+  ExpectAt(p, 2, -1);
+  EXPECT_EQ(p->z, 1.5f);  // on its plane of motion
+  ScaleX = 0.2f;  // x drawn a fifth as wide: ticks and grid lines 5 apart
+  DragSlanted(Position(2, -1, 1.5f), Position(6.9f, -1.2f, 1.5f));
+  ExpectAt(p, 5, -1);
+}
+
 TEST_F(SelectTest, APointWinsOverTheLineItLiesOnAndALineUnderItsEndIsNotTaken) {
   Position* a = Free(0, 0);
   Position* b = Free(4, 0);
