@@ -96,11 +96,8 @@ bool PlaceInView(const CollectionMark& before, const CBox& added, float gap) {
     }
   }
   const float w = added.MaxX - added.MinX, h = added.MaxY - added.MinY;
-  const float margin = 0.03f * std::fmin(view.MaxX - view.MinX, view.MaxY - view.MinY);
+  const float margin = 0.01f * std::fmin(view.MaxX - view.MinX, view.MaxY - view.MinY);
   const CBox inner{view.MinX + margin, view.MaxX - margin, view.MinY + margin, view.MaxY - margin, 0, 0};
-  auto shifted = [&](float dx, float dy) {
-    return CBox{added.MinX + dx, added.MaxX + dx, added.MinY + dy, added.MaxY + dy, 0, 0};
-  };
   auto free = [&](const CBox& b) {
     for (const CBox& t : taken)
       if (Overlap(b, t, gap)) return false;
@@ -110,25 +107,26 @@ bool PlaceInView(const CollectionMark& before, const CBox& added, float gap) {
     return b.MinX >= inner.MinX && b.MaxX <= inner.MaxX && b.MinY >= inner.MinY && b.MaxY <= inner.MaxY;
   };
   if (free(added) && inside(added)) return true;
-  // The grid: cells of the figure's size and a gap, one of them the place
-  // centred in the view.
+  // The grid: cells of the figure's size and a gap from where the file puts
+  // it, so copies of one model line up; counted from the cell nearest the
+  // view's centre.
   const float sx = w + gap, sy = h + gap;
-  const float cx = (view.MinX + view.MaxX) / 2 - (added.MinX + added.MaxX) / 2;
-  const float cy = (view.MinY + view.MaxY) / 2 - (added.MinY + added.MaxY) / 2;
+  const int i0 = static_cast<int>(std::lround(((view.MinX + view.MaxX) - (added.MinX + added.MaxX)) / 2 / sx));
+  const int j0 = static_cast<int>(std::lround(((view.MinY + view.MaxY) - (added.MinY + added.MaxY)) / 2 / sy));
   for (int reach : {1, 3}) {  // in view, then up to three views wide
     const int ni = static_cast<int>((view.MaxX - view.MinX) * reach / sx / 2) + 1;
     const int nj = static_cast<int>((view.MaxY - view.MinY) * reach / sy / 2) + 1;
     for (int dj = 0; dj <= nj; ++dj)
-      for (int j : {dj, -dj}) {
+      for (int j : {dj, -dj})
         for (int di = 0; di <= ni; ++di)
           for (int i : {di, -di}) {
-            const CBox b = shifted(cx + i * sx, cy - j * sy);
+            const float dx = (i0 + i) * sx, dy = (j0 - j) * sy;
+            const CBox b{added.MinX + dx, added.MaxX + dx, added.MinY + dy, added.MaxY + dy, 0, 0};
             if (!free(b) || (reach == 1 && !inside(b))) continue;
-            MoveAdded(before, b.MinX - added.MinX, b.MinY - added.MinY);
+            MoveAdded(before, dx, dy);
             if (reach > 1) mnuViewFitAll_Click();
             return true;
           }
-      }
   }
   return false;
 }
