@@ -282,7 +282,8 @@ bool IntegrateFormula(float from, float to, const std::string& formula, FormulaV
     double spread = 0;  // how far f strays from its mean, for the scaled estimate
     for (int i = 0; i < 15; ++i) spread += kw[i < 8 ? i : 14 - i] * std::fabs(fv[i] - k / 2);
     const double raw = std::fabs(k - g) * std::fabs(h), asc = spread * std::fabs(h);
-    p = {a, b, k * h, asc > 0 && raw > 0 ? asc * std::min(1.0, std::pow(200 * raw / asc, 1.5)) : raw, mag * std::fabs(h)};
+    const double error = asc > 0 && raw > 0 ? asc * std::min(1.0, std::pow(200 * raw / asc, 1.5)) : raw;
+    p = {a, b, k * h, error, mag * std::fabs(h)};
     return true;
   };
   std::vector<Piece> pieces(1);

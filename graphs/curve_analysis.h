@@ -1,5 +1,5 @@
 // What calculus says of a plane curve, as free routines on formula text and
-// on sample arrays: single values of a formula, the trapezoidal integral,
+// on sample arrays: single values of a formula with the digits they are known to, the integral,
 // crossings of a polyline with the x axis, the parity rewrite, the curve's
 // variable table; and the results text panel that the analysis writes to.
 //
