@@ -566,12 +566,40 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
       const double radius = 1 / curvature;
       const double cx = x0 - y1 * g / y2;
       const double cy = y0 + g / y2;
+      // The texts with the digits they are known to, from the spreads of the
+      // point, y' and y''; a y'' of 0 stands in as 0.0001, and what follows
+      // from it is printed whole.
+      std::string t[6] = {Num(x0), Num(y0), Num(static_cast<float>(curvature)), Num(static_cast<float>(radius)),
+                          Num(static_cast<float>(cx)), Num(static_cast<float>(cy))};
+      KnownValue kx, ky, kdx, kdy, kdq;
+      if (ValueKnown(view.px, w, view.var, kx) && ValueKnown(view.py, w, view.var, ky) &&
+          ValueKnown(view.dx, w, view.var, kdx) && ValueKnown(view.dy, w, view.var, kdy) &&
+          ValueKnown(dq, w, view.var, kdq)) {
+        const KnownValue p1 = Quotient(kdy, kdx), p2 = Quotient(kdq, kdx);
+        // base + fn(y', y''), its spread from the corners of the two spreads.
+        auto known = [&](const KnownValue& base, double (*fn)(double, double)) {
+          const double v = base.v + fn(p1.v, p2.v);
+          double s = 0;
+          for (int a : {-1, 1})
+            for (int b : {-1, 1})
+              s = std::max(s, std::fabs(fn(p1.v + a * p1.spread, p2.v + b * p2.spread) - (v - base.v)));
+          return KnownDigitsText(v, s + base.spread + 2.4e-7 * std::fabs(v));
+        };
+        if (view.px != "x") t[0] = kx.Text();
+        t[1] = ky.Text();
+        if (p2.v != 0) {
+          const KnownValue none;
+          t[2] = known(none, [](double p, double q) { return std::fabs(q) / std::pow(p * p + 1, 1.5); });
+          t[3] = known(none, [](double p, double q) { return std::pow(p * p + 1, 1.5) / std::fabs(q); });
+          t[4] = known(kx, [](double p, double q) { return -p * (p * p + 1) / q; });
+          t[5] = known(ky, [](double p, double q) { return (p * p + 1) / q; });
+        }
+      }
       resultLines_.push_back("    Curvature circle:");
-      resultLines_.push_back("      Position: x=" + Num(x0) + ", y=" + Num(y0));
-      resultLines_.push_back("        Curvature: " + Num(static_cast<float>(curvature)));
-      resultLines_.push_back("        The radius of curvature circle: " + Num(static_cast<float>(radius)));
-      resultLines_.push_back("        Center of curvature circle: x=" + Num(static_cast<float>(cx)) +
-                             ", y=" + Num(static_cast<float>(cy)));
+      resultLines_.push_back("      Position: x=" + t[0] + ", y=" + t[1]);
+      resultLines_.push_back("        Curvature: " + t[2]);
+      resultLines_.push_back("        The radius of curvature circle: " + t[3]);
+      resultLines_.push_back("        Center of curvature circle: x=" + t[4] + ", y=" + t[5]);
       circles_.push_back({static_cast<float>(cx), static_cast<float>(cy), static_cast<float>(radius)});
     }
   }

@@ -210,16 +210,19 @@ TEST_F(AnalysisTest, EveryFormAgreesWithAnIndependentComputation) {
     check(c->MinMarks(), k.min);
   }
 
-  // x = u, y = u^2: curvature at the vertex, arc length and area in closed form.
+  // x = u, y = u^2: curvature, arc length and area in closed form.
   auto p = MakeCurve(3, 1, "u", "u^2", 60, "-3", "3");
   p->ShowCurv = p->ShowLen = p->ShowInt = true;
-  p->CurvX = {0};
+  p->CurvX = {1};
   p->LenTo = 1;
   p->IntTo = 3;
   ASSERT_TRUE(p->GetPoints());
-  EXPECT_NEAR(After(p->ResultLines(), "radius of curvature circle: "), 0.5, 1e-4);
-  EXPECT_NEAR(After(p->ResultLines(), "Center of curvature circle: x="), 0, 1e-4);
-  EXPECT_NEAR(After(p->ResultLines(), ", y=", 1), 0.5, 1e-4);
+  // At u = 1: y' = 2, y'' = 2, every digit printed right.
+  const std::string circle = LineWith(p->ResultLines(), "Center of curvature circle: ");
+  ExpectKnownDigits(LineWith(p->ResultLines(), "Curvature: "), "Curvature: ", 2 / std::pow(5, 1.5), 1e-5);
+  ExpectKnownDigits(LineWith(p->ResultLines(), "radius of"), "circle: ", std::pow(5, 1.5) / 2, 1e-5);
+  ExpectKnownDigits(circle, "x=", -4, 1e-5);
+  ExpectKnownDigits(circle, "y=", 3.5, 1e-5);
   EXPECT_NEAR(p->LengthValue(), (2 * std::sqrt(5.0) + std::asinh(2.0)) / 4, 1e-3);
   EXPECT_NEAR(p->IntegralValue(), 9, 1e-2);
 
