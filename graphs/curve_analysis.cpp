@@ -15,8 +15,18 @@ ResultsPanel CurveResults;
 
 // ---- the variable table ------------------------------------------------------------
 
-void CurveTable::Load() {
-  LoadParameterTable(vars);
+void HideOwnNames(VariableTable& vars, int count, int own) {
+  if (own == kOwnNone) return;
+  for (int i = 1; i <= count; ++i) {
+    const std::string& n = vars.Name(i);
+    if (((own & kOwnA) && SameNameNoCase(n, "A")) || ((own & kOwnR) && SameNameNoCase(n, "R")) ||
+        ((own & kOwnB) && SameNameNoCase(n, "B")))
+      vars.SetName(i, "");
+  }
+}
+
+void CurveTable::Load(int own) {
+  HideOwnNames(vars, LoadParameterTable(vars), own);
   U = vars.Add("U");
   V = vars.Add("V");
   X = vars.Add("X");
@@ -60,7 +70,7 @@ FormulaVar VarOfCoordType(int coordType) { return coordType == 2 ? FormulaVar::A
 // ---- single values ---------------------------------------------------------------------
 
 bool FormulaEvaluator::Compile(const std::string& formula, FormulaVar var) {
-  table_.Load();
+  table_.Load(var == FormulaVar::A ? kOwnA : kOwnNone);
   slot_ = var == FormulaVar::X ? table_.X : var == FormulaVar::A ? table_.A : table_.U;
   postfix_.clear();
   ok_ = calc_.InfixToPostfix(formula, table_.vars, postfix_) == 0;
@@ -190,8 +200,10 @@ std::string KnownDigitsText(double v, double spread) {
   int digits = 7;
   while (digits > 1 && spread > 0.5 * std::pow(10.0, e - digits + 1)) --digits;
   const int decimals = digits - 1 - e;
-  if (decimals < 0 || decimals > 12 || std::fabs(v) >= 1e7) return SingleToText(static_cast<float>(v));
-  std::string t = FormatDecimals(v, decimals);
+  if (decimals > 12 || std::fabs(v) >= 1e7) return SingleToText(static_cast<float>(v));
+  // Fewer digits than the whole part has: rounded to tens, hundreds, ...
+  const double unit = decimals < 0 ? std::pow(10.0, -decimals) : 1;
+  std::string t = decimals < 0 ? FormatDecimals(std::round(v / unit) * unit, 0) : FormatDecimals(v, decimals);
   if (t.find('.') != std::string::npos) {
     while (!t.empty() && t.back() == '0') t.pop_back();
     if (!t.empty() && t.back() == '.') t.pop_back();
@@ -199,44 +211,103 @@ std::string KnownDigitsText(double v, double spread) {
   return t == "-0" ? "0" : t;
 }
 
-float IntegrateFormula(float from, float to, float tolerance, const std::string& formula, FormulaVar var,
-                       bool* ok) {
-  if (ok) *ok = false;
-  // Compiled once: the values are those of a compile at every call.
-  FormulaEvaluator f;
-  if (!f.Compile(formula, var)) return 0;
-  auto value = [&f](double t, double& v) {
-    float r;
-    if (!f.Value(static_cast<float>(t), r)) return false;
-    v = r;
-    return true;
-  };
-  double fa, fb;
-  if (!value(from, fa) || !value(to, fb)) return 0;
-  double h = static_cast<double>(to) - from;
-  long n = 1;
-  double s = h * (fa + fb) / 2;
-  constexpr long kMaxIntervals = 1L << 16;
-  for (;;) {
-    double sum = 0;
-    for (long k = 0; k < n; ++k) {
-      double v;
-      if (!value(from + (static_cast<double>(k) + 0.5) * h, v)) return 0;
-      sum += v;
-    }
-    const double next = (s + h * sum) / 2;
-    const bool done = std::fabs(next - s) < tolerance;
-    s = next;
-    if (done || n >= kMaxIntervals) break;
-    h /= 2;
-    n *= 2;
-  }
-  if (ok) *ok = true;
-  return static_cast<float>(s);
+// ---- values known to their digits ---------------------------------------------------
+
+namespace {
+constexpr double kSingleEps = 1.1920929e-7;  // one unit in the last place of a Single at 1
+}  // namespace
+
+std::string KnownValue::Text() const { return KnownDigitsText(v, spread); }
+
+bool ValueKnown(FormulaEvaluator& f, float w, KnownValue& out) {
+  float v, lo, hi;
+  if (!ValueAt(f, w, v)) return false;
+  // A few roundings of the evaluation, and the change across one Single of w
+  // (a position typed as 0.1 is the Single nearest to it).
+  double moves = 0;
+  if (ValueAt(f, std::nextafter(w, -INFINITY), lo)) moves = std::fabs(static_cast<double>(lo) - v);
+  if (ValueAt(f, std::nextafter(w, INFINITY), hi)) moves = std::max(moves, std::fabs(static_cast<double>(hi) - v));
+  out.v = v;
+  out.spread = 2 * kSingleEps * std::fabs(v) + moves;
+  return true;
 }
 
-float IntegrateFormula(float from, float to, float tolerance, const std::string& formula, int coordType, bool* ok) {
-  return IntegrateFormula(from, to, tolerance, formula, VarOfCoordType(coordType), ok);
+bool ValueKnown(const std::string& formula, float w, FormulaVar var, KnownValue& out) {
+  FormulaEvaluator f;
+  return f.Compile(formula, var) && ValueKnown(f, w, out);
+}
+
+KnownValue Quotient(const KnownValue& num, const KnownValue& den) {
+  KnownValue q;
+  q.v = num.v / den.v;
+  const double rn = num.v == 0 ? 0 : num.spread / std::fabs(num.v);
+  q.spread = num.v == 0 ? num.spread / std::fabs(den.v) : std::fabs(q.v) * (rn + den.spread / std::fabs(den.v));
+  return q;
+}
+
+bool IntegrateFormula(float from, float to, const std::string& formula, FormulaVar var, KnownValue& result) {
+  // Compiled once: the values are those of a compile at every call.
+  FormulaEvaluator f;
+  if (!f.Compile(formula, var)) return false;
+  static const double kx[8] = {0.991455371120812639, 0.949107912342758525, 0.864864423359769073,
+                               0.741531185599394440, 0.586087235467691130, 0.405845151377397167,
+                               0.207784955007898468, 0.0};
+  static const double kw[8] = {0.022935322010529225, 0.063092092629978553, 0.104790010322250184,
+                               0.140653259715525919, 0.169004726639267903, 0.190350578064785410,
+                               0.204432940075298892, 0.209482141084727828};
+  static const double gw[4] = {0.129484966168869693, 0.279705391489276668, 0.381830050505118945,
+                               0.417959183673469388};  // at kx[1], kx[3], kx[5], kx[7]
+  struct Piece {
+    double a, b, value, error, absolute;
+  };
+  // The 15-point value of one interval, its error against the 7-point rule
+  // (scaled as the rule's usual estimate does) and the integral of |f|.
+  auto rule = [&](double a, double b, Piece& p) {
+    const double c = (a + b) / 2, h = (b - a) / 2;
+    double fv[15];
+    for (int i = 0; i < 15; ++i) {
+      const double x = i < 7 ? c - h * kx[i] : i == 7 ? c : c + h * kx[14 - i];
+      float v;
+      if (!ValueAt(f, x, v)) return false;
+      fv[i] = v;
+    }
+    double k = 0, g = 0, mag = 0;
+    for (int i = 0; i < 15; ++i) {
+      const double w = kw[i < 8 ? i : 14 - i];
+      k += w * fv[i];
+      mag += w * std::fabs(fv[i]);
+      const int j = i < 8 ? i : 14 - i;
+      if (j % 2 == 1) g += gw[j / 2] * fv[i];
+    }
+    double spread = 0;  // how far f strays from its mean, for the scaled estimate
+    for (int i = 0; i < 15; ++i) spread += kw[i < 8 ? i : 14 - i] * std::fabs(fv[i] - k / 2);
+    const double raw = std::fabs(k - g) * std::fabs(h), asc = spread * std::fabs(h);
+    const double error = asc > 0 && raw > 0 ? asc * std::min(1.0, std::pow(200 * raw / asc, 1.5)) : raw;
+    p = {a, b, k * h, error, mag * std::fabs(h)};
+    return true;
+  };
+  std::vector<Piece> pieces(1);
+  if (!rule(from, to, pieces[0])) return false;
+  for (;;) {
+    double value = 0, error = 0, absolute = 0;
+    size_t worst = 0;
+    for (size_t i = 0; i < pieces.size(); ++i) {
+      value += pieces[i].value, error += pieces[i].error, absolute += pieces[i].absolute;
+      if (pieces[i].error > pieces[worst].error) worst = i;
+    }
+    const double rounding = kSingleEps * absolute;
+    if (error <= rounding / 8 || pieces.size() >= 400) {
+      result.v = value;
+      result.spread = error + rounding;
+      return true;
+    }
+    const Piece p = pieces[worst];
+    const double mid = (p.a + p.b) / 2;
+    Piece left, right;
+    if (!rule(p.a, mid, left) || !rule(mid, p.b, right)) return false;
+    pieces[worst] = left;
+    pieces.push_back(right);
+  }
 }
 
 // ---- crossings -----------------------------------------------------------------------------
@@ -326,9 +397,9 @@ std::string ParityText(const std::string& formula) {
   return out;
 }
 
-bool CurveDerivativeText(const std::string& formula, std::string& text) {
+bool CurveDerivativeText(const std::string& formula, std::string& text, int own) {
   VariableTable parameters;
-  LoadParameterTable(parameters);
+  HideOwnNames(parameters, LoadParameterTable(parameters), own);
   return DerivativeText(formula, "", text, &parameters);
 }
 

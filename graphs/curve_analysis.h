@@ -1,5 +1,5 @@
 // What calculus says of a plane curve, as free routines on formula text and
-// on sample arrays: single values of a formula, the trapezoidal integral,
+// on sample arrays: single values of a formula with the digits they are known to, the integral,
 // crossings of a polyline with the x axis, the parity rewrite, the curve's
 // variable table; and the results text panel that the analysis writes to.
 //
@@ -24,11 +24,22 @@ class CFunCurve;
 // The parameters of the document, then the six free variables U, V, X, Y,
 // A, R, all 0. With p parameters U is slot p + 1, X p + 3, Y p + 4, A p + 5,
 // R p + 6. A slot is 0 when the table had no room for it.
+//
+// A polar curve's angle and radius, where its form gives them values (a in
+// r = f(a), a and r in f(a, r) = 0 and f(a, r) <= 0), are its own: a
+// parameter of that name is hidden from its formula (its slot keeps the
+// value under an empty name, which no formula word matches).
+// Surfaces in cylindrical and spherical form have the same rule for a, r and
+// b (graphs/surface.h).
+enum OwnNames { kOwnNone = 0, kOwnA = 1, kOwnR = 2, kOwnB = 4 };
+// Empties the names of the parameters (slots 1..count) that own names hide.
+void HideOwnNames(VariableTable& vars, int count, int own);
 struct CurveTable {
   VariableTable vars;
   int U = 0, V = 0, X = 0, Y = 0, A = 0, R = 0;
-  // Fills the table anew (LoadParameterTable and the six names).
-  void Load();
+  // Fills the table anew (LoadParameterTable and the six names), hiding the
+  // parameters named as the own names in `own` (OwnNames bits).
+  void Load(int own = kOwnNone);
   // The names as one text, to tell whether a compiled text still fits.
   std::string NamesKey() const;
 };
@@ -40,7 +51,8 @@ bool CompileFormula(const std::string& text, const VariableTable& vars, std::str
 // broken text); an overflow gives BreakValue and true.
 bool EvaluatePostfix(Cls6& calc, const std::string& postfix, const VariableTable& vars, float& value);
 
-// Which variable the value of a single-variable formula goes to.
+// Which variable the value of a single-variable formula goes to. A is the
+// angle of a polar curve r = f(a) and hides a parameter named a.
 enum class FormulaVar { X, A, U };
 // CoordType 1 gives X, 2 gives A.
 FormulaVar VarOfCoordType(int coordType);
@@ -70,6 +82,20 @@ class FormulaEvaluator {
 float FormulaValue(const std::string& formula, float x, int coordType, bool* ok = nullptr);
 float FormulaValue(const std::string& formula, float x, FormulaVar var, bool* ok = nullptr);
 
+// A value with how far it is known: the rounding of the Single evaluation
+// and how far the value moves between the Singles next to the argument.
+struct KnownValue {
+  double v = 0;
+  double spread = 0;
+  std::string Text() const;  // KnownDigitsText(v, spread)
+};
+// The formula's value at w that way; false when it fails or breaks.
+bool ValueKnown(FormulaEvaluator& f, float w, KnownValue& out);
+bool ValueKnown(const std::string& formula, float w, FormulaVar var, KnownValue& out);
+// A quotient of two known values (a slope dy / dx); its spread from the
+// relative spreads of both.
+KnownValue Quotient(const KnownValue& num, const KnownValue& den);
+
 // ---- zeros refined on the formula ------------------------------------------------------
 // Roots, extrema and inflexions are zeros of a formula of one variable. A
 // zero is refined on the formula in Single (as every value is evaluated) and
@@ -88,18 +114,17 @@ bool RefineSignChange(FormulaEvaluator& f, float a, float b, RefinedZero& z);
 // within the rounding of a Single evaluation.
 bool RefineTouch(FormulaEvaluator& f, float a, float b, RefinedZero& z);
 // A value known to +- spread with no more significant digits than that
-// allows (at most 7), trailing zeros dropped: "-2", "1.414214", "9.42478".
+// allows (at most 7), trailing zeros dropped: "-2", "1.414214", "9.42478",
+// "-1670" (a whole part longer than the digits known is rounded).
 std::string KnownDigitsText(double v, double spread);
 
-// Trapezoidal refinement of the integral of the formula from `from` to
-// `to`: h = to - from, n = 1, s = h (f(from) + f(to)) / 2; then each round
-// adds the n midpoints, s' = (s + h * sum) / 2, until |s' - s| is below the
-// tolerance, halving h and doubling n. At most 2^16 intervals. ok is false
-// when the formula does not compile or a value fails (the result is then 0).
-float IntegrateFormula(float from, float to, float tolerance, const std::string& formula, int coordType,
-                       bool* ok = nullptr);
-float IntegrateFormula(float from, float to, float tolerance, const std::string& formula, FormulaVar var,
-                       bool* ok = nullptr);
+// The integral of the formula from `from` to `to` by adaptive Gauss-Kronrod
+// (7 and 15 points, the interval of the largest error halved next, at most
+// 400 intervals), summed in double. Its spread is the estimated error of
+// the rule plus the Single rounding of the values (one unit in the last
+// place of the integral of |f|). False when the formula does not compile or a
+// value fails or breaks on the way.
+bool IntegrateFormula(float from, float to, const std::string& formula, FormulaVar var, KnownValue& result);
 
 // Crossing of the segments P1 P2 and Q1 Q2 in the xy plane. The ends are
 // ordered by x; parallel segments cross when they lie on one line and their
@@ -126,9 +151,9 @@ std::vector<AxisCrossing> AxisCrossings(const std::vector<Position>& samples);
 std::string ParityText(const std::string& formula);
 
 // The derivative text of a curve formula (DerivativeText: the curve's
-// variables derive to 1, the document's parameters to 0), which shows its
-// own message on failure.
-bool CurveDerivativeText(const std::string& formula, std::string& text);
+// variables derive to 1, the document's parameters to 0, but for those
+// hidden by the own names in `own`), which shows its own message on failure.
+bool CurveDerivativeText(const std::string& formula, std::string& text, int own = kOwnNone);
 
 // ---- the results panel -------------------------------------------------------------
 // The text panel beside the canvas. Each curve owns its part: its Draw

@@ -17,6 +17,7 @@
 #include "graphs/curve_analysis.h"
 #include "render/frame.h"
 #include "render/text.h"
+#include "render/view_state.h"
 #include "tools/canvas_input.h"
 
 namespace vt {
@@ -101,20 +102,49 @@ CurveForm NewCurveForm() {
   return f;
 }
 
+namespace {
+// Where the ray through a window point of the compiled frame meets z = 0
+// inside the volume.
+bool OnPlane(const WindowProjection& m, double wx, double wy, double& x, double& y) {
+  double n[3], f[3];
+  if (!gluUnProject(wx, wy, 0, m.model, m.proj, m.viewport, &n[0], &n[1], &n[2]) ||
+      !gluUnProject(wx, wy, 1, m.model, m.proj, m.viewport, &f[0], &f[1], &f[2]) || std::fabs(f[2] - n[2]) < 1e-12)
+    return false;
+  const double t = -n[2] / (f[2] - n[2]);
+  x = n[0] + t * (f[0] - n[0]);
+  y = n[1] + t * (f[1] - n[1]);
+  return t >= 0 && t <= 1;
+}
+}  // namespace
+
+bool VisiblePlaneArea(CBox& area) {
+  if (SceneMode == 3) return false;
+  const WindowProjection& m = CompiledProjection();
+  if (!m.valid || m.viewport[2] <= 0 || m.viewport[3] <= 0) {
+    // No frame yet: the orthographic volume about the camera's reference.
+    if (View.ProjectType != 1 || View.VolWidth <= 0 || View.VolHeight <= 0) return false;
+    area = CBox{View.RefPos.x - View.VolWidth / 2, View.RefPos.x + View.VolWidth / 2,
+                View.RefPos.y - View.VolHeight / 2, View.RefPos.y + View.VolHeight / 2, 0, 0};
+    return true;
+  }
+  double lo[2] = {1e30, 1e30}, hi[2] = {-1e30, -1e30};
+  const double left = m.viewport[0], bottom = m.viewport[1];
+  for (double wx : {left, left + m.viewport[2]})
+    for (double wy : {bottom, bottom + m.viewport[3]}) {
+      double x, y;
+      if (!OnPlane(m, wx, wy, x, y)) return false;
+      lo[0] = std::min(lo[0], x), hi[0] = std::max(hi[0], x);
+      lo[1] = std::min(lo[1], y), hi[1] = std::max(hi[1], y);
+    }
+  area = CBox{static_cast<float>(lo[0]), static_cast<float>(hi[0]), static_cast<float>(lo[1]),
+              static_cast<float>(hi[1]), 0, 0};
+  return true;
+}
+
 bool VisiblePlaneRange(float& minX, float& maxX, float& minY, float& maxY) {
   const WindowProjection& m = CompiledProjection();
   if (!m.valid || m.viewport[2] <= 0 || m.viewport[3] <= 0) return false;
-  // Where the ray through a window point meets z = 0 inside the volume.
-  auto onPlane = [&m](double wx, double wy, double& x, double& y) {
-    double n[3], f[3];
-    if (!gluUnProject(wx, wy, 0, m.model, m.proj, m.viewport, &n[0], &n[1], &n[2]) ||
-        !gluUnProject(wx, wy, 1, m.model, m.proj, m.viewport, &f[0], &f[1], &f[2]) || std::fabs(f[2] - n[2]) < 1e-12)
-      return false;
-    const double t = -n[2] / (f[2] - n[2]);
-    x = n[0] + t * (f[0] - n[0]);
-    y = n[1] + t * (f[1] - n[1]);
-    return t >= 0 && t <= 1;
-  };
+  auto onPlane = [&m](double wx, double wy, double& x, double& y) { return OnPlane(m, wx, wy, x, y); };
   const double left = m.viewport[0], bottom = m.viewport[1];
   const double width = m.viewport[2], height = m.viewport[3];
   double lo[2] = {1e30, 1e30}, hi[2] = {-1e30, -1e30};
@@ -125,12 +155,10 @@ bool VisiblePlaneRange(float& minX, float& maxX, float& minY, float& maxY) {
   double cx, cy;
   if (!onPlane(left + width / 2, bottom + height / 2, cx, cy)) return false;
   if (SceneMode != 3) {
-    for (double wx : {left, left + width})
-      for (double wy : {bottom, bottom + height}) {
-        double x, y;
-        if (!onPlane(wx, wy, x, y)) return false;
-        take(x, y);
-      }
+    CBox area;
+    if (!VisiblePlaneArea(area)) return false;
+    take(area.MinX, area.MinY);
+    take(area.MaxX, area.MaxY);
   } else {
     // The nearer edge at the depth of the centre's point.
     double wx, wy, wz, ex, ey, ez, fx, fy, fz;

@@ -90,6 +90,10 @@ CurveForm NewCurveForm();
 // centre, as wide as the nearer canvas edge. False before any frame, or
 // when the view does not meet the plane.
 bool VisiblePlaneRange(float& minX, float& maxX, float& minY, float& maxY);
+// The canvas's rectangle on the plane z = 0 in the plane scene, not rounded:
+// from the last drawn frame, or before any frame from the camera (looking
+// down z). False in space, and when the view does not meet the plane.
+bool VisiblePlaneArea(CBox& area);
 // The fields of an existing curve.
 CurveForm LoadCurveForm(const CFunCurve& curve);
 

@@ -83,7 +83,15 @@ void CFunCurve::Init(const std::string& id, const std::string& name, int graphTy
 
 // ---- sampling ------------------------------------------------------------------------
 
-bool CFunCurve::EvaluateRange(CurveTable& table, float& start, float& end) const {
+int CFunCurve::OwnNames() const {
+  if (CoordType != 2) return kOwnNone;
+  if (FunForm == 2) return kOwnA;
+  return FunForm == 1 || FunForm == 4 ? kOwnA | kOwnR : kOwnNone;
+}
+
+bool CFunCurve::EvaluateRange(float& start, float& end) const {
+  CurveTable table;
+  table.Load();
   std::string pmin, pmax;
   if (!Compile(MinU, table.vars, pmin) || !Compile(MaxU, table.vars, pmax)) return false;
   Cls6 calc;
@@ -99,7 +107,7 @@ bool CFunCurve::Sample(const std::string& px, const std::string& py, int steps, 
   const float du = (end - start) / static_cast<float>(steps);
   for (int i = 0; i <= steps; ++i) {
     const float t = du * static_cast<float>(i) + start;
-    table.Load();  // parameters as they stand now
+    table.Load(OwnNames());  // parameters as they stand now
     float* v = table.vars.values;
     double x = 0, y = 0;
     if (FunForm == 2) {
@@ -176,14 +184,14 @@ bool CFunCurve::GetPoints() {
   else JOVert.clear();
 
   CurveTable table;
-  table.Load();
+  table.Load(OwnNames());
   std::string px, py;
   // Only the parametric form has a formula of its own in ExpressX.
   if (FunForm == 3 && !Compile(fx, table.vars, px)) return false;
   if (!Compile(fy, table.vars, py)) return false;
   RecordFormulaInputs(ID, {ExpressX, ExpressY, MinU, MaxU, CurvPosExp, QiePosExp, NmlPosExp});
   float start, end;
-  if (!EvaluateRange(table, start, end)) return false;
+  if (!EvaluateRange(start, end)) return false;
   StartValue = start;
   EndValue = end;
   if (!SamplesGraphType(GraphType)) {
@@ -221,7 +229,7 @@ ParametricView PlaneView(int funForm, int coordType, const std::string& fx, cons
 // The view of the curve as x(w), y(w) with derivatives; dxText and dyText
 // are the curve's first-derivative texts when they exist.
 ParametricView MakeView(int funForm, int coordType, const std::string& fx, const std::string& fy,
-                        const std::string& dxText, const std::string& dyText, bool haveDerivatives) {
+                        const std::string& dxText, const std::string& dyText, bool haveDerivatives, int own) {
   ParametricView v = PlaneView(funForm, coordType, fx, fy);
   if (coordType != 2) {
     v.dx = funForm == 2 ? std::string("1") : dxText;
@@ -230,7 +238,7 @@ ParametricView MakeView(int funForm, int coordType, const std::string& fx, const
     return v;
   }
   // Polar: derived as one text.
-  v.ok = CurveDerivativeText(v.px, v.dx) && CurveDerivativeText(v.py, v.dy);
+  v.ok = CurveDerivativeText(v.px, v.dx, own) && CurveDerivativeText(v.py, v.dy, own);
   return v;
 }
 
@@ -301,9 +309,6 @@ bool ZeroPoint(int kind, const ParametricView& view, const RefinedZero& z, float
   return true;
 }
 
-// The slope of a direction, 10000 for a vertical one.
-float SlopeOf(double dx, double dy) { return dx == 0 ? 10000.0f : static_cast<float>(dy / dx); }
-
 bool AnyHole(std::initializer_list<float> values) {
   for (float v : values)
     if (v == BreakValue) return true;
@@ -355,11 +360,10 @@ void CFunCurve::ComputeLength(bool form3, bool polar, const std::string& fy, con
     integrand = polar ? "sqr((" + dy + ")^2+(" + fy + ")^2*(" + dx + ")^2)"
                       : "sqr((" + dx + ")^2+(" + dy + ")^2)";
   }
-  bool ok = false;
-  length_ = IntegrateFormula(LenFrom, LenTo, 0.001f, integrand, var, &ok);
-  if (ok)
-    resultLines_.push_back("    The length of curve from " + Num(LenFrom) + " to " + Num(LenTo) + " is " +
-                           Num(length_));
+  KnownValue length;
+  if (!IntegrateFormula(LenFrom, LenTo, integrand, var, length)) return;
+  length_ = static_cast<float>(length.v);
+  resultLines_.push_back("    The length of curve from " + Num(LenFrom) + " to " + Num(LenTo) + " is " + length.Text());
 }
 
 void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
@@ -369,8 +373,9 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
   const bool needFirst = ShowDev || ShowQie || ShowNml || ShowMax || ShowMin || ShowCurv || ShowGuai || ShowLen ||
                          (ShowInt && form3);
   const bool needSecond = ShowGuai || ShowCurv;
+  const int own = OwnNames();
   CurveTable table;
-  table.Load();
+  table.Load(own);
   auto addZero = [this](int kind, const ParametricView& v, const RefinedZero& z) {
     float x, y;
     std::string xText, yText;
@@ -380,7 +385,7 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
   // First and second derivatives, texts and samples.
   std::string dx, dy, ddx, ddy;
   if (needFirst) {
-    devOk_ = CurveDerivativeText(fy, dy) && (!form3 || CurveDerivativeText(fx, dx));
+    devOk_ = CurveDerivativeText(fy, dy, own) && (!form3 || CurveDerivativeText(fx, dx, own));
     if (devOk_ && sampleDerived) {
       // The derived curve of x(u), y(u) is the graph of dy/dx over x.
       const bool slope = form3 && !polar;
@@ -392,7 +397,7 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
     }
   }
   if (needSecond && devOk_) {
-    dev2Ok_ = CurveDerivativeText(dy, ddy) && (!form3 || CurveDerivativeText(dx, ddx));
+    dev2Ok_ = CurveDerivativeText(dy, ddy, own) && (!form3 || CurveDerivativeText(dx, ddx, own));
     if (dev2Ok_ && sampleDerived) {
       std::string pdx, pdy;
       dev2Ok_ = (!form3 || Compile(ddx, table.vars, pdx)) && Compile(ddy, table.vars, pdy) &&
@@ -425,9 +430,11 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
       can = false;
     }
     resultLines_.push_back("    Integral from " + Num(IntFrom) + " to " + Num(IntTo));
-    bool ok = false;
-    if (can) integral_ = IntegrateFormula(IntFrom, IntTo, 0.001f, integrand, var, &ok);
-    if (ok) resultLines_.push_back("    Area is " + Num(integral_));
+    KnownValue area;
+    if (can && IntegrateFormula(IntFrom, IntTo, integrand, var, area)) {
+      integral_ = static_cast<float>(area.v);
+      resultLines_.push_back("    Area is " + area.Text());
+    }
   }
 
   if (ShowRoot) {
@@ -448,7 +455,7 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
     ComputeLength(form3, polar, fy, dx, dy);
     return;
   }
-  const ParametricView view = MakeView(FunForm, CoordType, fx, fy, dx, dy, devOk_);
+  const ParametricView view = MakeView(FunForm, CoordType, fx, fy, dx, dy, devOk_, own);
   if (wantMarks && view.ok) {
     // Extrema are where y(w) turns, inflexions where the curve's bending
     // x' y'' - y' x'' changes sign; the marks stand on the curve at that w.
@@ -472,8 +479,8 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
     if (ShowGuai && dev2Ok_) {
       std::string ddxv, ddyv;
       if (view.dx == "1") {
-        if (CurveDerivativeText(view.dy, ddyv)) mark(ddyv, 3);
-      } else if (CurveDerivativeText(view.dx, ddxv) && CurveDerivativeText(view.dy, ddyv)) {
+        if (CurveDerivativeText(view.dy, ddyv, own)) mark(ddyv, 3);
+      } else if (CurveDerivativeText(view.dx, ddxv, own) && CurveDerivativeText(view.dy, ddyv, own)) {
         mark("(" + view.dx + ")*(" + ddyv + ")-(" + view.dy + ")*(" + ddxv + ")", 3);
       }
     }
@@ -507,16 +514,28 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
         ux = -uy;
         uy = t;
       }
-      const float slope = normal ? SlopeOf(-static_cast<double>(ddyv), ddxv) : SlopeOf(ddxv, ddyv);
+      // The slope and the point with the digits they are known to; a
+      // vertical slope reads 10000.
+      KnownValue kdx, kdy;
+      std::string slope = Num(10000.0f);
+      if (ValueKnown(view.dx, w, view.var, kdx) && ValueKnown(view.dy, w, view.var, kdy)) {
+        KnownValue minus = kdx;
+        minus.v = -minus.v;
+        if (normal ? kdy.v != 0 : kdx.v != 0) slope = (normal ? Quotient(minus, kdy) : Quotient(kdy, kdx)).Text();
+      }
+      auto known = [](const std::string& f, float at, FormulaVar var) {
+        KnownValue k;
+        return ValueKnown(f, at, var, k) ? k.Text() : Num(FormulaValue(f, at, var));
+      };
       std::string head = normal ? "    Normal position: " : "    Tangent position: ";
       if (polar) {
-        const float a = FunForm == 2 ? w : FormulaValue(fx, w, FormulaVar::U);
-        const float r = FormulaValue(fy, w, FunForm == 2 ? FormulaVar::A : FormulaVar::U);
-        resultLines_.push_back(head + "a=" + Num(a) + ", r=" + Num(r));
+        const std::string a = FunForm == 2 ? Num(w) : known(fx, w, FormulaVar::U);
+        resultLines_.push_back(head + "a=" + a + ", r=" + known(fy, w, FunForm == 2 ? FormulaVar::A : FormulaVar::U));
       } else {
-        resultLines_.push_back(head + "x=" + Num(x0) + ", y=" + Num(y0));
+        const std::string x = FunForm == 2 ? Num(w) : known(view.px, w, view.var);
+        resultLines_.push_back(head + "x=" + x + ", y=" + known(view.py, w, view.var));
       }
-      resultLines_.push_back("      Slope: " + Num(slope));
+      resultLines_.push_back("      Slope: " + slope);
       Stroke s{static_cast<float>(x0 - kHalf * ux), static_cast<float>(y0 - kHalf * uy),
                static_cast<float>(x0 + kHalf * ux), static_cast<float>(y0 + kHalf * uy)};
       (normal ? normals_ : tangents_).push_back(s);
@@ -528,7 +547,7 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
   if (ShowCurv) {
     std::string dq;
     const std::string q = "(" + view.dy + ")/(" + view.dx + ")";
-    if (!CurveDerivativeText(q, dq)) return;
+    if (!CurveDerivativeText(q, dq, own)) return;
     std::vector<float> at;
     ComputeLinePositions(CurvPosType, CurvPosExp, CurvX, at);
     for (float w : at) {
@@ -547,12 +566,40 @@ void CFunCurve::ComputeOverlays(const std::string& fx, const std::string& fy) {
       const double radius = 1 / curvature;
       const double cx = x0 - y1 * g / y2;
       const double cy = y0 + g / y2;
+      // The texts with the digits they are known to, from the spreads of the
+      // point, y' and y''; a y'' of 0 stands in as 0.0001, and what follows
+      // from it is printed whole.
+      std::string t[6] = {Num(x0), Num(y0), Num(static_cast<float>(curvature)), Num(static_cast<float>(radius)),
+                          Num(static_cast<float>(cx)), Num(static_cast<float>(cy))};
+      KnownValue kx, ky, kdx, kdy, kdq;
+      if (ValueKnown(view.px, w, view.var, kx) && ValueKnown(view.py, w, view.var, ky) &&
+          ValueKnown(view.dx, w, view.var, kdx) && ValueKnown(view.dy, w, view.var, kdy) &&
+          ValueKnown(dq, w, view.var, kdq)) {
+        const KnownValue p1 = Quotient(kdy, kdx), p2 = Quotient(kdq, kdx);
+        // base + fn(y', y''), its spread from the corners of the two spreads.
+        auto known = [&](const KnownValue& base, double (*fn)(double, double)) {
+          const double v = base.v + fn(p1.v, p2.v);
+          double s = 0;
+          for (int a : {-1, 1})
+            for (int b : {-1, 1})
+              s = std::max(s, std::fabs(fn(p1.v + a * p1.spread, p2.v + b * p2.spread) - (v - base.v)));
+          return KnownDigitsText(v, s + base.spread + 2.4e-7 * std::fabs(v));
+        };
+        if (view.px != "x") t[0] = kx.Text();
+        t[1] = ky.Text();
+        if (p2.v != 0) {
+          const KnownValue none;
+          t[2] = known(none, [](double p, double q) { return std::fabs(q) / std::pow(p * p + 1, 1.5); });
+          t[3] = known(none, [](double p, double q) { return std::pow(p * p + 1, 1.5) / std::fabs(q); });
+          t[4] = known(kx, [](double p, double q) { return -p * (p * p + 1) / q; });
+          t[5] = known(ky, [](double p, double q) { return (p * p + 1) / q; });
+        }
+      }
       resultLines_.push_back("    Curvature circle:");
-      resultLines_.push_back("      Position: x=" + Num(x0) + ", y=" + Num(y0));
-      resultLines_.push_back("        Curvature: " + Num(static_cast<float>(curvature)));
-      resultLines_.push_back("        The radius of curvature circle: " + Num(static_cast<float>(radius)));
-      resultLines_.push_back("        Center of curvature circle: x=" + Num(static_cast<float>(cx)) +
-                             ", y=" + Num(static_cast<float>(cy)));
+      resultLines_.push_back("      Position: x=" + t[0] + ", y=" + t[1]);
+      resultLines_.push_back("        Curvature: " + t[2]);
+      resultLines_.push_back("        The radius of curvature circle: " + t[3]);
+      resultLines_.push_back("        Center of curvature circle: x=" + t[4] + ", y=" + t[5]);
       circles_.push_back({static_cast<float>(cx), static_cast<float>(cy), static_cast<float>(radius)});
     }
   }
@@ -592,10 +639,8 @@ void CFunCurve::GetBox() {
   }
   if (FunForm == 1 || FunForm == 4) {
     // The ranges as they evaluate now.
-    CurveTable table;
-    table.Load();
     float start, end;
-    if (EvaluateRange(table, start, end)) {
+    if (EvaluateRange(start, end)) {
       StartValue = start;
       EndValue = end;
     }
@@ -693,14 +738,14 @@ std::vector<Position> CFunCurve::Points() const {
   std::vector<Position> out(51, Position(0, 0, 0));
   if (FunForm != 2 && FunForm != 3) return out;
   CurveTable table;
-  table.Load();
+  table.Load(OwnNames());
   const std::string fx = InsertImplicitProducts(ExpressX);
   const std::string fy = InsertImplicitProducts(ExpressY);
   std::string px, py;
   if (FunForm == 3 && !Compile(fx, table.vars, px)) return out;
   if (!Compile(fy, table.vars, py)) return out;
   float start, end;
-  if (!EvaluateRange(table, start, end)) return out;
+  if (!EvaluateRange(start, end)) return out;
   if (Sample(px, py, 50, start, end, false, out)) ClipSamples(out);
   return out;
 }

@@ -193,7 +193,11 @@ class CFunCurve : public CCarrier {
     float cx, cy, r;
   };
   bool PrepareTexts(std::string& fx, std::string& fy) const;
-  bool EvaluateRange(CurveTable& table, float& start, float& end) const;
+  // MinU and MaxU as they evaluate now (parameters never hidden there).
+  bool EvaluateRange(float& start, float& end) const;
+  // The own names of the form (CurveTable): a of r = f(a), a and r of the
+  // implicit polar forms.
+  int OwnNames() const;
   bool Sample(const std::string& px, const std::string& py, int steps, float start, float end, bool derivative,
               std::vector<Position>& out) const;
   void ClipSamples(std::vector<Position>& samples) const;

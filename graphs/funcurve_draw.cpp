@@ -203,7 +203,10 @@ void CFunCurve::DrawPolylineForm() {
 // ---- forms 1 and 4 -------------------------------------------------------------------
 
 bool CFunCurve::DrawTable(CurveTable& table, float& start, float& end) {
-  table.Load();
+  table.Load(OwnNames());
+  // The ranges read the parameters even where the curve's own names hide them.
+  CurveTable ranges;
+  ranges.Load();
   const std::string fy = InsertImplicitProducts(ExpressY);
   std::string key = fy;
   key += '\x01';
@@ -212,18 +215,19 @@ bool CFunCurve::DrawTable(CurveTable& table, float& start, float& end) {
   key += MaxU;
   key += '\x01';
   key += table.NamesKey();
+  key += ranges.NamesKey();
   if (key != drawKey_) {
     // A text that failed keeps its key, so its message is not shown again
     // at every repaint.
     drawKey_ = key;
     drawCompiled_ = CompileFormula(fy, table.vars, drawPostfix_) &&
-                    CompileFormula(MinU, table.vars, rangeMinPostfix_) &&
-                    CompileFormula(MaxU, table.vars, rangeMaxPostfix_);
+                    CompileFormula(MinU, ranges.vars, rangeMinPostfix_) &&
+                    CompileFormula(MaxU, ranges.vars, rangeMaxPostfix_);
   }
   if (!drawCompiled_) return false;
   Cls6 calc;
-  if (!EvaluatePostfix(calc, rangeMinPostfix_, table.vars, start) ||
-      !EvaluatePostfix(calc, rangeMaxPostfix_, table.vars, end))
+  if (!EvaluatePostfix(calc, rangeMinPostfix_, ranges.vars, start) ||
+      !EvaluatePostfix(calc, rangeMaxPostfix_, ranges.vars, end))
     return false;
   StartValue = start;
   EndValue = end;

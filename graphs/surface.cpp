@@ -20,8 +20,8 @@
 
 namespace vt {
 
-void SurfaceTable::Load() {
-  LoadParameterTable(vars);
+void SurfaceTable::Load(int own) {
+  HideOwnNames(vars, LoadParameterTable(vars), own);
   U = vars.Add("U");
   V = vars.Add("V");
   W = vars.Add("W");
@@ -145,20 +145,22 @@ bool CSurface::GetPoints() {
   else if (!IsImplicit())
     Vert3D.assign(static_cast<size_t>(StepU + 1) * static_cast<size_t>(StepV + 1), Position(0, 0, 0));
 
-  SurfaceTable t;
-  t.Load();
+  SurfaceTable t, ranges;
+  t.Load(OwnNames());
+  ranges.Load();  // the ranges read every parameter
   // Only the parametric form has formulas in ExpressX and ExpressY.
   std::string px, py, pz, pminU, pmaxU, pminV, pmaxV;
   if (FunForm == 3 && (!CompileFormula(fx, t.vars, px) || !CompileFormula(fy, t.vars, py))) return false;
   if (!CompileFormula(fz, t.vars, pz)) return false;
   RecordFormulaInputs(ID, {ExpressX, ExpressY, ExpressZ, MinU, MaxU, MinV, MaxV});
-  if (!CompileFormula(MinU, t.vars, pminU) || !CompileFormula(MaxU, t.vars, pmaxU)) return false;
+  if (!CompileFormula(MinU, ranges.vars, pminU) || !CompileFormula(MaxU, ranges.vars, pmaxU)) return false;
   const bool needV = !IsCurve();
-  if (needV && (!CompileFormula(MinV, t.vars, pminV) || !CompileFormula(MaxV, t.vars, pmaxV))) return false;
+  if (needV && (!CompileFormula(MinV, ranges.vars, pminV) || !CompileFormula(MaxV, ranges.vars, pmaxV)))
+    return false;
   Cls6 calc;
   float su, eu, sv = 0, ev = 0;
-  if (!EvaluatePostfix(calc, pminU, t.vars, su) || !EvaluatePostfix(calc, pmaxU, t.vars, eu)) return false;
-  if (needV && (!EvaluatePostfix(calc, pminV, t.vars, sv) || !EvaluatePostfix(calc, pmaxV, t.vars, ev)))
+  if (!EvaluatePostfix(calc, pminU, ranges.vars, su) || !EvaluatePostfix(calc, pmaxU, ranges.vars, eu)) return false;
+  if (needV && (!EvaluatePostfix(calc, pminV, ranges.vars, sv) || !EvaluatePostfix(calc, pmaxV, ranges.vars, ev)))
     return false;
   bool ok;
   try {
@@ -169,6 +171,12 @@ bool CSurface::GetPoints() {
   if (!IsImplicit()) ClipMesh();
   GetBox();
   return ok;
+}
+
+int CSurface::OwnNames() const {
+  if (FunForm == 3 || CoordType == 3) return kOwnNone;
+  if (IsImplicit()) return CoordType == 4 ? kOwnA | kOwnR : kOwnA | kOwnB | kOwnR;
+  return kOwnA | (CoordType == 4 ? kOwnR : kOwnB);
 }
 
 bool CSurface::SampleCurve(const std::string& px, const std::string& py, const std::string& pz, SurfaceTable& t,
@@ -189,7 +197,7 @@ bool CSurface::SampleCurve(const std::string& px, const std::string& py, const s
   Cls6 calc;
   for (int i = 0; i <= StepU; ++i) {
     const float u = du * static_cast<float>(i) + su;
-    t.Load();
+    t.Load(OwnNames());
     float* v = t.vars.values;
     v[t.U] = u;
     Position p;
@@ -240,7 +248,7 @@ bool CSurface::SampleSurface(const std::string& px, const std::string& py, const
         const float v = dv * static_cast<float>(j) + sv;
         for (size_t i = 0; i < nu; ++i) {
           const float u = du * static_cast<float>(i) + su;
-          t.Load();
+          t.Load(OwnNames());
           t.vars.values[s1] = u;
           t.vars.values[s2] = v;
           t.vars.values[s3] = w;
@@ -268,7 +276,7 @@ bool CSurface::SampleSurface(const std::string& px, const std::string& py, const
     const float u = du * static_cast<float>(i) + su;
     for (int j = 0; j <= StepV; ++j) {
       const float v = dv * static_cast<float>(j) + sv;
-      t.Load();
+      t.Load(OwnNames());
       float* val = t.vars.values;
       Position p;
       if (FunForm == 2) {

@@ -28,12 +28,15 @@ namespace vt {
 class RecordReader;
 
 // The variable table of a surface: the parameters, then U, V, W, X, Y, Z,
-// A, B, R, all 0 (slot 0 when the table had no room).
+// A, B, R, all 0 (slot 0 when the table had no room). The variables that a
+// cylindrical or spherical form gives values (a and r, or a and b, of the
+// explicit forms; a, r or a, b, r of the implicit ones) hide a parameter of
+// the same name, as a polar curve's do (OwnNames of curve_analysis.h).
 struct SurfaceTable {
   VariableTable vars;
   int U = 0, V = 0, W = 0, X = 0, Y = 0, Z = 0, A = 0, B = 0, R = 0;
   // Fills the table anew (LoadParameterTable and the nine names).
-  void Load();
+  void Load(int own = 0);
 };
 
 // A normal or a direction.
@@ -186,6 +189,8 @@ class CSurface : public DocObject {
             const std::string& maxV);
 
   bool IsCurve() const { return GraphType == 1; }
+  // The own names of the form and coordinate system (SurfaceTable).
+  int OwnNames() const;
   bool IsSurfaceKind() const { return GraphType == 2 || (GraphType >= 12 && GraphType <= 15); }
   bool IsImplicit() const { return IsSurfaceKind() && FunForm == 1; }
 

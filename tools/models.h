@@ -35,9 +35,13 @@ void RelabelSince(const CollectionMark& mark);
 // The box of the shown points from index `from` to `to` (an empty box,
 // MinX above MaxX, when there are none).
 CBox PointsBox(int from, int to);
-// Moves the figure added since the mark to the right of what the scene held
-// before (its points, and in space its surfaces and solids), a unit apart,
-// when the two would overlap over the xy plane.
+// Places the figure added since the mark a unit apart from what the scene
+// held before. In the plane it stays inside the view: where it lies when that
+// is free, else the free cell nearest the view's centre of a grid of its size
+// (the middle row first); with none free in view, the nearest beyond it, and
+// the view fitted. In space (or with the view unknown) it moves along x to
+// the right of what is there (its points, surfaces and solids) when the two
+// would overlap over the xy plane.
 void PlaceApart(const CollectionMark& mark);
 
 void RegisterModelCommands();

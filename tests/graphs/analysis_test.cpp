@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "document/document.h"
+#include "document/numtext.h"
 #include "expr/expression.h"
 #include "geometry/geom.h"
 #include "graphs/curve_analysis.h"
@@ -24,6 +25,19 @@ using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 class AnalysisTest : public test::DocumentTest {};
+
+// The number after `label` in the line is right to its last digit (a whole
+// number to its last non-zero digit) and within `near` of the truth, relative.
+void ExpectKnownDigits(const std::string& line, const std::string& label, double truth, double near) {
+  const size_t at = line.find(label) + label.size();
+  const std::string t = line.substr(at, line.find(',', at) - at);
+  const size_t dot = t.find('.');
+  double decimals = dot == std::string::npos ? 0 : static_cast<double>(t.size() - dot - 1);
+  for (size_t i = t.size(); dot == std::string::npos && i > 1 && t[i - 1] == '0'; --i) --decimals;
+  const double v = std::stod(t), off = std::fabs(v - truth);
+  EXPECT_TRUE(off <= 0.5 * std::pow(10, -decimals) + 1e-12 && off <= near * (1 + std::fabs(truth)))
+      << line << " for " << truth;
+}
 
 // ---- overlays of GetPoints ----------------------------------------------------------------
 
@@ -75,15 +89,7 @@ TEST_F(AnalysisTest, ResultsAreRightToTheDigitsShown) {
       {"1/x", "-1", "1.05", 20, {}, {}},
   };
   // The number after "x=" is right to its last digit, and close to the truth.
-  auto check = [](const std::string& line, double truth) {
-    const size_t at = line.find("x=") + 2;
-    const std::string t = line.substr(at, line.find(',') - at);
-    const size_t dot = t.find('.');
-    const double decimals = dot == std::string::npos ? 0 : static_cast<double>(t.size() - dot - 1);
-    const double v = std::stod(t);
-    EXPECT_TRUE(std::fabs(v - truth) <= 0.5 * std::pow(10, -decimals) + 1e-12 && std::fabs(v - truth) < 1e-5)
-        << line << " for " << truth;
-  };
+  auto check = [](const std::string& line, double truth) { ExpectKnownDigits(line, "x=", truth, 1e-5); };
   for (const auto& k : cases) {
     auto c = MakeGraph(k.f, k.steps, k.from, k.to);
     c->ShowRoot = c->ShowMin = true;
@@ -99,36 +105,50 @@ TEST_F(AnalysisTest, ResultsAreRightToTheDigitsShown) {
   EXPECT_THAT(p->ResultLines(), ElementsAre("    Minimum: x=1,y=-4.5"));
 }
 
+// Areas and lengths by the printed digits, each right to its last one.
 TEST_F(AnalysisTest, IntegralStripValueAndArcLength) {
+  const double pi = M_PI;
+  const struct {
+    int form, coord;
+    const char *fx, *fy;
+    float from, to;
+    double area, length;
+  } cases[] = {
+      {2, 1, "", "x^2", 0, 1, 1.0 / 3, (2 * std::sqrt(5.0) + std::asinh(2.0)) / 4},
+      {2, 1, "", "x^2", 0, 3, 9, (6 * std::sqrt(37.0) + std::asinh(6.0)) / 4},
+      {2, 1, "", "x", 0, 1, 0.5, std::sqrt(2.0)},
+      {2, 1, "", "exp(x)", 0, 1, std::exp(1.0) - 1, 2.0034971116},
+      {2, 1, "", "1/x", 1, 2.7182817f, std::log(2.7182817f), 1.8627870},
+      {2, 2, "", "1", 0, 6.2831855f, 6.2831855f / 2, 6.2831855f},   // the unit disc and its rim
+      {3, 1, "cos(u)", "sin(u)", 0, 1.5707964f, -pi / 4, 1.5707964f},  // y dx runs backwards
+  };
+  for (const auto& k : cases) {
+    auto c = MakeCurve(k.form, k.coord, k.fx, k.fy, 60, "-1", "4");
+    c->ShowInt = c->ShowLen = true;
+    c->IntFrom = c->LenFrom = k.from, c->IntTo = c->LenTo = k.to;
+    ASSERT_TRUE(c->GetPoints());
+    ASSERT_EQ(c->ResultLines().size(), 3u) << k.fy;
+    EXPECT_EQ(c->ResultLines()[0], "    Integral from " + SingleToText(k.from) + " to " + SingleToText(k.to));
+    ExpectKnownDigits(c->ResultLines()[1], "    Area is ", k.area, 1e-6);
+    ExpectKnownDigits(c->ResultLines()[2], " is ", k.length, 1e-6);
+  }
   auto c = MakeGraph("x^2", 60, "-1", "4");
-  c->ShowInt = true, c->IntFrom = 0, c->IntTo = 3;
+  c->ShowInt = c->ShowLen = true, c->IntFrom = c->LenFrom = 0, c->IntTo = c->LenTo = 1;
   ASSERT_TRUE(c->GetPoints());
-  EXPECT_NEAR(c->IntegralValue(), 9, 0.01);
-  ASSERT_EQ(c->ResultLines().size(), 2u);
-  EXPECT_EQ(c->ResultLines()[0], "    Integral from 0 to 3");
-  EXPECT_THAT(c->ResultLines()[1], StartsWith("    Area is 9"));
-  auto y = MakeGraph("x", 10, "0", "2");
-  y->ShowLen = true, y->LenFrom = 0, y->LenTo = 1;
-  ASSERT_TRUE(y->GetPoints());
-  EXPECT_THAT(y->ResultLines(), ElementsAre("    The length of curve from 0 to 1 is 1.414214"));
-  // Polar: the area of the unit disc, and the length of its rim.
-  auto disc = MakeCurve(2, 2, "", "1", 36, "0", "6.2832");
-  disc->ShowInt = disc->ShowLen = true;
-  disc->IntFrom = disc->LenFrom = 0;
-  disc->IntTo = disc->LenTo = 6.2832f;
-  ASSERT_TRUE(disc->GetPoints());
-  EXPECT_NEAR(disc->IntegralValue(), M_PI, 0.01);
-  EXPECT_NEAR(disc->LengthValue(), 2 * M_PI, 0.01);
+  EXPECT_THAT(c->ResultLines(), ElementsAre("    Integral from 0 to 1", "    Area is 0.3333333",
+                                            "    The length of curve from 0 to 1 is 1.478943"));
 }
 
-// The number after a result line's label.
-double After(const std::vector<std::string>& lines, const std::string& label, size_t nth = 0) {
-  for (const std::string& l : lines) {
-    const size_t at = l.find(label);
-    if (at != std::string::npos && nth-- == 0) return std::stod(l.substr(at + label.size()));
-  }
+// The nth line with the label, and the number after the label there.
+std::string LineWith(const std::vector<std::string>& lines, const std::string& label, size_t nth = 0) {
+  for (const std::string& l : lines)
+    if (l.find(label) != std::string::npos && nth-- == 0) return l;
   ADD_FAILURE() << "no line with " << label;
-  return NAN;
+  return label + "nan";
+}
+double After(const std::vector<std::string>& lines, const std::string& label, size_t nth = 0) {
+  const std::string l = LineWith(lines, label, nth);
+  return std::stod(l.substr(l.find(label) + label.size()));
 }
 
 // Each form's analysis against an independent computation: the curve as
@@ -136,6 +156,10 @@ double After(const std::vector<std::string>& lines, const std::string& label, si
 // lengths in closed form.
 TEST_F(AnalysisTest, EveryFormAgreesWithAnIndependentComputation) {
   AddParameter("K", 2);  // a parameter is a constant to the derivative
+  // A polar curve's angle (and, implicit, its radius) hides a parameter of
+  // that name; r = f(a) gives r no value, so r = r reads the parameter.
+  AddParameter("a", 5);
+  AddParameter("r", 2);
   struct Case {
     int form, coord;
     const char *fx, *fy, *from, *to;
@@ -155,6 +179,8 @@ TEST_F(AnalysisTest, EveryFormAgreesWithAnIndependentComputation) {
        [](double w) { return 2 * std::cos(w) * std::sin(w); }, 0.5f, {{1, 1}}, {{1, -1}}},
       {3, 2, "u", "K", "0.1", "3", [](double w) { return 2 * std::cos(w); }, [](double w) { return 2 * std::sin(w); },
        1, {{0, 2}}, {}},
+      {2, 2, "", "r", "0.1", "3", [](double w) { return 2 * std::cos(w); }, [](double w) { return 2 * std::sin(w); },
+       1, {{0, 2}}, {}},
   };
   for (const Case& k : cases) {
     SCOPED_TRACE(k.fy);
@@ -166,11 +192,12 @@ TEST_F(AnalysisTest, EveryFormAgreesWithAnIndependentComputation) {
     const double h = 1e-4, w = k.at;
     const double slope = (k.y(w + h) - k.y(w - h)) / (k.x(w + h) - k.x(w - h));
     const auto& lines = c->ResultLines();
-    EXPECT_NEAR(After(lines, "Slope: ", 0), slope, 1e-3 * (1 + std::fabs(slope)));
-    EXPECT_NEAR(After(lines, "Slope: ", 1), -1 / slope, 1e-3 * (1 + std::fabs(1 / slope)));
+    // Every digit printed is right.
+    ExpectKnownDigits(LineWith(lines, "Slope: ", 0), "Slope: ", slope, 1e-5);
+    ExpectKnownDigits(LineWith(lines, "Slope: ", 1), "Slope: ", -1 / slope, 1e-5);
     if (k.coord == 1) {
-      EXPECT_NEAR(After(lines, "Tangent position: x="), k.x(w), 1e-4);
-      EXPECT_NEAR(After(lines, ", y="), k.y(w), 1e-4);
+      ExpectKnownDigits(LineWith(lines, "Tangent position: x="), "x=", k.x(w), 1e-5);
+      ExpectKnownDigits(LineWith(lines, "Tangent position: x="), ", y=", k.y(w), 1e-5);
     }
     auto check = [&](const std::vector<Position>& marks, const std::vector<std::pair<double, double>>& want) {
       ASSERT_EQ(marks.size(), want.size());
@@ -183,16 +210,19 @@ TEST_F(AnalysisTest, EveryFormAgreesWithAnIndependentComputation) {
     check(c->MinMarks(), k.min);
   }
 
-  // x = u, y = u^2: curvature at the vertex, arc length and area in closed form.
+  // x = u, y = u^2: curvature, arc length and area in closed form.
   auto p = MakeCurve(3, 1, "u", "u^2", 60, "-3", "3");
   p->ShowCurv = p->ShowLen = p->ShowInt = true;
-  p->CurvX = {0};
+  p->CurvX = {1};
   p->LenTo = 1;
   p->IntTo = 3;
   ASSERT_TRUE(p->GetPoints());
-  EXPECT_NEAR(After(p->ResultLines(), "radius of curvature circle: "), 0.5, 1e-4);
-  EXPECT_NEAR(After(p->ResultLines(), "Center of curvature circle: x="), 0, 1e-4);
-  EXPECT_NEAR(After(p->ResultLines(), ", y=", 1), 0.5, 1e-4);
+  // At u = 1: y' = 2, y'' = 2, every digit printed right.
+  const std::string circle = LineWith(p->ResultLines(), "Center of curvature circle: ");
+  ExpectKnownDigits(LineWith(p->ResultLines(), "Curvature: "), "Curvature: ", 2 / std::pow(5, 1.5), 1e-5);
+  ExpectKnownDigits(LineWith(p->ResultLines(), "radius of"), "circle: ", std::pow(5, 1.5) / 2, 1e-5);
+  ExpectKnownDigits(circle, "x=", -4, 1e-5);
+  ExpectKnownDigits(circle, "y=", 3.5, 1e-5);
   EXPECT_NEAR(p->LengthValue(), (2 * std::sqrt(5.0) + std::asinh(2.0)) / 4, 1e-3);
   EXPECT_NEAR(p->IntegralValue(), 9, 1e-2);
 

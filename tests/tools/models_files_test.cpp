@@ -11,6 +11,8 @@
 
 #include "document/document.h"
 #include "document/globals.h"
+#include "graphs/curve_form.h"
+#include "render/view_state.h"
 #include "persist/docio.h"
 #include "tool_fixture.h"
 #include "tools/model_gen.h"
@@ -276,6 +278,36 @@ TEST_P(EachModel, MergesTwiceAndKeepsItsShapeWhileEachDraggablePointIsDragged) {
   const std::vector<V> secondAfter = second.Places();
   for (size_t i = 0; i < secondBefore.size(); ++i)
     EXPECT_NEAR(Len(secondAfter[i] - secondBefore[i]), 0, 1e-6) << file << " second copy, point " << i + 1;
+}
+
+// Repeated models land apart: in the plane inside the view (the view fitted
+// once the view is full), in space side by side along x.
+TEST_F(ModelFilesTest, RepeatedModelsLandApartInView) {
+  const std::pair<bool, std::vector<std::string>> scenes[] = {{false, std::vector<std::string>(9, "Square.vtd")},
+                                                              {true, {"Cube.vtd", "Pyramid.vtd", "Cone.vtd"}}};
+  for (const auto& [space, files] : scenes) {
+    ClearDocument();
+    SceneMode = space ? 3 : 1;
+    View.SetRef(0, 0, 0), View.SetEye(0, 0, 50), View.SetViewRect(0, 12);  // as at start-up
+    std::vector<CBox> boxes;
+    for (const std::string& f : files) {
+      const Copy c = Merge(f);
+      boxes.push_back(PointsBox(c.pointBase + 1, Doc.Points.count()));
+      CBox view{-1e9f, 1e9f, -1e9f, 1e9f, 0, 0};
+      ASSERT_TRUE(space || VisiblePlaneArea(view));
+      for (size_t i = 0; i < boxes.size(); ++i) {
+        const CBox& a = boxes[i];
+        EXPECT_TRUE(a.MinX >= view.MinX && a.MaxX <= view.MaxX && a.MinY >= view.MinY && a.MaxY <= view.MaxY)
+            << f << " copy " << i + 1 << " of " << boxes.size() << " is out of view";
+        for (size_t j = 0; j < i; ++j) {
+          const CBox& b = boxes[j];
+          EXPECT_TRUE(a.MinX >= b.MaxX + 0.99f || a.MaxX <= b.MinX - 0.99f || a.MinY >= b.MaxY + 0.99f ||
+                      a.MaxY <= b.MinY - 0.99f) << f << " copies " << j + 1 << " and " << i + 1 << " overlap";
+          if (space) EXPECT_GT(a.MinX, b.MaxX);  // side by side, to the right
+        }
+      }
+    }
+  }
 }
 
 std::vector<std::string> ModelFiles() {
