@@ -82,7 +82,9 @@ void Canvas::paintGL() {
     return;
   }
   inPaint_ = true;
-  Display();
+  // The frame without the host's swap (the widget shows what it painted),
+  // drawn even while the start holds the redraws of its commands.
+  DrawFrame();
   ++paints_;
   inPaint_ = false;
   NoteFirstPaint();

@@ -348,7 +348,11 @@ void frmF1::StartProgram(bool haveContext) {
   started_ = true;
   if (picDraw_) picDraw_->MakeCurrent();
   MarkStartup("canvas context made");
+  // The redraws inside the start are not seen: the first paint draws the frame.
+  HoldFrames(true);
   RunGuarded([&] { StartUp(commandLine_, haveContext); });
+  HoldFrames(false);
+  if (picDraw_) picDraw_->update();
   MarkStartup("start document built");
   int w = 1, h = 1;
   host_->CanvasSize(w, h);
