@@ -7,23 +7,31 @@
 # warms the disk cache and the user's settings; every launch uses the same
 # private HOME, removed at the end.
 #
-#   bench/startup.sh [RUNS] [PROGRAM]      PROGRAM defaults to build/bin/vantrel
+# Given several programs (an older build against the current one), the runs
+# alternate between them, so that a shared machine's load falls on all alike,
+# and each gets its own median row.
+#
+#   bench/startup.sh [RUNS] [PROGRAM...]      PROGRAM defaults to build/bin/vantrel
 set -euo pipefail
 
 runs=${1:-7}
-program=${2:-build/bin/vantrel}
+shift || true
+programs=("$@")
+[[ ${#programs[@]} -gt 0 ]] || programs=(build/bin/vantrel)
 if [[ -z "${DISPLAY:-}" ]]; then
-  exec xvfb-run -a -s "-screen 0 1280x800x24" "$0" "$runs" "$program"
+  exec xvfb-run -a -s "-screen 0 1280x800x24" "$0" "$runs" "${programs[@]}"
 fi
-[[ -x "$program" ]] || { echo "no program at $program (build the target vantrel)" >&2; exit 1; }
+for program in "${programs[@]}"; do
+  [[ -x "$program" ]] || { echo "no program at $program (build the target vantrel)" >&2; exit 1; }
+done
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 mkdir -p "$work/home"
 
-# One launch: prints "ms rss_kib hwm_kib".
+# One launch of $1: prints "ms rss_kib hwm_kib".
 launch() {
-  local report="$work/report" t0 pid line=""
+  local program=$1 report="$work/report" t0 pid line=""
   rm -f "$report"
   t0=$(date +%s%3N)
   HOME="$work/home" XDG_CONFIG_HOME="$work/home/.config" XDG_DATA_HOME="$work/home/.local/share" \
@@ -37,22 +45,34 @@ launch() {
   [[ -s "$report" ]] && line=$(head -n1 "$report")
   kill "$pid" 2>/dev/null || true
   wait "$pid" 2>/dev/null || true
-  [[ -n "$line" ]] || { echo "the program painted no frame" >&2; exit 1; }
+  [[ -n "$line" ]] || { echo "$program painted no frame" >&2; exit 1; }
   read -r t rss hwm <<<"$line"
   echo "$((t - t0)) $rss $hwm"
 }
 
 median() { sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
 
-launch >/dev/null  # warm-up, not counted
-printf '%-4s %12s %10s %10s\n' run "window ms" "RSS MiB" "HWM MiB"
-: >"$work/runs"
-for i in $(seq "$runs"); do
-  read -r ms rss hwm <<<"$(launch)"
-  echo "$ms $rss $hwm" >>"$work/runs"
-  awk -v i="$i" -v ms="$ms" -v r="$rss" -v h="$hwm" 'BEGIN { printf "%-4s %12d %10.1f %10.1f\n", i, ms, r / 1024, h / 1024 }'
+many=$(( ${#programs[@]} > 1 ))
+for p in "${!programs[@]}"; do
+  launch "${programs[$p]}" >/dev/null  # warm-up, not counted
+  : >"$work/runs.$p"
+  if (( many )); then echo "program $((p + 1)): ${programs[$p]}"; fi
 done
-ms=$(cut -d' ' -f1 "$work/runs" | median)
-rss=$(cut -d' ' -f2 "$work/runs" | median)
-hwm=$(cut -d' ' -f3 "$work/runs" | median)
-awk -v ms="$ms" -v r="$rss" -v h="$hwm" 'BEGIN { printf "%-4s %12d %10.1f %10.1f\n", "med", ms, r / 1024, h / 1024 }'
+printf '%-6s %12s %10s %10s\n' run "window ms" "RSS MiB" "HWM MiB"
+for i in $(seq "$runs"); do
+  for p in "${!programs[@]}"; do
+    read -r ms rss hwm <<<"$(launch "${programs[$p]}")"
+    echo "$ms $rss $hwm" >>"$work/runs.$p"
+    name=$i
+    if (( many )); then name="$i/$((p + 1))"; fi
+    awk -v i="$name" -v ms="$ms" -v r="$rss" -v h="$hwm" 'BEGIN { printf "%-6s %12d %10.1f %10.1f\n", i, ms, r / 1024, h / 1024 }'
+  done
+done
+for p in "${!programs[@]}"; do
+  ms=$(cut -d' ' -f1 "$work/runs.$p" | median)
+  rss=$(cut -d' ' -f2 "$work/runs.$p" | median)
+  hwm=$(cut -d' ' -f3 "$work/runs.$p" | median)
+  name=med
+  if (( many )); then name="med/$((p + 1))"; fi
+  awk -v n="$name" -v ms="$ms" -v r="$rss" -v h="$hwm" 'BEGIN { printf "%-6s %12d %10.1f %10.1f\n", n, ms, r / 1024, h / 1024 }'
+done
