@@ -80,17 +80,27 @@ void MarkStartup(const char* what) {
                     static_cast<long>((heap.uordblks + heap.hblkhd) / 1024)});
 }
 
+namespace {
+bool g_painted = false;
+}  // namespace
+
 void NoteFirstPaint() {
-  static bool done = false;
-  if (done) return;
-  done = true;
+  if (g_painted) return;
+  g_painted = true;
   MarkStartup("first frame drawn");
-  // After the events already queued (the paint that puts the frame on the
-  // screen): the heap that start-up used and freed goes back to the system.
+}
+
+void NoteFrameShown() {
+  static bool done = false;
+  if (done || !g_painted) return;
+  done = true;
+  MarkStartup("first frame on screen");
+  // After the events already queued: the heap that start-up used and freed
+  // goes back to the system.
   const char* path = std::getenv("VANTREL_STARTUP_REPORT");
   QTimer::singleShot(0, [path] {
     malloc_trim(0);
-    MarkStartup("first frame shown");
+    MarkStartup("heap trimmed");
     if (path && *path) WriteReport(path);
     PrintMarks();
   });

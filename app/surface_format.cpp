@@ -1,10 +1,8 @@
 #include "app/surface_format.h"
 
-#include <QSurfaceFormat>
-
 namespace vt::app {
 
-void SetCanvasSurfaceFormat() {
+QSurfaceFormat CanvasSurfaceFormat() {
   QSurfaceFormat format;
   format.setRenderableType(QSurfaceFormat::OpenGL);
   format.setProfile(QSurfaceFormat::CompatibilityProfile);
@@ -14,7 +12,13 @@ void SetCanvasSurfaceFormat() {
   format.setGreenBufferSize(8);
   format.setBlueBufferSize(8);
   format.setDepthBufferSize(24);
-  QSurfaceFormat::setDefaultFormat(format);
+  return format;
+}
+
+void SetCanvasSurfaceFormat() {
+  QSurfaceFormat window = CanvasSurfaceFormat();
+  window.setDepthBufferSize(0);
+  QSurfaceFormat::setDefaultFormat(window);
 }
 
 }  // namespace vt::app

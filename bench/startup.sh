@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # Start-up of the desktop program: launches the window RUNS times (default 7)
 # and prints, for each run and as the median of the runs, the time from the
-# launch to the first painted frame and the resident memory at that moment
-# (VmRSS, and its peak VmHWM, from /proc). Without a display it runs itself
+# launch until the canvas's first frame is on the screen and the resident
+# memory at that moment (VmRSS, from /proc), then VmRSS and its peak VmHWM
+# one second later, read by this script (the same for any program, whatever
+# moment it reports). Without a display it runs itself
 # under xvfb-run with a 1280x800 screen. One launch before the counted runs
 # warms the disk cache and the user's settings; every launch uses the same
 # private HOME, removed at the end.
@@ -29,7 +31,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 mkdir -p "$work/home"
 
-# One launch of $1: prints "ms rss_kib hwm_kib".
+# One launch of $1: prints "ms rss_kib settled_rss_kib settled_hwm_kib".
 launch() {
   local program=$1 report="$work/report" t0 pid line=""
   rm -f "$report"
@@ -42,12 +44,17 @@ launch() {
     kill -0 "$pid" 2>/dev/null || break
     sleep 0.05
   done
-  [[ -s "$report" ]] && line=$(head -n1 "$report")
+  local settled="0 0"
+  if [[ -s "$report" ]]; then
+    line=$(head -n1 "$report")
+    sleep 1
+    settled=$(awk '/^VmRSS:/ { r = $2 } /^VmHWM:/ { h = $2 } END { print r + 0, h + 0 }' "/proc/$pid/status" 2>/dev/null || echo "0 0")
+  fi
   kill "$pid" 2>/dev/null || true
   wait "$pid" 2>/dev/null || true
   [[ -n "$line" ]] || { echo "$program painted no frame" >&2; exit 1; }
-  read -r t rss hwm <<<"$line"
-  echo "$((t - t0)) $rss $hwm"
+  read -r t rss _ <<<"$line"
+  echo "$((t - t0)) $rss $settled"
 }
 
 median() { sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
@@ -58,21 +65,19 @@ for p in "${!programs[@]}"; do
   : >"$work/runs.$p"
   if (( many )); then echo "program $((p + 1)): ${programs[$p]}"; fi
 done
-printf '%-6s %12s %10s %10s\n' run "window ms" "RSS MiB" "HWM MiB"
+printf '%-6s %12s %10s %12s %10s\n' run "window ms" "RSS MiB" "RSS 1 s MiB" "HWM MiB"
+row() { awk -v n="$1" -v ms="$2" -v r="$3" -v s="$4" -v h="$5" 'BEGIN { printf "%-6s %12d %10.1f %12.1f %10.1f\n", n, ms, r / 1024, s / 1024, h / 1024 }'; }
 for i in $(seq "$runs"); do
   for p in "${!programs[@]}"; do
-    read -r ms rss hwm <<<"$(launch "${programs[$p]}")"
-    echo "$ms $rss $hwm" >>"$work/runs.$p"
+    read -r ms rss settled hwm <<<"$(launch "${programs[$p]}")"
+    echo "$ms $rss $settled $hwm" >>"$work/runs.$p"
     name=$i
     if (( many )); then name="$i/$((p + 1))"; fi
-    awk -v i="$name" -v ms="$ms" -v r="$rss" -v h="$hwm" 'BEGIN { printf "%-6s %12d %10.1f %10.1f\n", i, ms, r / 1024, h / 1024 }'
+    row "$name" "$ms" "$rss" "$settled" "$hwm"
   done
 done
 for p in "${!programs[@]}"; do
-  ms=$(cut -d' ' -f1 "$work/runs.$p" | median)
-  rss=$(cut -d' ' -f2 "$work/runs.$p" | median)
-  hwm=$(cut -d' ' -f3 "$work/runs.$p" | median)
   name=med
   if (( many )); then name="med/$((p + 1))"; fi
-  awk -v n="$name" -v ms="$ms" -v r="$rss" -v h="$hwm" 'BEGIN { printf "%-6s %12d %10.1f %10.1f\n", n, ms, r / 1024, h / 1024 }'
+  row "$name" $(for f in 1 2 3 4; do cut -d' ' -f$f "$work/runs.$p" | median; done)
 done
