@@ -1,15 +1,8 @@
-// Film export: the AVI writer over FFmpeg, the frame bitmaps, the checks and
+// Film export: the AVI writer (FFmpeg in libvantrel_film.so), the frame bitmaps, the checks and
 // messages of the export dialogs, and the headless film of vantrel-cli.
 #include "animation/export.h"
 
-extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
-#include <libavutil/imgutils.h>
-#include <libavutil/log.h>
-#include <libavutil/opt.h>
-#include <libswscale/swscale.h>
-}
+#include <dlfcn.h>
 
 #include <stb_image.h>
 #include <stb_image_write.h>
@@ -21,6 +14,7 @@ extern "C" {
 #include <cstring>
 #include <filesystem>
 
+#include "animation/film_plugin/film_encoder.h"
 #include "animation/player_objects.h"
 #include "document/document.h"
 #include "document/frame_commands.h"
@@ -37,49 +31,53 @@ namespace vt {
 const char* const kFilmSaveTitle = "Choose a filename to save AVI to...";
 const char* const kFilmSaveFilter = "AVI Files|*.avi";
 
+namespace {
+
+// The film encoder library, loaded once on first use from the executable's
+// folder (a build tree, or an installed bin/), else from ../lib/vantrel
+// beside it. Null with `why` set when it cannot be had.
+const VtFilmEncoderApi* FilmEncoder(std::string* why = nullptr) {
+  static const VtFilmEncoderApi* api = nullptr;
+  static std::string failure;
+  static bool tried = false;
+  if (!tried) {
+    tried = true;
+    namespace fs = std::filesystem;
+    std::error_code ec;
+    const fs::path dir = fs::read_symlink("/proc/self/exe", ec).parent_path();
+    void* library = nullptr;
+    for (const fs::path& at : {dir / kVtFilmEncoderLibrary, dir / ".." / "lib" / "vantrel" / kVtFilmEncoderLibrary}) {
+      if ((library = dlopen(at.c_str(), RTLD_NOW | RTLD_LOCAL))) break;
+      if (failure.empty() || fs::exists(at, ec)) failure = dlerror();
+    }
+    if (library) {
+      using Entry = const VtFilmEncoderApi* (*)();
+      auto entry = reinterpret_cast<Entry>(dlsym(library, kVtFilmEncoderSymbol));
+      api = entry ? entry() : nullptr;
+      if (api && api->version != kVtFilmEncoderVersion) api = nullptr;
+      if (!api) failure = std::string(kVtFilmEncoderLibrary) + " is of another version";
+    }
+    if (!api) failure = "no film encoder (" + failure + ")";
+  }
+  if (!api && why) *why = failure;
+  return api;
+}
+
+}  // namespace
+
 std::vector<FilmCodec> FilmCodecs() {
   std::vector<FilmCodec> out = {{"mjpeg", "Motion JPEG"}, {"mpeg4", "MPEG-4 Part 2"}, {"rawvideo", "Full Frames (Uncompressed)"}};
-  if (avcodec_find_encoder_by_name("libx264")) out.push_back({"libx264", "H.264"});
+  if (const VtFilmEncoderApi* api = FilmEncoder(); api && api->has_encoder("libx264")) out.push_back({"libx264", "H.264"});
   return out;
 }
 
 // ---- the writer ------------------------------------------------------------------
 
 struct AviWriter::Impl {
-  AVFormatContext* fmt = nullptr;
-  AVCodecContext* cc = nullptr;
-  AVStream* stream = nullptr;
-  SwsContext* sws = nullptr;
-  AVFrame* frame = nullptr;
-  AVPacket* packet = nullptr;
-  int srcW = 0, srcH = 0;
-  bool failed = false;
-  bool headerWritten = false;
-
+  const VtFilmEncoderApi* api = nullptr;
+  void* writer = nullptr;
   ~Impl() {
-    if (sws) sws_freeContext(sws);
-    av_frame_free(&frame);
-    av_packet_free(&packet);
-    avcodec_free_context(&cc);
-    if (fmt) {
-      if (fmt->pb) avio_closep(&fmt->pb);
-      avformat_free_context(fmt);
-    }
-  }
-
-  // Sends a frame (nullptr drains) and writes the packets that come out.
-  bool Encode(AVFrame* f) {
-    if (avcodec_send_frame(cc, f) < 0) return false;
-    for (;;) {
-      const int r = avcodec_receive_packet(cc, packet);
-      if (r == AVERROR(EAGAIN) || r == AVERROR_EOF) return true;
-      if (r < 0) return false;
-      av_packet_rescale_ts(packet, cc->time_base, stream->time_base);
-      packet->stream_index = stream->index;
-      const int w = av_interleaved_write_frame(fmt, packet);
-      av_packet_unref(packet);
-      if (w < 0) return false;
-    }
+    if (writer) api->discard(writer);
   }
 };
 
@@ -88,119 +86,37 @@ AviWriter::~AviWriter() = default;
 
 bool AviWriter::Open(const std::string& path, int width, int height, int fps, const std::string& codec,
                      std::string& error) {
-  // The encoders' chatter stays out of the program's output.
-  av_log_set_level(AV_LOG_ERROR);
-  impl_ = std::make_unique<Impl>();
+  impl_.reset();
   frames_ = 0;
-  Impl& m = *impl_;
-  if (width < 2 || height < 2 || fps < 1) {
-    error = "bad frame size or rate";
+  const VtFilmEncoderApi* api = FilmEncoder(&error);
+  if (!api) return false;
+  char why[512] = "";
+  void* writer = api->open(path.c_str(), width, height, fps, codec.c_str(), why, sizeof why);
+  if (!writer) {
+    error = why;
     return false;
   }
-  const AVCodec* enc = avcodec_find_encoder_by_name(codec.c_str());
-  if (!enc) {
-    error = "unknown compressor " + codec;
-    return false;
-  }
-  if (avformat_alloc_output_context2(&m.fmt, nullptr, "avi", path.c_str()) < 0 || !m.fmt) {
-    error = "cannot make the film";
-    return false;
-  }
-  m.stream = avformat_new_stream(m.fmt, nullptr);
-  m.cc = avcodec_alloc_context3(enc);
-  m.packet = av_packet_alloc();
-  m.frame = av_frame_alloc();
-  if (!m.stream || !m.cc || !m.packet || !m.frame) {
-    error = "out of memory";
-    return false;
-  }
-  m.srcW = width;
-  m.srcH = height;
-  const bool raw = codec == "rawvideo";
-  // Chroma halves want even sizes; the odd pixel is dropped.
-  m.cc->width = raw ? width : width & ~1;
-  m.cc->height = raw ? height : height & ~1;
-  m.cc->time_base = AVRational{1, fps};
-  m.cc->framerate = AVRational{fps, 1};
-  m.cc->gop_size = 12;
-  if (codec == "mjpeg") {
-    m.cc->pix_fmt = AV_PIX_FMT_YUVJ420P;
-    m.cc->flags |= AV_CODEC_FLAG_QSCALE;
-    m.cc->global_quality = FF_QP2LAMBDA * 3;
-  } else if (raw) {
-    m.cc->pix_fmt = AV_PIX_FMT_BGR24;
-  } else {
-    m.cc->pix_fmt = enc->pix_fmts ? enc->pix_fmts[0] : AV_PIX_FMT_YUV420P;
-    if (codec == "mpeg4" || codec == "msmpeg4" || codec == "msmpeg4v2") m.cc->bit_rate = 4000000;
-  }
-  if (m.fmt->oformat->flags & AVFMT_GLOBALHEADER) m.cc->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
-  if (avcodec_open2(m.cc, enc, nullptr) < 0) {
-    error = "the compressor " + codec + " cannot be opened";
-    return false;
-  }
-  if (avcodec_parameters_from_context(m.stream->codecpar, m.cc) < 0) {
-    error = "cannot set the stream format";
-    return false;
-  }
-  m.stream->time_base = m.cc->time_base;
-  m.stream->avg_frame_rate = m.cc->framerate;
-  if (avio_open(&m.fmt->pb, path.c_str(), AVIO_FLAG_WRITE) < 0) {
-    error = "cannot write " + path;
-    return false;
-  }
-  if (avformat_write_header(m.fmt, nullptr) < 0) {
-    error = "cannot write " + path;
-    return false;
-  }
-  m.headerWritten = true;
-  m.frame->format = m.cc->pix_fmt;
-  m.frame->width = m.cc->width;
-  m.frame->height = m.cc->height;
-  if (av_frame_get_buffer(m.frame, 0) < 0) {
-    error = "out of memory";
-    return false;
-  }
-  m.sws = sws_getContext(width, height, AV_PIX_FMT_RGB24, m.cc->width, m.cc->height, m.cc->pix_fmt, SWS_BILINEAR,
-                         nullptr, nullptr, nullptr);
-  if (!m.sws) {
-    error = "no colour conversion";
-    return false;
-  }
+  impl_ = std::make_unique<Impl>();
+  impl_->api = api;
+  impl_->writer = writer;
   return true;
 }
 
 bool AviWriter::Write(const Image& image) {
-  if (!impl_ || !impl_->headerWritten || impl_->failed) return false;
-  Impl& m = *impl_;
-  if (image.width != m.srcW || image.height != m.srcH ||
-      image.rgb.size() < static_cast<size_t>(image.width) * image.height * 3) {
-    m.failed = true;
+  if (!impl_) return false;
+  if (image.rgb.size() < static_cast<size_t>(image.width) * image.height * 3) {
+    impl_->api->write(impl_->writer, nullptr, 0, 0);  // marks the film failed
     return false;
   }
-  if (av_frame_make_writable(m.frame) < 0) {
-    m.failed = true;
-    return false;
-  }
-  const uint8_t* src[1] = {image.rgb.data()};
-  const int stride[1] = {image.width * 3};
-  sws_scale(m.sws, src, stride, 0, image.height, m.frame->data, m.frame->linesize);
-  m.frame->pts = frames_;
-  if (!m.Encode(m.frame)) {
-    m.failed = true;
-    return false;
-  }
+  if (!impl_->api->write(impl_->writer, image.rgb.data(), image.width, image.height)) return false;
   ++frames_;
   return true;
 }
 
 bool AviWriter::Close() {
   if (!impl_) return false;
-  Impl& m = *impl_;
-  bool ok = m.headerWritten && !m.failed;
-  if (m.headerWritten) {
-    if (!m.Encode(nullptr)) ok = false;
-    if (av_write_trailer(m.fmt) < 0) ok = false;
-  }
+  const bool ok = impl_->api->close(impl_->writer) != 0;
+  impl_->writer = nullptr;
   impl_.reset();
   return ok;
 }

@@ -1,6 +1,7 @@
 // Films of a player's run: frames captured as bitmaps "Graph" + n + ".bmp",
 // and an AVI written from them with FFmpeg (libavformat, libavcodec,
-// libswscale) in the compressor chosen.
+// libswscale) in the compressor chosen. FFmpeg is loaded with the library
+// libvantrel_film.so (film_plugin/film_encoder.h) on the first film.
 #pragma once
 
 #include <functional>
@@ -31,7 +32,8 @@ class AviWriter {
   AviWriter& operator=(const AviWriter&) = delete;
 
   // Opens the file for frames of the size at fps frames a second. False (and
-  // `error`) when the codec is unknown or the file cannot be made.
+  // `error`) when the codec is unknown, the file cannot be made or the
+  // encoder library is missing.
   bool Open(const std::string& path, int width, int height, int fps, const std::string& codec, std::string& error);
   // Appends a frame (RGB rows top-down, the size given to Open).
   bool Write(const Image& frame);

@@ -1,5 +1,6 @@
 #include "app/canvas.h"
 #include "app/startup_report.h"
+#include "app/surface_format.h"
 
 #include <QMouseEvent>
 #include <QOpenGLContext>
@@ -44,12 +45,14 @@ int ShiftCode(Qt::KeyboardModifiers m) {
 
 Canvas::Canvas(QWidget* parent) : QOpenGLWidget(parent) {
   setObjectName("picDraw");
+  setFormat(CanvasSurfaceFormat());
   // The framebuffer keeps the last frame between repaints, so a repaint that
   // follows a frame drawn by an event need not draw it again.
   setUpdateBehavior(QOpenGLWidget::PartialUpdate);
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(64, 64);
+  connect(this, &QOpenGLWidget::frameSwapped, this, [] { NoteFrameShown(); });
 }
 
 float Canvas::Scale() const { return static_cast<float>(devicePixelRatioF()); }
@@ -82,7 +85,9 @@ void Canvas::paintGL() {
     return;
   }
   inPaint_ = true;
-  Display();
+  // The frame without the host's swap (the widget shows what it painted),
+  // drawn even while the start holds the redraws of its commands.
+  DrawFrame();
   ++paints_;
   inPaint_ = false;
   NoteFirstPaint();

@@ -1,4 +1,5 @@
 #include "app/frmF1.h"
+#include "app/startup_report.h"
 #include "app/export_picture.h"
 #include "app/recent_files.h"
 
@@ -352,7 +353,13 @@ void frmF1::StartProgram(bool haveContext) {
   if (started_) return;
   started_ = true;
   if (picDraw_) picDraw_->MakeCurrent();
+  MarkStartup("canvas context made");
+  // The redraws inside the start are not seen: the first paint draws the frame.
+  HoldFrames(true);
   RunGuarded([&] { StartUp(commandLine_, haveContext); });
+  HoldFrames(false);
+  if (picDraw_) picDraw_->update();
+  MarkStartup("start document built");
   int w = 1, h = 1;
   host_->CanvasSize(w, h);
   View.SetScreen(w, h);

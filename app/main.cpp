@@ -7,17 +7,20 @@
 
 #include "app/canvas.h"
 #include "app/frmF1.h"
+#include "app/startup_report.h"
 #include "app/surface_format.h"
 #include "document/frame_commands.h"
 #include "document/recovery.h"
 
 int main(int argc, char* argv[]) {
+  vt::app::MarkStartup("main");
   // The canvas's format must be the default before the application exists.
   vt::app::SetCanvasSurfaceFormat();
   QApplication app(argc, argv);
   QApplication::setApplicationName("Vantrel");
   QApplication::setApplicationVersion(VANTREL_VERSION);
   QApplication::setDesktopFileName("vantrel");
+  vt::app::MarkStartup("application made");
 
   // Qt has taken its own options out of argv; the rest, blanks and all, is
   // the path.
@@ -28,8 +31,10 @@ int main(int argc, char* argv[]) {
   }
 
   vt::app::frmF1 window(commandLine);
+  vt::app::MarkStartup("window built");
   QApplication::setWindowIcon(window.windowIcon());
   window.show();
+  vt::app::MarkStartup("window shown");
 
   // The recovery copy of this program: the orphans of other runs are offered
   // once the program has started, then this one is kept up to date in the

@@ -1,12 +1,16 @@
 #include "app/startup_report.h"
 
 #include <malloc.h>
+#include <time.h>
+#include <unistd.h>
 
 #include <QTimer>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <string>
+#include <vector>
 
 namespace vt::app {
 
@@ -18,28 +22,87 @@ long StatusField(const std::string& status, const char* key) {
   return at == std::string::npos ? 0 : std::strtol(status.c_str() + at + std::char_traits<char>::length(key), nullptr, 10);
 }
 
+std::string ReadAll(const char* path) {
+  std::ifstream in(path);
+  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
 void WriteReport(const char* path) {
   const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(
                       std::chrono::system_clock::now().time_since_epoch())
                       .count();
-  std::ifstream in("/proc/self/status");
-  const std::string status((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  const std::string status = ReadAll("/proc/self/status");
   std::ofstream out(path, std::ios::app);
   out << ms << ' ' << StatusField(status, "VmRSS:") << ' ' << StatusField(status, "VmHWM:") << '\n';
 }
 
+struct Mark {
+  const char* what;
+  double ms;
+  long rssKib, heapKib;
+};
+
+std::vector<Mark>* Marks() {
+  static std::vector<Mark>* marks = std::getenv("VANTREL_STARTUP_MARKS") ? new std::vector<Mark> : nullptr;
+  return marks;
+}
+
+// Milliseconds since the process was made: its start in clock ticks after
+// boot (field 22 of /proc/self/stat) against the boot clock now.
+double SinceProcessStart() {
+  const std::string stat = ReadAll("/proc/self/stat");
+  const size_t close = stat.rfind(')');
+  if (close == std::string::npos) return 0;
+  const char* p = stat.c_str() + close + 2;
+  for (int field = 3; field < 22 && *p; ++field) p = std::strchr(p, ' ') ? std::strchr(p, ' ') + 1 : "";
+  const double startMs = std::strtod(p, nullptr) * 1000.0 / static_cast<double>(sysconf(_SC_CLK_TCK));
+  timespec now{};
+  clock_gettime(CLOCK_BOOTTIME, &now);
+  return now.tv_sec * 1000.0 + now.tv_nsec / 1e6 - startMs;
+}
+
+void PrintMarks() {
+  std::vector<Mark>* marks = Marks();
+  if (!marks) return;
+  std::fprintf(stderr, "%-24s %8s %8s %8s\n", "start-up mark", "ms", "RSS MiB", "heap MiB");
+  for (const Mark& m : *marks)
+    std::fprintf(stderr, "%-24s %8.0f %8.1f %8.1f\n", m.what, m.ms, m.rssKib / 1024.0, m.heapKib / 1024.0);
+}
+
+}  // namespace
+
+void MarkStartup(const char* what) {
+  std::vector<Mark>* marks = Marks();
+  if (!marks) return;
+  const struct mallinfo2 heap = mallinfo2();
+  const std::string status = ReadAll("/proc/self/status");
+  marks->push_back({what, SinceProcessStart(), StatusField(status, "VmRSS:"),
+                    static_cast<long>((heap.uordblks + heap.hblkhd) / 1024)});
+}
+
+namespace {
+bool g_painted = false;
 }  // namespace
 
 void NoteFirstPaint() {
+  if (g_painted) return;
+  g_painted = true;
+  MarkStartup("first frame drawn");
+}
+
+void NoteFrameShown() {
   static bool done = false;
-  if (done) return;
+  if (done || !g_painted) return;
   done = true;
-  // After the events already queued (the paint that puts the frame on the
-  // screen): the heap that start-up used and freed goes back to the system.
+  MarkStartup("first frame on screen");
+  // After the events already queued: the heap that start-up used and freed
+  // goes back to the system.
   const char* path = std::getenv("VANTREL_STARTUP_REPORT");
   QTimer::singleShot(0, [path] {
     malloc_trim(0);
+    MarkStartup("heap trimmed");
     if (path && *path) WriteReport(path);
+    PrintMarks();
   });
 }
 

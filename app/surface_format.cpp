@@ -1,10 +1,8 @@
 #include "app/surface_format.h"
 
-#include <QSurfaceFormat>
-
 namespace vt::app {
 
-void SetCanvasSurfaceFormat() {
+QSurfaceFormat CanvasSurfaceFormat() {
   QSurfaceFormat format;
   format.setRenderableType(QSurfaceFormat::OpenGL);
   format.setProfile(QSurfaceFormat::CompatibilityProfile);
@@ -15,7 +13,14 @@ void SetCanvasSurfaceFormat() {
   format.setBlueBufferSize(8);
   format.setDepthBufferSize(24);
   format.setStencilBufferSize(8);  // the space scene's shadow
-  QSurfaceFormat::setDefaultFormat(format);
+  return format;
+}
+
+void SetCanvasSurfaceFormat() {
+  QSurfaceFormat window = CanvasSurfaceFormat();
+  window.setDepthBufferSize(0);
+  window.setStencilBufferSize(0);
+  QSurfaceFormat::setDefaultFormat(window);
 }
 
 }  // namespace vt::app

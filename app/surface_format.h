@@ -3,9 +3,17 @@
 // colour channels and a 24-bit depth buffer.
 #pragma once
 
+#include <QSurfaceFormat>
+
 namespace vt::app {
 
-// Sets the format as the default; call before the QApplication is made.
+// The canvas's format.
+QSurfaceFormat CanvasSurfaceFormat();
+
+// Sets the default format, that of the window the canvas is composed into:
+// the canvas's without the depth buffer, which composing does not use (on
+// the software renderer it is a window-sized buffer held for nothing). Call
+// before the QApplication is made; the canvas asks for its own format.
 void SetCanvasSurfaceFormat();
 
 }  // namespace vt::app

@@ -1,29 +1,39 @@
 #!/usr/bin/env bash
 # Start-up of the desktop program: launches the window RUNS times (default 7)
 # and prints, for each run and as the median of the runs, the time from the
-# launch to the first painted frame and the resident memory at that moment
-# (VmRSS, and its peak VmHWM, from /proc). Without a display it runs itself
+# launch until the canvas's first frame is on the screen and the resident
+# memory at that moment (VmRSS, from /proc), then VmRSS and its peak VmHWM
+# one second later, read by this script (the same for any program, whatever
+# moment it reports). Without a display it runs itself
 # under xvfb-run with a 1280x800 screen. One launch before the counted runs
 # warms the disk cache and the user's settings; every launch uses the same
 # private HOME, removed at the end.
 #
-#   bench/startup.sh [RUNS] [PROGRAM]      PROGRAM defaults to build/bin/vantrel
+# Given several programs (an older build against the current one), the runs
+# alternate between them, so that a shared machine's load falls on all alike,
+# and each gets its own median row.
+#
+#   bench/startup.sh [RUNS] [PROGRAM...]      PROGRAM defaults to build/bin/vantrel
 set -euo pipefail
 
 runs=${1:-7}
-program=${2:-build/bin/vantrel}
+shift || true
+programs=("$@")
+[[ ${#programs[@]} -gt 0 ]] || programs=(build/bin/vantrel)
 if [[ -z "${DISPLAY:-}" ]]; then
-  exec xvfb-run -a -s "-screen 0 1280x800x24" "$0" "$runs" "$program"
+  exec xvfb-run -a -s "-screen 0 1280x800x24" "$0" "$runs" "${programs[@]}"
 fi
-[[ -x "$program" ]] || { echo "no program at $program (build the target vantrel)" >&2; exit 1; }
+for program in "${programs[@]}"; do
+  [[ -x "$program" ]] || { echo "no program at $program (build the target vantrel)" >&2; exit 1; }
+done
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 mkdir -p "$work/home"
 
-# One launch: prints "ms rss_kib hwm_kib".
+# One launch of $1: prints "ms rss_kib settled_rss_kib settled_hwm_kib".
 launch() {
-  local report="$work/report" t0 pid line=""
+  local program=$1 report="$work/report" t0 pid line=""
   rm -f "$report"
   t0=$(date +%s%3N)
   HOME="$work/home" XDG_CONFIG_HOME="$work/home/.config" XDG_DATA_HOME="$work/home/.local/share" \
@@ -34,25 +44,40 @@ launch() {
     kill -0 "$pid" 2>/dev/null || break
     sleep 0.05
   done
-  [[ -s "$report" ]] && line=$(head -n1 "$report")
+  local settled="0 0"
+  if [[ -s "$report" ]]; then
+    line=$(head -n1 "$report")
+    sleep 1
+    settled=$(awk '/^VmRSS:/ { r = $2 } /^VmHWM:/ { h = $2 } END { print r + 0, h + 0 }' "/proc/$pid/status" 2>/dev/null || echo "0 0")
+  fi
   kill "$pid" 2>/dev/null || true
   wait "$pid" 2>/dev/null || true
-  [[ -n "$line" ]] || { echo "the program painted no frame" >&2; exit 1; }
-  read -r t rss hwm <<<"$line"
-  echo "$((t - t0)) $rss $hwm"
+  [[ -n "$line" ]] || { echo "$program painted no frame" >&2; exit 1; }
+  read -r t rss _ <<<"$line"
+  echo "$((t - t0)) $rss $settled"
 }
 
 median() { sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
 
-launch >/dev/null  # warm-up, not counted
-printf '%-4s %12s %10s %10s\n' run "window ms" "RSS MiB" "HWM MiB"
-: >"$work/runs"
-for i in $(seq "$runs"); do
-  read -r ms rss hwm <<<"$(launch)"
-  echo "$ms $rss $hwm" >>"$work/runs"
-  awk -v i="$i" -v ms="$ms" -v r="$rss" -v h="$hwm" 'BEGIN { printf "%-4s %12d %10.1f %10.1f\n", i, ms, r / 1024, h / 1024 }'
+many=$(( ${#programs[@]} > 1 ))
+for p in "${!programs[@]}"; do
+  launch "${programs[$p]}" >/dev/null  # warm-up, not counted
+  : >"$work/runs.$p"
+  if (( many )); then echo "program $((p + 1)): ${programs[$p]}"; fi
 done
-ms=$(cut -d' ' -f1 "$work/runs" | median)
-rss=$(cut -d' ' -f2 "$work/runs" | median)
-hwm=$(cut -d' ' -f3 "$work/runs" | median)
-awk -v ms="$ms" -v r="$rss" -v h="$hwm" 'BEGIN { printf "%-4s %12d %10.1f %10.1f\n", "med", ms, r / 1024, h / 1024 }'
+printf '%-6s %12s %10s %12s %10s\n' run "window ms" "RSS MiB" "RSS 1 s MiB" "HWM MiB"
+row() { awk -v n="$1" -v ms="$2" -v r="$3" -v s="$4" -v h="$5" 'BEGIN { printf "%-6s %12d %10.1f %12.1f %10.1f\n", n, ms, r / 1024, s / 1024, h / 1024 }'; }
+for i in $(seq "$runs"); do
+  for p in "${!programs[@]}"; do
+    read -r ms rss settled hwm <<<"$(launch "${programs[$p]}")"
+    echo "$ms $rss $settled $hwm" >>"$work/runs.$p"
+    name=$i
+    if (( many )); then name="$i/$((p + 1))"; fi
+    row "$name" "$ms" "$rss" "$settled" "$hwm"
+  done
+done
+for p in "${!programs[@]}"; do
+  name=med
+  if (( many )); then name="med/$((p + 1))"; fi
+  row "$name" $(for f in 1 2 3 4; do cut -d' ' -f$f "$work/runs.$p" | median; done)
+done

@@ -37,6 +37,7 @@ Position* ToolCursorPoint = nullptr;
 namespace {
 
 bool g_haveContext = false;
+bool g_framesHeld = false;
 GLuint g_sceneList = 0;
 WindowProjection g_compiled;
 
@@ -644,6 +645,8 @@ void ObjectStep() { g_objectStep = true; }
 
 void DrawScene() {
   if (!g_haveContext || ViewGraph.Busy) return;
+  // The axes' outline glyphs are built on the first scene that shows them.
+  if (AxisObject.BetterFonts) EnsureOutlineFonts();
   const bool step = g_objectStep;
   g_objectStep = false;
   g_sceneKept = false;
@@ -683,8 +686,10 @@ void DrawScene() {
 
 bool SceneKept() { return g_sceneKept; }
 
+void HoldFrames(bool hold) { g_framesHeld = hold; }
+
 void Display() {
-  if (!g_haveContext) return;
+  if (!g_haveContext || g_framesHeld) return;
   DrawFrame();
   host().SwapBuffers();
 }

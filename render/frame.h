@@ -42,8 +42,12 @@ void ObjectStep();
 // the scene list, and the frame drawn with it, are the ones before.
 bool SceneKept();
 // One frame: lights, smooth shading, View.Projection, clear, the scene list,
-// finish, and the host's buffer swap.
+// finish, and the host's buffer swap. Nothing while frames are held.
 void Display();
+// While held, Display draws nothing (the scene lists are still compiled): the
+// program's start builds its document through several redraws before the
+// window is on the screen, and its first paint draws the one frame seen.
+void HoldFrames(bool hold);
 // The same frame without the buffer swap (for captures).
 void DrawFrame();
 

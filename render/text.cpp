@@ -524,12 +524,50 @@ bool BuildOutlineTwin(GLuint of, GLuint& base) {
   return true;
 }
 
-void DeleteFontLists() {
+// Whether the outline lists were built (or failed) in this context: a face
+// that cannot be had is reported once, not at every scene.
+bool g_outlinesTried = false;
+
+bool BuildBitmapSet() {
   if (g_atlas.texture) glDeleteTextures(1, &g_atlas.texture);
   if (FontBitmapBase) glDeleteLists(FontBitmapBase, kBitmapNames);
+  FontBitmapBase = 0;
+  g_atlas = GlyphAtlas();
+  GLuint base = 0;
+  if (BuildBitmapFont(base)) {
+    FontBitmapBase = base;
+    return true;
+  }
+  if (base) glDeleteLists(base, kBitmapNames);
+  g_atlas = GlyphAtlas();
+  ReportFontFailure();
+  return false;
+}
+
+bool BuildOutlineSets() {
   if (FontOutlineSmall) glDeleteLists(FontOutlineSmall, kOutlineGlyphs);
   if (FontOutlineLarge) glDeleteLists(FontOutlineLarge, kOutlineGlyphs);
-  ForgetFonts();
+  FontOutlineSmall = FontOutlineLarge = 0;
+  g_outlinesTried = true;
+  bool all = true;
+  // Both outline sizes come from the same unhinted outlines: the lists are in
+  // units of the em, whatever the size asked for.
+  // The second set calls the glyphs of the first, which are tessellated once.
+  std::vector<OutlineGlyph> glyphs;
+  const bool loaded = LoadOutlines(glyphs);
+  for (unsigned* slot : {&FontOutlineSmall, &FontOutlineLarge}) {
+    GLuint b = 0;
+    const bool built = slot == &FontOutlineLarge && FontOutlineSmall ? BuildOutlineTwin(FontOutlineSmall, b)
+                                                                     : loaded && BuildOutlineFont(glyphs, b);
+    if (built) {
+      *slot = b;
+    } else {
+      ReportFontFailure();
+      if (b) glDeleteLists(b, kOutlineGlyphs);
+      all = false;
+    }
+  }
+  return all;
 }
 
 }  // namespace
@@ -601,46 +639,28 @@ std::string AnsiBytes(const std::string& utf8) {
 }
 
 bool BuildFonts() {
-  DeleteFontLists();
-  bool all = true;
-  GLuint base = 0;
-  if (BuildBitmapFont(base)) {
-    FontBitmapBase = base;
-  } else {
-    if (base) glDeleteLists(base, kBitmapNames);
-    g_atlas = GlyphAtlas();
-    ReportFontFailure();
-    all = false;
-  }
-  // Both outline sizes come from the same unhinted outlines: the lists are in
-  // units of the em, whatever the size asked for.
-  // The second set calls the glyphs of the first, which are tessellated once.
-  std::vector<OutlineGlyph> glyphs;
-  const bool loaded = LoadOutlines(glyphs);
-  for (unsigned* slot : {&FontOutlineSmall, &FontOutlineLarge}) {
-    GLuint b = 0;
-    const bool built = slot == &FontOutlineLarge && FontOutlineSmall ? BuildOutlineTwin(FontOutlineSmall, b)
-                                                                     : loaded && BuildOutlineFont(glyphs, b);
-    if (built) {
-      *slot = b;
-    } else {
-      ReportFontFailure();
-      if (b) glDeleteLists(b, kOutlineGlyphs);
-      all = false;
-    }
-  }
-  return all;
+  const bool bitmap = BuildBitmapSet();
+  const bool outlines = BuildOutlineSets();
+  return bitmap && outlines;
 }
 
 void EnsureFonts() {
-  const bool have = FontBitmapBase && glIsList(FontBitmapBase + 'A') && FontOutlineSmall &&
-                    glIsList(FontOutlineSmall + 'A') && FontOutlineLarge && glIsList(FontOutlineLarge + 'A');
-  if (!have) BuildFonts();
+  if (FontBitmapBase && glIsList(FontBitmapBase + 'A')) return;
+  // A context without the lists: names kept from another one mean nothing here.
+  ForgetFonts();
+  BuildBitmapSet();
+}
+
+void EnsureOutlineFonts() {
+  const bool have = FontOutlineSmall && glIsList(FontOutlineSmall + 'A') && FontOutlineLarge &&
+                    glIsList(FontOutlineLarge + 'A');
+  if (!have && !g_outlinesTried) BuildOutlineSets();
 }
 
 void ForgetFonts() {
   FontBitmapBase = FontOutlineSmall = FontOutlineLarge = 0;
   g_atlas = GlyphAtlas();
+  g_outlinesTried = false;
 }
 
 void DrawTextAt(float x, float y, float z, const std::string& text) {

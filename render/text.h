@@ -32,8 +32,14 @@ extern std::string FontFileOverride;
 // A font that cannot be had shows "Unable to create font", keeps base 0 and
 // is left out; drawing goes on without it. True when all three were built.
 bool BuildFonts();
-// Builds the fonts when the current context has none.
+// Builds the bitmap font when the current context has none. The outline
+// fonts, which only the axes' "Better fonts" use and which take the most
+// time and memory to build, wait for EnsureOutlineFonts.
 void EnsureFonts();
+// Builds the two outline fonts when the current context has none and has not
+// tried yet (a face that cannot be had is reported once). Not inside a list
+// being compiled: the scene calls it before compiling.
+void EnsureOutlineFonts();
 // The context is gone with its lists: forget the names.
 void ForgetFonts();
 

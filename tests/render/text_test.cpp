@@ -112,6 +112,7 @@ TEST_F(TextTest, LabelPassMatchesTheBitmapGlyphsPixelForPixel) {
 }
 
 TEST_F(TextTest, OutlineGlyphsAreInEmUnitsExtrudedAndAdvance) {
+  EnsureOutlineFonts();  // built on first use, not with the context
   ASSERT_TRUE(FontOutlineSmall != 0 && FontOutlineLarge != 0 && FontOutlineSmall != FontOutlineLarge);
   // The glyphs drawn flat black, 80 pixels to the unit, origin at pixel
   // (16, 40), turned by turnY about y (from the side the extrusion runs
