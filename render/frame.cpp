@@ -530,6 +530,7 @@ bool Initialize() {
   glEnable(GL_DEPTH_TEST);
   EnsureFonts();
   EnsureBallList();
+  EnsureDashTexture();
   return true;
 }
 
@@ -542,6 +543,7 @@ void ReleaseContext() {
   g_compiled.valid = false;
   ForgetFonts();
   ForgetBallList();
+  ForgetDashTexture();
   ForgetTextures();
 }
 
