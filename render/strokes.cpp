@@ -83,8 +83,7 @@ int DashRow(unsigned short pattern) {
 }
 
 // The window position of a scene place under the compiled matrices, for
-// places outside the view too (plane view: no perspective division needed
-// beyond w).
+// places outside the view volume too (a line is made 500 units long).
 bool WindowPlace(const WindowProjection& m, const Position& p, double& wx, double& wy) {
   double eye[4], clip[4];
   for (int r = 0; r < 4; ++r) eye[r] = m.model[r] * p.x + m.model[4 + r] * p.y + m.model[8 + r] * p.z + m.model[12 + r];
