@@ -1,5 +1,6 @@
 // Drawing of arcs.
 #include <cmath>
+#include <vector>
 
 #include "geometry/arc.h"
 #include "render/gl_batch.h"
@@ -9,28 +10,13 @@ namespace vt {
 
 namespace {
 
-// A convex polygon (first, then rim[0..n)) as zig-zag triangles. Each
-// triangle is as wide as the shape allows: a fan of slivers from one corner
-// covers the same pixels but makes the rasteriser visit the blocks near that
-// corner once per sliver.
-void EmitConvexFill(const Position& first, const Position* rim, size_t n) {
-  if (n < 2) return;
+// The convex polygon first, rim[0..n) as triangles.
+void EmitConvex(const Position& first, const Position* rim, size_t n) {
   std::vector<const Position*> v;
   v.reserve(n + 1);
   v.push_back(&first);
   for (size_t i = 0; i < n; ++i) v.push_back(rim + i);
-  size_t lo = 0, hi = v.size() - 1;
-  bool fromLow = true;
-  while (hi - lo >= 2) {
-    const Position* a = v[lo];
-    const Position* b = fromLow ? v[lo + 1] : v[hi - 1];
-    const Position* d = v[hi];
-    glVertex3f(a->x, a->y, a->z);
-    glVertex3f(b->x, b->y, b->z);
-    glVertex3f(d->x, d->y, d->z);
-    if (fromLow) ++lo; else --hi;
-    fromLow = !fromLow;
-  }
+  EmitConvexFill(v.data(), v.size());
 }
 
 }  // namespace
@@ -57,10 +43,10 @@ void CArc::Draw() {
       // The sector is the centre and the rim; a sweep over half a turn is
       // two convex halves.
       const size_t half = s.size() / 2;
-      EmitConvexFill(c, s.data(), half + 1);
-      EmitConvexFill(c, s.data() + half, s.size() - half);
+      EmitConvex(c, s.data(), half + 1);
+      EmitConvex(c, s.data() + half, s.size() - half);
     } else {
-      EmitConvexFill(s.front(), s.data() + 1, s.size() - 1);
+      EmitConvex(s.front(), s.data() + 1, s.size() - 1);
     }
     glb::End();
     glb::Enable(GL_DEPTH_TEST, true);
@@ -68,27 +54,27 @@ void CArc::Draw() {
 
   SetColor(color);
   glb::LineWidth(GELineWidth);
-  int factor;
-  unsigned short pattern;
+  int factor = 1;
+  unsigned short pattern = 0xFFFF;
   bool stippled = DrawMode == 1 && LineStippleOf(GELineStyle, factor, pattern);
-  if (stippled) glb::LineStipple(factor, pattern);
-  glb::Enable(GL_LINE_STIPPLE, stippled);
+  DashPen pen(stippled, factor, pattern);
   // The arc is one strip, so that a dash pattern runs along it unbroken.
-  glb::Begin(GL_LINE_STRIP);
-  for (const Position& p : s) glVertex3f(p.x, p.y, p.z);
+  glb::Begin(pen.Mode(GL_LINE_STRIP));
+  if (pen.Textured()) {
+    for (size_t i = 0; i + 1 < s.size(); ++i) pen.Segment(s[i], s[i + 1], true);
+  } else {
+    for (const Position& p : s) glVertex3f(p.x, p.y, p.z);
+  }
   glb::End();
   glb::Begin(GL_LINES);
   if (AT == 2) {
-    glVertex3f(s.front().x, s.front().y, s.front().z);
-    glVertex3f(c.x, c.y, c.z);
-    glVertex3f(c.x, c.y, c.z);
-    glVertex3f(s.back().x, s.back().y, s.back().z);
+    pen.Segment(s.front(), c, false);
+    pen.Segment(c, s.back(), false);
   } else if (AT == 3) {
-    glVertex3f(s.front().x, s.front().y, s.front().z);
-    glVertex3f(s.back().x, s.back().y, s.back().z);
+    pen.Segment(s.front(), s.back(), false);
   }
   glb::End();
-  glb::Enable(GL_LINE_STIPPLE, false);
+  pen.Finish();
   glb::Enable(GL_LINE_SMOOTH, false);
   glb::Enable(GL_BLEND, false);
   glb::Enable(GL_LIGHTING, true);

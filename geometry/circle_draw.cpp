@@ -1,6 +1,7 @@
 // Drawing of circles.
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "geometry/circle.h"
 #include "render/gl_batch.h"
@@ -34,8 +35,6 @@ void CCircle::Draw() {
   GLint factor = 1;
   GLushort pattern = 0xFFFF;
   bool stippled = DrawMode == 1 && CircleStippleOf(GELineStyle, factor, pattern);
-  if (stippled) glb::LineStipple(factor, pattern);
-  glb::Enable(GL_LINE_STIPPLE, stippled);
 
   // The rim is one strip, so that a dash pattern runs round it unbroken
   // (restarted on every piece, a circle of more than a few pixels a piece
@@ -47,25 +46,28 @@ void CCircle::Draw() {
     // The disc is painted piece by piece under a blend, the outline after it.
     glb::Enable(GL_DEPTH_TEST, false);
     SetColor(color, 0.3f);
+    std::vector<const Position*> corners;
+    corners.reserve(static_cast<size_t>(DrawSegments));
+    for (int i = 0; i < DrawSegments; ++i) corners.push_back(&Rim[static_cast<size_t>(i)]);
     glb::Begin(GL_TRIANGLES);
-    for (int i = 0; i < DrawSegments; ++i) {
-      const Position& a = Rim[static_cast<size_t>(i)];
-      const Position& b = Rim[static_cast<size_t>(i) + 1];
-      glVertex3f(centre.x, centre.y, centre.z);
-      glVertex3f(a.x, a.y, a.z);
-      glVertex3f(b.x, b.y, b.z);
-    }
+    EmitConvexFill(corners.data(), corners.size());
     glb::End();
   }
   SetColor(color);
-  glb::Begin(GL_LINE_STRIP);
-  for (int i = 0; i <= DrawSegments; ++i) {
-    const Position& a = Rim[static_cast<size_t>(i)];
-    glVertex3f(a.x, a.y, a.z);
+  DashPen pen(stippled, factor, pattern);
+  glb::Begin(pen.Mode(GL_LINE_STRIP));
+  if (pen.Textured()) {
+    for (int i = 0; i < DrawSegments; ++i)
+      pen.Segment(Rim[static_cast<size_t>(i)], Rim[static_cast<size_t>(i) + 1], true);
+  } else {
+    for (int i = 0; i <= DrawSegments; ++i) {
+      const Position& a = Rim[static_cast<size_t>(i)];
+      glVertex3f(a.x, a.y, a.z);
+    }
   }
   glb::End();
   if (Filled) glb::Enable(GL_DEPTH_TEST, true);
-  glb::Enable(GL_LINE_STIPPLE, false);
+  pen.Finish();
   glb::Enable(GL_LINE_SMOOTH, false);
   glb::Enable(GL_BLEND, false);
   glb::Enable(GL_LIGHTING, true);

@@ -555,6 +555,7 @@ bool Initialize() {
   glEnable(GL_DEPTH_TEST);
   EnsureFonts();
   EnsureBallList();
+  EnsureDashTexture();
   return true;
 }
 
@@ -567,6 +568,7 @@ void ReleaseContext() {
   g_compiled.valid = false;
   ForgetFonts();
   ForgetBallList();
+  ForgetDashTexture();
   ForgetTextures();
 }
 

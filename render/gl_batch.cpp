@@ -23,6 +23,8 @@ struct State {
   GLenum blendSrc, blendDst;  // 0 unknown
   GLenum lineHint;            // 0 unknown
   GLenum polygonMode;         // 0 unknown
+  GLuint texture;             // with textureKnown
+  bool textureKnown;
 };
 
 State Unknown() {
@@ -34,6 +36,8 @@ State Unknown() {
   s.blendSrc = s.blendDst = 0;
   s.lineHint = 0;
   s.polygonMode = 0;
+  s.texture = 0;
+  s.textureKnown = false;
   return s;
 }
 
@@ -109,6 +113,12 @@ void Apply() {
   if (g_want.polygonMode && g_want.polygonMode != g_have.polygonMode) {
     glPolygonMode(GL_FRONT_AND_BACK, g_want.polygonMode);
     g_have.polygonMode = g_want.polygonMode;
+  }
+  if (g_want.textureKnown && (!g_have.textureKnown || g_want.texture != g_have.texture)) {
+    glBindTexture(GL_TEXTURE_2D, g_want.texture);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    g_have.texture = g_want.texture;
+    g_have.textureKnown = true;
   }
   g_dirty = false;
 }
@@ -199,6 +209,17 @@ void PolygonMode(GLenum mode) {
   }
   g_want.polygonMode = mode;
   if (g_have.polygonMode != mode) MarkDirty();
+}
+
+void BindTexture(GLuint name) {
+  if (!g_active) {
+    glBindTexture(GL_TEXTURE_2D, name);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    return;
+  }
+  g_want.texture = name;
+  g_want.textureKnown = true;
+  if (!g_have.textureKnown || g_have.texture != name) MarkDirty();
 }
 
 void Color(float r, float g, float b, float a) {

@@ -16,7 +16,8 @@
 // left behind by the one before it.
 //
 // Rules for code that draws into the list:
-// - state through Enable/LineWidth/LineStipple/BlendFunc/Hint/PolygonMode,
+// - state through Enable/LineWidth/LineStipple/BlendFunc/Hint/PolygonMode/
+//   BindTexture,
 //   colours through Color, primitives through Begin/End;
 // - before any other GL call (text, matrices, call lists, quadrics, raw
 //   state) call Sync(); after a call that may have changed state, Forget().
@@ -40,6 +41,8 @@ void LineStipple(GLint factor, GLushort pattern);
 void BlendFunc(GLenum src, GLenum dst);
 void Hint(GLenum target, GLenum mode);
 void PolygonMode(GLenum mode);  // front and back
+// The 2D texture bound (with the texture environment GL_MODULATE).
+void BindTexture(GLuint name);
 // Between Begin and End: the colour of the following vertices. Elsewhere:
 // the colour of the next primitive (a joined primitive that is still open
 // takes it as a vertex colour).

@@ -18,8 +18,10 @@ class OffscreenContext {
   ~OffscreenContext();
 
   // Makes the context and its surface and makes them current. On failure
-  // `error` says why and nothing is left behind.
-  bool Create(int width, int height, std::string& error);
+  // `error` says why and nothing is left behind. With `deepest` the colour
+  // is the deepest EGL lists first (10 bits a channel on Mesa), for comparing
+  // with pictures made that way.
+  bool Create(int width, int height, std::string& error, bool deepest = false);
   // A new surface of another size for the same context (display lists stay),
   // made current.
   bool Resize(int width, int height);

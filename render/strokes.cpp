@@ -13,6 +13,7 @@
 #include "geometry/region.h"
 #include "render/frame.h"
 #include "render/gl_batch.h"
+#include "render/picture.h"
 #include "render/text.h"
 #include "render/view_state.h"
 
@@ -68,6 +69,127 @@ bool LineStippleOf(int lineStyle, int& factor, unsigned short& pattern) {
   }
 }
 
+namespace {
+
+// The dash patterns of lines and circles (16 bits, lowest first), one
+// texture row each.
+constexpr unsigned short kDashRows[] = {16191, 21845, 10239, 255};
+constexpr int kDashRowCount = 4;
+GLuint g_dashTexture = 0;
+
+int DashRow(unsigned short pattern) {
+  for (int i = 0; i < kDashRowCount; ++i)
+    if (kDashRows[i] == pattern) return i;
+  return -1;
+}
+
+// The window position of a scene place under the compiled matrices, for
+// places outside the view volume too (a line is made 500 units long).
+bool WindowPlace(const WindowProjection& m, const Position& p, double& wx, double& wy) {
+  double eye[4], clip[4];
+  for (int r = 0; r < 4; ++r) eye[r] = m.model[r] * p.x + m.model[4 + r] * p.y + m.model[8 + r] * p.z + m.model[12 + r];
+  for (int r = 0; r < 4; ++r)
+    clip[r] = m.proj[r] * eye[0] + m.proj[4 + r] * eye[1] + m.proj[8 + r] * eye[2] + m.proj[12 + r] * eye[3];
+  if (!(clip[3] > 0)) return false;
+  wx = m.viewport[0] + (clip[0] / clip[3] + 1) * m.viewport[2] / 2.0;
+  wy = m.viewport[1] + (clip[1] / clip[3] + 1) * m.viewport[3] / 2.0;
+  return true;
+}
+
+// The part [t0, t1] of the window segment p + t (q - p), t in [0, 1], inside
+// the viewport; false when none is.
+bool ClipToViewport(const int* vp, double px, double py, double qx, double qy, double& t0, double& t1) {
+  t0 = 0, t1 = 1;
+  const double d[2] = {qx - px, qy - py}, p[2] = {px, py};
+  for (int axis = 0; axis < 2; ++axis) {
+    const double lo = vp[axis], hi = static_cast<double>(vp[axis]) + vp[axis + 2];
+    if (d[axis] == 0) {
+      if (p[axis] < lo || p[axis] > hi) return false;
+      continue;
+    }
+    double a = (lo - p[axis]) / d[axis], b = (hi - p[axis]) / d[axis];
+    if (a > b) std::swap(a, b);
+    t0 = std::max(t0, a);
+    t1 = std::min(t1, b);
+  }
+  return t0 <= t1;
+}
+
+}  // namespace
+
+bool TextureDashes = true;
+
+void EnsureDashTexture() {
+  if (g_dashTexture && glIsTexture(g_dashTexture)) return;
+  glGenTextures(1, &g_dashTexture);
+  if (!g_dashTexture) return;
+  unsigned char texels[kDashRowCount][16];
+  for (int r = 0; r < kDashRowCount; ++r)
+    for (int i = 0; i < 16; ++i) texels[r][i] = (kDashRows[r] >> i) & 1 ? 255 : 0;
+  GLint old = 0;
+  glGetIntegerv(GL_TEXTURE_BINDING_2D, &old);
+  glBindTexture(GL_TEXTURE_2D, g_dashTexture);
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+  glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, 16, kDashRowCount, 0, GL_ALPHA, GL_UNSIGNED_BYTE, texels);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+  glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(old));
+}
+
+void ForgetDashTexture() { g_dashTexture = 0; }
+
+DashPen::DashPen(bool stippled, int factor, unsigned short pattern) {
+  const int row = stippled && TextureDashes ? DashRow(pattern) : -1;
+  const WindowProjection& m = CompiledProjection();
+  textured_ = row >= 0 && factor > 0 && g_dashTexture && glb::Active() && PlaneView() && !CapturingPicture() &&
+              m.valid && m.proj[15] != 0;
+  if (textured_) {
+    row_ = (static_cast<float>(row) + 0.5f) / kDashRowCount;
+    perTexel_ = factor;
+    glb::Enable(GL_LINE_STIPPLE, false);
+    glb::BindTexture(g_dashTexture);
+    glb::Enable(GL_TEXTURE_2D, true);
+    return;
+  }
+  if (stippled) glb::LineStipple(factor, pattern);
+  glb::Enable(GL_LINE_STIPPLE, stippled);
+}
+
+void DashPen::Segment(const Position& a, const Position& b, bool runOn) {
+  if (!textured_) {
+    glVertex3f(a.x, a.y, a.z);
+    glVertex3f(b.x, b.y, b.z);
+    return;
+  }
+  if (!runOn || !started_) along_ = 0;
+  started_ = true;
+  const WindowProjection& m = CompiledProjection();
+  double ax = 0, ay = 0, bx = 0, by = 0, t0 = 0, t1 = 0;
+  double s0 = along_, s1 = along_;
+  if (WindowPlace(m, a, ax, ay) && WindowPlace(m, b, bx, by)) {
+    // GL's count for a smooth line: one a pixel of its length, from where it
+    // enters the canvas, and the whole of a last part pixel.
+    const double len = std::hypot(bx - ax, by - ay);
+    if (ClipToViewport(m.viewport, ax, ay, bx, by, t0, t1)) {
+      s0 = along_ - t0 * len;
+      s1 = s0 + len;
+      along_ += std::ceil((t1 - t0) * len);
+    }
+  }
+  const double k = 1.0 / (16.0 * perTexel_);
+  glTexCoord2f(static_cast<float>(s0 * k), row_);
+  glVertex3f(a.x, a.y, a.z);
+  glTexCoord2f(static_cast<float>(s1 * k), row_);
+  glVertex3f(b.x, b.y, b.z);
+}
+
+void DashPen::Finish() {
+  if (textured_) glb::Enable(GL_TEXTURE_2D, false);
+  else glb::Enable(GL_LINE_STIPPLE, false);
+}
+
 void DrawLineStroke(const Position& a, const Position& b, std::uint32_t foreColor, int drawMode,
                     int lineStyle, float lineWidth) {
   glb::Enable(GL_LIGHTING, false);
@@ -81,13 +203,11 @@ void DrawLineStroke(const Position& a, const Position& b, std::uint32_t foreColo
   int factor = 1;
   unsigned short pattern = 0xFFFF;
   const bool stippled = drawMode == 1 && LineStippleOf(lineStyle, factor, pattern);
-  if (stippled) glb::LineStipple(factor, pattern);
-  glb::Enable(GL_LINE_STIPPLE, stippled);
+  DashPen pen(stippled, factor, pattern);
   glb::Begin(GL_LINES);
-  glVertex3f(a.x, a.y, a.z);
-  glVertex3f(b.x, b.y, b.z);
+  pen.Segment(a, b, false);
   glb::End();
-  glb::Enable(GL_LINE_STIPPLE, false);
+  pen.Finish();
 }
 
 void EndLineLook() {
@@ -145,6 +265,33 @@ void DrawVector(const Position& a, const Position& b, std::uint32_t foreColor, i
 void DrawVector(const CLine& line) {
   if (line.Hide) return;
   DrawVector(line.pBegin, line.pEnd, line.ForeColor, line.DrawMode, line.GELineStyle, line.GELineWidth);
+}
+
+namespace {
+void EmitCorner(const Position& p) { glVertex3f(p.x, p.y, p.z); }
+
+// The caps between corners a and b (indices into a polygon of n corners,
+// b == n meaning corner 0).
+void EmitCaps(const Position* const* v, std::size_t n, std::size_t a, std::size_t b) {
+  if (b - a < 2) return;
+  const std::size_t m = (a + b) / 2;
+  EmitCorner(*v[a]);
+  EmitCorner(*v[m]);
+  EmitCorner(*v[b % n]);
+  EmitCaps(v, n, a, m);
+  EmitCaps(v, n, m, b);
+}
+}  // namespace
+
+void EmitConvexFill(const Position* const* corners, std::size_t n) {
+  if (n < 3) return;
+  const std::size_t a = n / 3, b = 2 * n / 3;
+  EmitCorner(*corners[0]);
+  EmitCorner(*corners[a]);
+  EmitCorner(*corners[b]);
+  EmitCaps(corners, n, 0, a);
+  EmitCaps(corners, n, a, b);
+  EmitCaps(corners, n, b, n);
 }
 
 void DrawRegionFill(const CRegion& region, bool depthTest) {

@@ -5,6 +5,7 @@
 // drawn; the caller owns the context.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -36,6 +37,45 @@ std::uint32_t LineColorOf(std::uint32_t foreColor, int drawMode);
 // 21845, 4 factor 1 pattern 10239. False for solid (1 and unknown styles).
 bool LineStippleOf(int lineStyle, int& factor, unsigned short& pattern);
 
+// The dashes of a stroke. While the plane scene compiles (and no picture is
+// being captured) a dashed stroke takes its pattern from a row of the dash
+// texture, its texture coordinate counting window pixels along the stroke
+// from where it enters the canvas, as GL's stipple counts them: the software
+// renderer cuts a stippled line into one primitive per dash (a dotted line
+// across the canvas is hundreds), a textured line stays one primitive.
+// Otherwise, and for a pattern the texture has no row for, it is GL's
+// stipple. Segment by segment, whether the caller draws GL_LINES or a strip
+// (a strip given segment by segment is drawn as GL_LINES with textured
+// dashes; its pattern runs on from one segment to the next).
+class DashPen {
+ public:
+  // Sets the dash state; stippled false: a solid stroke (stipple off).
+  DashPen(bool stippled, int factor, unsigned short pattern);
+  // The primitive to begin for the segments of a stroke drawn as `mode`:
+  // GL_LINES with textured dashes, else `mode` itself.
+  unsigned int Mode(unsigned int mode) const { return textured_ ? 0x0001 /* GL_LINES */ : mode; }
+  // True with textured dashes: a strip must be given segment by segment.
+  bool Textured() const { return textured_; }
+  // The vertices of a segment; runOn: the pattern runs on from the segment
+  // before (a strip), else it starts again (GL_LINES).
+  void Segment(const Position& a, const Position& b, bool runOn);
+  // Switches the texture or the stipple off again.
+  void Finish();
+
+ private:
+  bool textured_ = false;
+  bool started_ = false;
+  float row_ = 0;        // t of the pattern's row
+  double perTexel_ = 1;  // window pixels per bit of the pattern (the factor)
+  double along_ = 0;     // GL's count so far
+};
+
+// False: dashes are always GL's stipple (to compare with the textured ones).
+extern bool TextureDashes;
+// The dash texture for the current context; Forget when the context goes.
+void EnsureDashTexture();
+void ForgetDashTexture();
+
 // A straight stroke from a to b in the look of a line: lighting off, line
 // smoothing and blending on (nicest), polygon offset fill off, the colour of
 // the draw mode, the width, and the stipple of the style in draw mode 1 only
@@ -60,6 +100,14 @@ void DrawVector(const Position& a, const Position& b, std::uint32_t foreColor, i
 // The same for a line object (its ends, colour, draw mode, style and width);
 // nothing while it is hidden.
 void DrawVector(const CLine& line);
+
+// A convex polygon as GL_TRIANGLES vertices (the caller has begun the
+// primitive): the triangle over its corners n/3 apart, then each cap left
+// between two of them halved the same way. It covers the pixels a fan does,
+// each once, but with about log n long edges inside the polygon instead of n:
+// the rasteriser shades the blocks along every edge once per triangle, so a
+// fan of slivers costs it nearly twice the polygon's area.
+void EmitConvexFill(const Position* const* corners, std::size_t n);
 
 // A region's fill: the colour of its draw mode (1 its own at its Alpha, 2 blue
 // at 0.5, 3 the background, 4 green at 0.5), lighting off, blending on,
