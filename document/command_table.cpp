@@ -227,7 +227,7 @@ const std::vector<MenuItemDef> kMenus = {
     {"mnuGraphShowCoordLines", "Coordinate Lines", "GraphEdit", I, "mnuViewCoordLines", "", true, false},
     {"mnuGraph2D", "2D", "GraphEdit", I, "mnuFileNew2D", "", false, true},
     {"mnuGraph3D", "3D", "GraphEdit", I, "mnuFileNew3D", "", false, false},
-    {"mnuGraphProp", "Properties...", "GraphEdit", I, "mnuEditProp", "", false, true},
+    {"mnuGraphProp", "Properties...", "GraphEdit", I, "mnuGraphProp", "", false, true},
 
     // The context menu of the function list.
     {"FunEdit", "FunEdit", "", P, "", "", false, false},

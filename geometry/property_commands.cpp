@@ -108,7 +108,9 @@ void mnuEditRegion_Click() {
   OpenPropertyForm(PropertyForm::Region, id);
 }
 
-void mnuEditProp_Click() {
+// Opens the dialog of the first selected object; false when nothing is
+// selected.
+bool OpenSelectedProperties() {
   for (Kind k : {Kind::PT, Kind::LN, Kind::AR, Kind::CR, Kind::LO, Kind::IL, Kind::RG, Kind::NT, Kind::FA, Kind::RB,
                  Kind::SP}) {
     const std::string id = FirstSelected(k);
@@ -117,7 +119,7 @@ void mnuEditProp_Click() {
     PropertyForm form;
     if (!id.empty() && PropertyFormOfKind(k, form)) {
       OpenPropertyForm(form, id);
-      return;
+      return true;
     }
   }
   // The other kinds open what a double click on them opens: curves, surfaces,
@@ -126,9 +128,19 @@ void mnuEditProp_Click() {
     const std::string id = FirstSelected(k);
     if (id.empty()) continue;
     CollectionBase& doc = Doc.Of(k);
-    if (OpenEditDialog(k, *doc.ItemBase(doc.FindId(id)))) return;
+    if (OpenEditDialog(k, *doc.ItemBase(doc.FindId(id)))) return true;
   }
-  Note(kSelectObjectsFirst);
+  return false;
+}
+
+void mnuEditProp_Click() {
+  if (!OpenSelectedProperties()) Note(kSelectObjectsFirst);
+}
+
+// The canvas's own menu: with nothing selected, the properties of what was
+// clicked are the view's.
+void mnuGraphProp_Click() {
+  if (!OpenSelectedProperties() && !RunHandler("mnuViewSet")) Note(kSelectObjectsFirst);
 }
 
 void RegisterPropertyCommands() {
@@ -136,6 +148,7 @@ void RegisterPropertyCommands() {
   RegisterHandler("mnuEditLine", mnuEditLine_Click, PropertyFormsAvailable);
   RegisterHandler("mnuEditRegion", mnuEditRegion_Click, PropertyFormsAvailable);
   RegisterHandler("mnuEditProp", mnuEditProp_Click, PropertyFormsAvailable);
+  RegisterHandler("mnuGraphProp", mnuGraphProp_Click, PropertyFormsAvailable);
   for (Kind k : {Kind::PT, Kind::LN, Kind::CR, Kind::AR, Kind::RG, Kind::FA, Kind::RB, Kind::SP, Kind::IL, Kind::LO})
     RegisterEditDialog(k, OpenFromDoubleClick);
 }

@@ -28,7 +28,7 @@ class GuiScreenItemsTest : public QObject {
   void cleanup();
 
   void aShowHideButtonPressedWithTheMouseHidesAndShowsAText();
-  void theViewSettingsRefuseOneXAndStayOpen();
+  void theCanvasMenusPropertiesWithNothingSelectedOpenTheViewSettings();
   void aPlayerPlaysUnderTheEventLoopAndStops();
 
  private:
@@ -101,8 +101,10 @@ void GuiScreenItemsTest::aShowHideButtonPressedWithTheMouseHidesAndShowsAText() 
   QVERIFY(!Doc.Texts.Item(1)->Hide);
 }
 
-void GuiScreenItemsTest::theViewSettingsRefuseOneXAndStayOpen() {
-  QAction* settings = window_->menuAction("mnuViewSet");
+void GuiScreenItemsTest::theCanvasMenusPropertiesWithNothingSelectedOpenTheViewSettings() {
+  // Right click on empty canvas, Properties...: nothing is selected, so
+  // they are the view's.
+  QAction* settings = window_->menuAction("mnuGraphProp");
   QVERIFY(settings && settings->isEnabled());
   settings->trigger();
   QWidget* dialog = nullptr;
