@@ -1,0 +1,83 @@
+// The floor under the start-up figures: a main window whose only content is
+// an OpenGL widget in the canvas's format that clears itself. It writes the
+// same report line as the desktop program when its first frame is on the
+// screen, so bench/startup.sh measures both alike:
+//
+//   bench/startup.sh 7 build/bin/vantrel build/bin/vt_gl_window_floor
+//
+// With VT_FLOOR_WINDOW=1 the canvas is a QOpenGLWindow in a window container
+// instead, which Qt does not compose through a second context.
+#include <QApplication>
+#include <QMainWindow>
+#include <QOpenGLFunctions>
+#include <QOpenGLWidget>
+#include <QOpenGLWindow>
+#include <QWidget>
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "app/surface_format.h"
+
+namespace {
+
+long StatusKib(const std::string& status, const char* key) {
+  const size_t at = status.find(key);
+  return at == std::string::npos ? 0 : std::strtol(status.c_str() + at + std::char_traits<char>::length(key), nullptr, 10);
+}
+
+class Clearing : public QOpenGLWidget, protected QOpenGLFunctions {
+ protected:
+  void initializeGL() override { initializeOpenGLFunctions(); }
+  void paintGL() override {
+    glClearColor(1, 1, 1, 1);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  }
+};
+
+class ClearingWindow : public QOpenGLWindow, protected QOpenGLFunctions {
+ protected:
+  void initializeGL() override { initializeOpenGLFunctions(); }
+  void paintGL() override {
+    glClearColor(1, 1, 1, 1);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  }
+};
+
+void WriteReport(const char* report) {
+  static bool written = false;
+  if (written || !report) return;
+  written = true;
+  std::ifstream in("/proc/self/status");
+  const std::string status((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(
+                      std::chrono::system_clock::now().time_since_epoch())
+                      .count();
+  std::ofstream(report, std::ios::app) << ms << ' ' << StatusKib(status, "VmRSS:") << ' '
+                                       << StatusKib(status, "VmHWM:") << '\n';
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  vt::app::SetCanvasSurfaceFormat();
+  QApplication app(argc, argv);
+  QMainWindow window;
+  const char* report = std::getenv("VANTREL_STARTUP_REPORT");
+  if (std::getenv("VT_FLOOR_WINDOW")) {
+    auto* canvas = new ClearingWindow;
+    canvas->setFormat(vt::app::CanvasSurfaceFormat());
+    window.setCentralWidget(QWidget::createWindowContainer(canvas));
+    QObject::connect(canvas, &QOpenGLWindow::frameSwapped, [report] { WriteReport(report); });
+  } else {
+    auto* canvas = new Clearing;
+    canvas->setFormat(vt::app::CanvasSurfaceFormat());
+    window.setCentralWidget(canvas);
+    QObject::connect(canvas, &QOpenGLWidget::frameSwapped, [report] { WriteReport(report); });
+  }
+  window.resize(1120, 760);
+  window.show();
+  return app.exec();
+}
