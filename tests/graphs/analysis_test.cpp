@@ -139,16 +139,12 @@ TEST_F(AnalysisTest, IntegralStripValueAndArcLength) {
                                             "    The length of curve from 0 to 1 is 1.478943"));
 }
 
-// The nth line with the label, and the number after the label there.
+// The nth line with the label.
 std::string LineWith(const std::vector<std::string>& lines, const std::string& label, size_t nth = 0) {
   for (const std::string& l : lines)
     if (l.find(label) != std::string::npos && nth-- == 0) return l;
   ADD_FAILURE() << "no line with " << label;
   return label + "nan";
-}
-double After(const std::vector<std::string>& lines, const std::string& label, size_t nth = 0) {
-  const std::string l = LineWith(lines, label, nth);
-  return std::stod(l.substr(l.find(label) + label.size()));
 }
 
 // Each form's analysis against an independent computation: the curve as
