@@ -1,25 +1,35 @@
-// The canvas picDraw: an OpenGL widget (compatibility profile) whose mouse
-// events go to the core's canvas handlers (tools/canvas_input.h).
+// The canvas picDraw: an OpenGL window (compatibility profile) in a window
+// container, whose mouse events go to the core's canvas handlers
+// (tools/canvas_input.h). A window of its own, not a GL widget: the main
+// window then stays a plain raster window, and Qt needs no second context to
+// compose the canvas into it, which is most of what a GL widget costs at
+// start on a software renderer.
 //
 // Frames are drawn in two places. An event handler that changes something
-// draws a frame itself (DrawScene, Display) into the widget's framebuffer
+// draws a frame itself (DrawScene, Display) into the window's back buffer
 // and the host's buffer swap asks for a repaint; that repaint shows the frame
 // as it is. Any other repaint (a resize, the first show, a grab) runs Display
 // alone.
 #pragma once
 
-#include <QOpenGLWidget>
+#include <QImage>
+#include <QSurfaceFormat>
+#include <QWidget>
 #include <functional>
+
+class QOpenGLContext;
 
 namespace vt::app {
 
-class Canvas : public QOpenGLWidget {
+class CanvasSurface;
+
+class Canvas : public QWidget {
   Q_OBJECT
  public:
   explicit Canvas(QWidget* parent = nullptr);
 
   // Makes the context current (when there is one) before core code draws or
-  // reads pixels outside paintGL.
+  // reads pixels outside a paint.
   void MakeCurrent();
   // The end of a frame drawn by an event handler.
   void FrameDone();
@@ -29,14 +39,24 @@ class Canvas : public QOpenGLWidget {
   // Repaints that ran Display (repaints after an event's own frame do not).
   long paints() const { return paints_; }
 
+  // The GL side, as a GL widget would offer it.
+  bool isValid() const;
+  void makeCurrent();
+  QOpenGLContext* context() const;
+  QSurfaceFormat format() const;
+  // The frame as shown; makes the context (and so starts the program) when
+  // there is none yet.
+  QImage grabFramebuffer();
+  // Asks for a repaint of the canvas window.
+  void update();
+
  signals:
-  // The GL context exists and is current (from initializeGL).
+  // The GL context exists and is current (from the window's initializeGL).
   void contextReady();
 
  protected:
-  void initializeGL() override;
-  void resizeGL(int w, int h) override;
-  void paintGL() override;
+  // Events sent to the canvas widget itself (and those of its window, which
+  // are passed on here).
   void mousePressEvent(QMouseEvent* e) override;
   void mouseMoveEvent(QMouseEvent* e) override;
   void mouseReleaseEvent(QMouseEvent* e) override;
@@ -44,11 +64,17 @@ class Canvas : public QOpenGLWidget {
   void wheelEvent(QWheelEvent* e) override;
 
  private:
+  friend class CanvasSurface;
+  void Initialized();
+  void Resized();
+  void Paint();
   // Runs a canvas handler with the context current; a fault that ends it is
   // shown as a message.
   void Handle(const std::function<void()>& handler);
   float Scale() const;
 
+  CanvasSurface* surface_ = nullptr;
+  bool started_ = false;  // the program has started on the context
   bool inPaint_ = false;
   bool frameFresh_ = false;
   long paints_ = 0;

@@ -382,13 +382,11 @@ void frmF1::OnContextReady() {
 void frmF1::showEvent(QShowEvent* e) {
   QMainWindow::showEvent(e);
   if (started_) return;
-  QTimer::singleShot(0, this, [this] {
+  // The canvas's window makes its context when it is first shown, and that
+  // starts the program. Without a canvas, or when no context comes, the
+  // program starts without one, and Initialize says so.
+  QTimer::singleShot(picDraw_ ? 3000 : 0, this, [this] {
     if (started_) return;
-    // Forces the canvas to make its context; that starts the program.
-    if (picDraw_) picDraw_->grabFramebuffer();
-    if (started_) return;
-    // No context could be made: the program starts without one, and
-    // Initialize says so.
     if (QOpenGLContext* other = QOpenGLContext::currentContext()) other->doneCurrent();
     StartProgram(true);
   });

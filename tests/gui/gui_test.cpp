@@ -480,7 +480,7 @@ void GuiTest::copyCutAndPasteUseTheSystemClipboard() {
   Position* a = Doc.Points.Item(1);
   SelectObject(*a);
   window_->RunCommand("mnuEditCopy");
-  QCOMPARE(QGuiApplication::clipboard()->text().toStdString(), a->Save());
+  QTRY_COMPARE(QGuiApplication::clipboard()->text().toStdString(), a->Save());
   const int points = Doc.Points.count();
   window_->RunCommand("mnuEditPaste");
   QCOMPARE(Doc.Points.count(), points + 1);
@@ -495,7 +495,7 @@ void GuiTest::copyCutAndPasteUseTheSystemClipboard() {
   SelectObject(*b);
   const std::string bId = b->ID, bRecord = b->Save();
   window_->RunCommand("mnuEditCut");
-  QCOMPARE(QGuiApplication::clipboard()->text().toStdString(), bRecord);
+  QTRY_COMPARE(QGuiApplication::clipboard()->text().toStdString(), bRecord);
   QVERIFY(!FindPoint(bId));
   QCOMPARE(Doc.Points.count(), points);  // one pasted, one cut
   // Nothing selected: an empty text.
