@@ -385,7 +385,7 @@ void frmF1::showEvent(QShowEvent* e) {
   // The canvas's window makes its context when it is first shown, and that
   // starts the program. Without a canvas, or when no context comes, the
   // program starts without one, and Initialize says so.
-  QTimer::singleShot(picDraw_ ? 3000 : 0, this, [this] {
+  QTimer::singleShot(picDraw_ ? 10000 : 0, this, [this] {
     if (started_) return;
     if (QOpenGLContext* other = QOpenGLContext::currentContext()) other->doneCurrent();
     StartProgram(true);
