@@ -28,21 +28,14 @@ long StatusKib(const std::string& status, const char* key) {
   return at == std::string::npos ? 0 : std::strtol(status.c_str() + at + std::char_traits<char>::length(key), nullptr, 10);
 }
 
-class Clearing : public QOpenGLWidget, protected QOpenGLFunctions {
+// A GL widget or window that clears itself white.
+template <class Surface>
+class Clearing : public Surface, protected QOpenGLFunctions {
  protected:
-  void initializeGL() override { initializeOpenGLFunctions(); }
+  void initializeGL() override { this->initializeOpenGLFunctions(); }
   void paintGL() override {
-    glClearColor(1, 1, 1, 1);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-  }
-};
-
-class ClearingWindow : public QOpenGLWindow, protected QOpenGLFunctions {
- protected:
-  void initializeGL() override { initializeOpenGLFunctions(); }
-  void paintGL() override {
-    glClearColor(1, 1, 1, 1);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    this->glClearColor(1, 1, 1, 1);
+    this->glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   }
 };
 
@@ -67,12 +60,12 @@ int main(int argc, char** argv) {
   QMainWindow window;
   const char* report = std::getenv("VANTREL_STARTUP_REPORT");
   if (std::getenv("VT_FLOOR_WINDOW")) {
-    auto* canvas = new ClearingWindow;
+    auto* canvas = new Clearing<QOpenGLWindow>;
     canvas->setFormat(vt::app::CanvasSurfaceFormat());
     window.setCentralWidget(QWidget::createWindowContainer(canvas));
     QObject::connect(canvas, &QOpenGLWindow::frameSwapped, [report] { WriteReport(report); });
   } else {
-    auto* canvas = new Clearing;
+    auto* canvas = new Clearing<QOpenGLWidget>;
     canvas->setFormat(vt::app::CanvasSurfaceFormat());
     window.setCentralWidget(canvas);
     QObject::connect(canvas, &QOpenGLWidget::frameSwapped, [report] { WriteReport(report); });

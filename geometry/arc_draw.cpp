@@ -1,25 +1,11 @@
 // Drawing of arcs.
 #include <cmath>
-#include <vector>
 
 #include "geometry/arc.h"
 #include "render/gl_batch.h"
 #include "render/strokes.h"
 
 namespace vt {
-
-namespace {
-
-// The convex polygon first, rim[0..n) as triangles.
-void EmitConvex(const Position& first, const Position* rim, size_t n) {
-  std::vector<const Position*> v;
-  v.reserve(n + 1);
-  v.push_back(&first);
-  for (size_t i = 0; i < n; ++i) v.push_back(rim + i);
-  EmitConvexFill(v.data(), v.size());
-}
-
-}  // namespace
 
 void CArc::Draw() {
   if (Hide) return;
@@ -43,10 +29,10 @@ void CArc::Draw() {
       // The sector is the centre and the rim; a sweep over half a turn is
       // two convex halves.
       const size_t half = s.size() / 2;
-      EmitConvex(c, s.data(), half + 1);
-      EmitConvex(c, s.data() + half, s.size() - half);
+      EmitConvexFill(c, s.data(), half + 1);
+      EmitConvexFill(c, s.data() + half, s.size() - half);
     } else {
-      EmitConvex(s.front(), s.data() + 1, s.size() - 1);
+      EmitConvexFill(s.front(), s.data() + 1, s.size() - 1);
     }
     glb::End();
     glb::Enable(GL_DEPTH_TEST, true);

@@ -1,7 +1,6 @@
 // Drawing of circles.
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 #include "geometry/circle.h"
 #include "render/gl_batch.h"
@@ -46,11 +45,8 @@ void CCircle::Draw() {
     // The disc is painted piece by piece under a blend, the outline after it.
     glb::Enable(GL_DEPTH_TEST, false);
     SetColor(color, 0.3f);
-    std::vector<const Position*> corners;
-    corners.reserve(static_cast<size_t>(DrawSegments));
-    for (int i = 0; i < DrawSegments; ++i) corners.push_back(&Rim[static_cast<size_t>(i)]);
     glb::Begin(GL_TRIANGLES);
-    EmitConvexFill(corners.data(), corners.size());
+    if (DrawSegments > 0) EmitConvexFill(Rim[0], Rim.data() + 1, static_cast<size_t>(DrawSegments) - 1);
     glb::End();
   }
   SetColor(color);

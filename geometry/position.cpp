@@ -3,12 +3,12 @@
 #include <cmath>
 
 #include "document/document.h"
-#include "document/globals.h"
 #include "document/numtext.h"
 #include "geometry/geom.h"
 #include "geometry/line.h"
 #include "geometry/region.h"
 #include "persist/record.h"
+#include "render/view_state.h"
 
 namespace vt {
 
@@ -125,7 +125,7 @@ bool Position::Pick(const Position& rayStart, const Position& rayEnd) const {
   // A z of magnitude above 900 (the far end of the ray in a flat view) counts
   // as 0 in the distance; measured as drawn, so that a space scene's z scale
   // does not push the far end of its ray past the mark.
-  const double drawnZ = SceneMode == 3 && ScaleZ > 0 ? ScaleZ : 1;
+  const double drawnZ = DrawnScale(2);
   auto zOf = [drawnZ](float v) { return std::fabs(v * drawnZ) > 900 ? 0.0 : static_cast<double>(v); };
   const double sz = zOf(rayStart.z), ez = zOf(rayEnd.z), pz = zOf(z);
   double dx = rayEnd.x - rayStart.x, dy = rayEnd.y - rayStart.y, dz = ez - sz;

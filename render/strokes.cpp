@@ -268,30 +268,39 @@ void DrawVector(const CLine& line) {
 }
 
 namespace {
+// The corners of a convex polygon: `first`, then rim[0..).
+struct Corners {
+  const Position& first;
+  const Position* rim;
+  const Position& operator[](std::size_t i) const { return i == 0 ? first : rim[i - 1]; }
+};
+
 void EmitCorner(const Position& p) { glVertex3f(p.x, p.y, p.z); }
 
 // The caps between corners a and b (indices into a polygon of n corners,
 // b == n meaning corner 0).
-void EmitCaps(const Position* const* v, std::size_t n, std::size_t a, std::size_t b) {
+void EmitCaps(const Corners& v, std::size_t n, std::size_t a, std::size_t b) {
   if (b - a < 2) return;
   const std::size_t m = (a + b) / 2;
-  EmitCorner(*v[a]);
-  EmitCorner(*v[m]);
-  EmitCorner(*v[b % n]);
+  EmitCorner(v[a]);
+  EmitCorner(v[m]);
+  EmitCorner(v[b % n]);
   EmitCaps(v, n, a, m);
   EmitCaps(v, n, m, b);
 }
 }  // namespace
 
-void EmitConvexFill(const Position* const* corners, std::size_t n) {
+void EmitConvexFill(const Position& first, const Position* rim, std::size_t rimCount) {
+  const std::size_t n = rimCount + 1;
   if (n < 3) return;
+  const Corners v{first, rim};
   const std::size_t a = n / 3, b = 2 * n / 3;
-  EmitCorner(*corners[0]);
-  EmitCorner(*corners[a]);
-  EmitCorner(*corners[b]);
-  EmitCaps(corners, n, 0, a);
-  EmitCaps(corners, n, a, b);
-  EmitCaps(corners, n, b, n);
+  EmitCorner(v[0]);
+  EmitCorner(v[a]);
+  EmitCorner(v[b]);
+  EmitCaps(v, n, 0, a);
+  EmitCaps(v, n, a, b);
+  EmitCaps(v, n, b, n);
 }
 
 void DrawRegionFill(const CRegion& region, bool depthTest) {

@@ -101,13 +101,13 @@ void DrawVector(const Position& a, const Position& b, std::uint32_t foreColor, i
 // nothing while it is hidden.
 void DrawVector(const CLine& line);
 
-// A convex polygon as GL_TRIANGLES vertices (the caller has begun the
+// A convex polygon (`first`, then rim[0..rimCount)) as GL_TRIANGLES vertices (the caller has begun the
 // primitive): the triangle over its corners n/3 apart, then each cap left
 // between two of them halved the same way. It covers the pixels a fan does,
 // each once, but with about log n long edges inside the polygon instead of n:
 // the rasteriser shades the blocks along every edge once per triangle, so a
 // fan of slivers costs it nearly twice the polygon's area.
-void EmitConvexFill(const Position* const* corners, std::size_t n);
+void EmitConvexFill(const Position& first, const Position* rim, std::size_t rimCount);
 
 // A region's fill: the colour of its draw mode (1 its own at its Alpha, 2 blue
 // at 0.5, 3 the background, 4 green at 0.5), lighting off, blending on,

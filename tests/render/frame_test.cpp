@@ -124,7 +124,9 @@ TEST_F(FrameTest, OneSceneListIsAliveAtATimeAndABusyViewDrawsNothing) {
   DrawScene();
   const unsigned second = SceneList();
   EXPECT_TRUE(first != 0 && glIsList(second) && glIsList(FontBitmapBase + 'A'));
-  if (second != first) EXPECT_FALSE(glIsList(first));
+  if (second != first) {
+    EXPECT_FALSE(glIsList(first));
+  }
   ViewGraph.Busy = true;
   DrawScene();
   EXPECT_EQ(SceneList(), second);
