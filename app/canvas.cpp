@@ -5,7 +5,8 @@
 #include <QCoreApplication>
 #include <QMouseEvent>
 #include <QOpenGLContext>
-#include <QOpenGLWindow>
+#include <QWindow>
+#include <memory>
 #include <QTimer>
 #include <GL/gl.h>
 #include <QVBoxLayout>
@@ -48,20 +49,44 @@ int ShiftCode(Qt::KeyboardModifiers m) {
 
 }  // namespace
 
-// The canvas's window: its GL calls and its mouse go to the canvas widget.
-class CanvasSurface : public QOpenGLWindow {
+// The canvas's window: an OpenGL window with a context of its own (made
+// here on first use, or handed over from the start's probe), whose paints and
+// mouse go to the canvas widget.
+class CanvasSurface : public QWindow {
  public:
-  explicit CanvasSurface(Canvas* canvas) : canvas_(canvas) {
+  CanvasSurface(Canvas* canvas, QOpenGLContext* made) : canvas_(canvas), context_(made) {
+    setSurfaceType(QSurface::OpenGLSurface);
     setFormat(CanvasSurfaceFormat());
     // The keyboard stays with the main window (its shortcuts), whatever the
     // mouse does on the canvas.
     setFlag(Qt::WindowDoesNotAcceptFocus);
   }
 
+  // True once the context is made and has been current on this window.
+  bool isValid() const { return initialized_ && context_ && context_->isValid(); }
+  QOpenGLContext* context() const { return context_.get(); }
+  void makeCurrent() {
+    if (MakeContext() && handle()) context_->makeCurrent(this);
+  }
+  // A repaint asked for while a frame is being made is that frame.
+  void update() {
+    if (!rendering_) requestUpdate();
+  }
+
  protected:
-  void initializeGL() override { canvas_->Initialized(); }
-  void resizeGL(int, int) override { canvas_->Resized(); }
-  void paintGL() override { canvas_->Paint(); }
+  void exposeEvent(QExposeEvent*) override {
+    if (isExposed()) Render();
+  }
+  void resizeEvent(QResizeEvent*) override {
+    if (initialized_) canvas_->Resized();
+  }
+  bool event(QEvent* e) override {
+    if (e->type() == QEvent::UpdateRequest) {
+      Render();
+      return true;
+    }
+    return QWindow::event(e);
+  }
   void mousePressEvent(QMouseEvent* e) override { Pass(e); }
   void mouseMoveEvent(QMouseEvent* e) override { Pass(e); }
   void mouseReleaseEvent(QMouseEvent* e) override { Pass(e); }
@@ -69,24 +94,61 @@ class CanvasSurface : public QOpenGLWindow {
   void wheelEvent(QWheelEvent* e) override { Pass(e); }
 
  private:
+  bool MakeContext() {
+    if (!context_) {
+      context_ = std::make_unique<QOpenGLContext>();
+      context_->setFormat(format());
+      context_->create();
+    }
+    return context_->isValid();
+  }
+  // One frame: the canvas paints into the back buffer, which is then shown.
+  void Render() {
+    if (rendering_ || !isExposed() || !MakeContext() || !context_->makeCurrent(this)) return;
+    rendering_ = true;
+    if (!initialized_) {
+      initialized_ = true;
+      canvas_->Resized();
+      canvas_->Initialized();
+      // Shown before the main window is on the screen (Qt takes the child's
+      // mapping for its exposure), a frame would be drawn for nothing and
+      // drawn again at the main window's exposure: the first frame waits for
+      // that, or for the next repaint.
+      if (!MainWindowExposed()) {
+        rendering_ = false;
+        requestUpdate();
+        return;
+      }
+    }
+    canvas_->Paint();
+    rendering_ = false;
+    context_->swapBuffers(this);
+    if (MainWindowExposed()) NoteFrameShown();
+  }
+  bool MainWindowExposed() const {
+    const QWindow* top = canvas_->window()->windowHandle();
+    return !top || top->isExposed();
+  }
   // The window lies over the whole widget, so its positions are the
   // widget's.
   void Pass(QEvent* e) { QCoreApplication::sendEvent(canvas_, e); }
   Canvas* canvas_;
+  std::unique_ptr<QOpenGLContext> context_;
+  bool initialized_ = false;
+  bool rendering_ = false;
 };
 
-Canvas::Canvas(QWidget* parent) : QWidget(parent) {
+Canvas::Canvas(QWidget* parent, QOpenGLContext* context) : QWidget(parent) {
   setObjectName("picDraw");
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(64, 64);
-  surface_ = new CanvasSurface(this);
+  surface_ = new CanvasSurface(this, context);
   QWidget* container = QWidget::createWindowContainer(surface_, this);
   container->setFocusPolicy(Qt::NoFocus);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(container);
-  connect(surface_, &QOpenGLWindow::frameSwapped, this, [] { NoteFrameShown(); });
 }
 
 float Canvas::Scale() const { return static_cast<float>(surface_->devicePixelRatio()); }
@@ -96,7 +158,7 @@ int Canvas::DeviceHeight() const { return static_cast<int>(height() * Scale() + 
 bool Canvas::isValid() const { return surface_->isValid(); }
 void Canvas::makeCurrent() { surface_->makeCurrent(); }
 QOpenGLContext* Canvas::context() const { return surface_->context(); }
-QSurfaceFormat Canvas::format() const { return surface_->format(); }
+QSurfaceFormat Canvas::format() const { return context() ? context()->format() : surface_->format(); }
 void Canvas::update() { surface_->update(); }
 
 QImage Canvas::grabFramebuffer() {
@@ -128,14 +190,11 @@ void Canvas::FrameDone() {
 }
 
 void Canvas::Initialized() {
-  // The window's framebuffer is made after this, at its first paint: the
-  // program starts once that paint is done, and draws its first frame then.
-  QTimer::singleShot(0, this, [this] {
-    emit contextReady();
-    started_ = true;
-    frameFresh_ = false;
-    update();
-  });
+  // The context is current on the window: the program starts now, and the
+  // paint that follows draws its first frame.
+  emit contextReady();
+  started_ = true;
+  frameFresh_ = false;
 }
 
 void Canvas::Resized() {

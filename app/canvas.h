@@ -26,7 +26,9 @@ class CanvasSurface;
 class Canvas : public QWidget {
   Q_OBJECT
  public:
-  explicit Canvas(QWidget* parent = nullptr);
+  // context: one made for the canvas's format ahead of time (taken over), or
+  // nullptr to make it on the window's first paint.
+  explicit Canvas(QWidget* parent = nullptr, QOpenGLContext* context = nullptr);
 
   // Makes the context current (when there is one) before core code draws or
   // reads pixels outside a paint.
@@ -51,7 +53,7 @@ class Canvas : public QWidget {
   void update();
 
  signals:
-  // The GL context exists and is current (from the window's initializeGL).
+  // The GL context exists and has been current on the window (its first paint).
   void contextReady();
 
  protected:

@@ -21,10 +21,13 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+#include <future>
+#include <memory>
 
 #include "app/canvas.h"
 #include "app/desktop_integration.h"
 #include "app/qt_host.h"
+#include "app/surface_format.h"
 #include "app/svg_icon.h"
 #include "animation/dialogs/animation_forms.h"
 #include "document/command_table.h"
@@ -64,11 +67,20 @@ QString IconOfHandler(const std::string& handler) {
   return QString();
 }
 
-// Whether this display gives OpenGL contexts at all.
-bool OpenGLAvailable() {
-  QOpenGLContext probe;
-  probe.setFormat(QSurfaceFormat::defaultFormat());
-  return probe.create();
+// The canvas's context, when this display gives OpenGL contexts at all;
+// made on any thread and handed to the application's.
+QOpenGLContext* MakeCanvasContext() {
+  auto context = std::make_unique<QOpenGLContext>();
+  context->setFormat(CanvasSurfaceFormat());
+  if (!context->create()) return nullptr;
+  context->moveToThread(QCoreApplication::instance()->thread());
+  return context.release();
+}
+
+std::future<QOpenGLContext*> g_canvasContext;
+
+QOpenGLContext* TakeCanvasContext() {
+  return g_canvasContext.valid() ? g_canvasContext.get() : MakeCanvasContext();
 }
 
 QString CaptionOfHandler(const std::string& handler, const QString& fallback) {
@@ -78,28 +90,16 @@ QString CaptionOfHandler(const std::string& handler, const QString& fallback) {
 
 }  // namespace
 
+void frmF1::ProbeOpenGLInBackground() {
+  if (!g_canvasContext.valid()) g_canvasContext = std::async(std::launch::async, MakeCanvasContext);
+}
+
 frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(parent), commandLine_(commandLine) {
   setObjectName("frmF1");
   setWindowTitle("Vantrel[*]");
   // The icons come from the program's folder, needed before start-up.
   LocateSystemFolder();
   setWindowIcon(IconFor("vantrel", "Vantrel"));
-
-  // Without OpenGL the window gets a blank area in place of the canvas (a GL
-  // widget would take the whole window down when it is painted); the program
-  // then starts without a context, as on a failed pixel format.
-  if (OpenGLAvailable()) {
-    picDraw_ = new Canvas(this);
-    setCentralWidget(picDraw_);
-  } else {
-    auto* blank = new QWidget(this);
-    blank->setObjectName("picDraw");
-    blank->setAutoFillBackground(true);
-    blank->setPalette(QPalette(Qt::white));
-    setCentralWidget(blank);
-  }
-  host_ = std::make_unique<QtHost>(this, picDraw_, centralWidget());
-  SetHost(host_.get());
 
   RegisterAllCommands();
   RegisterHandler("mnuFileExit", [this] { close(); });
@@ -137,6 +137,23 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
   InstallScreenItemForms(this);  // the text tool's frmText, the button dialogs
   InstallConstructionForms(this);  // frmComp, the transformations, the construction prompts
   InstallRecentFiles(this);
+
+  // Without OpenGL the window gets a blank area in place of the canvas (a GL
+  // window would fail on its first paint); the program then starts without a
+  // context, as on a failed pixel format. The context is taken last: making
+  // it loads the driver, which takes longer than building the rest.
+  if (QOpenGLContext* context = TakeCanvasContext()) {
+    picDraw_ = new Canvas(this, context);
+    setCentralWidget(picDraw_);
+  } else {
+    auto* blank = new QWidget(this);
+    blank->setObjectName("picDraw");
+    blank->setAutoFillBackground(true);
+    blank->setPalette(QPalette(Qt::white));
+    setCentralWidget(blank);
+  }
+  host_ = std::make_unique<QtHost>(this, picDraw_, centralWidget());
+  SetHost(host_.get());
 
   // Escape drops a line, circle or triangle in the making.
   auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);

@@ -33,6 +33,11 @@ class frmF1 : public QMainWindow {
   explicit frmF1(const std::string& commandLine = std::string(), QWidget* parent = nullptr);
   ~frmF1() override;
 
+  // Makes the canvas's OpenGL context on a thread of its own, so that loading
+  // the driver (most of the start's time) runs while the window is built; the
+  // next window built takes it (or the display's refusal) for its canvas.
+  static void ProbeOpenGLInBackground();
+
   // True once the start-up sequence has run.
   bool started() const { return started_; }
   // The canvas; nullptr where the display gives no OpenGL at all.

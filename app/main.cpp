@@ -21,6 +21,7 @@ int main(int argc, char* argv[]) {
   QApplication::setApplicationVersion(VANTREL_VERSION);
   QApplication::setDesktopFileName("vantrel");
   vt::app::MarkStartup("application made");
+  vt::app::frmF1::ProbeOpenGLInBackground();
 
   // Qt has taken its own options out of argv; the rest, blanks and all, is
   // the path.

@@ -1,6 +1,5 @@
 // The end of start-up, once the canvas's first frame is on the screen (the
-// first frameSwapped after a paint: the first paint itself may be into the
-// canvas's framebuffer only, before the window is composed): the heap that
+// first swap of a painted frame while the main window is exposed): the heap that
 // start-up freed is handed back to the system, and when
 // VANTREL_STARTUP_REPORT names a file (bench/startup.sh) one line is appended
 // to it: the wall clock in milliseconds since the epoch, then VmRSS and

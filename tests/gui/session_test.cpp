@@ -159,7 +159,8 @@ class SessionTest : public QObject {
   template <class T>
   T* Visible(const char* name) {
     T* d = nullptr;
-    QTest::qWaitFor([&] { return (d = window_->findChild<T*>(name)) && d->isVisible(); }, 5000);
+    // Null when it did not show within the wait: the caller's check fails on it.
+    if (!QTest::qWaitFor([&] { return (d = window_->findChild<T*>(name)) && d->isVisible(); }, 5000)) return nullptr;
     return d;
   }
   // OK, and checks that it took exactly one undo step.
