@@ -6,7 +6,9 @@
 #include <QMouseEvent>
 #include <QOpenGLContext>
 #include <QWindow>
+#include <chrono>
 #include <memory>
+#include <QPalette>
 #include <QTimer>
 #include <GL/gl.h>
 #include <QVBoxLayout>
@@ -50,11 +52,12 @@ int ShiftCode(Qt::KeyboardModifiers m) {
 }  // namespace
 
 // The canvas's window: an OpenGL window with a context of its own (made
-// here on first use, or handed over from the start's probe), whose paints and
+// here on first use, or taken over from the thread that made it), whose paints and
 // mouse go to the canvas widget.
 class CanvasSurface : public QWindow {
  public:
-  CanvasSurface(Canvas* canvas, QOpenGLContext* made) : canvas_(canvas), context_(made) {
+  CanvasSurface(Canvas* canvas, std::future<QOpenGLContext*> pending)
+      : canvas_(canvas), pending_(std::move(pending)) {
     setSurfaceType(QSurface::OpenGLSurface);
     setFormat(CanvasSurfaceFormat());
     // The keyboard stays with the main window (its shortcuts), whatever the
@@ -68,6 +71,17 @@ class CanvasSurface : public QWindow {
   void makeCurrent() {
     if (MakeContext() && handle()) context_->makeCurrent(this);
   }
+  // Whether the context being made elsewhere has come (or was refused);
+  // true when none was being made.
+  bool ContextArrived() {
+    if (!pending_.valid()) return true;
+    if (pending_.wait_for(std::chrono::seconds(0)) != std::future_status::ready) return false;
+    context_.reset(pending_.get());
+    refused_ = !context_;
+    return true;
+  }
+  bool Refused() const { return refused_; }
+
   // A repaint asked for while a frame is being made is that frame.
   void update() {
     if (!rendering_) requestUpdate();
@@ -95,6 +109,7 @@ class CanvasSurface : public QWindow {
 
  private:
   bool MakeContext() {
+    if (!ContextArrived() || refused_) return false;
     if (!context_) {
       context_ = std::make_unique<QOpenGLContext>();
       context_->setFormat(format());
@@ -133,22 +148,44 @@ class CanvasSurface : public QWindow {
   // widget's.
   void Pass(QEvent* e) { QCoreApplication::sendEvent(canvas_, e); }
   Canvas* canvas_;
+  std::future<QOpenGLContext*> pending_;
   std::unique_ptr<QOpenGLContext> context_;
+  bool refused_ = false;
   bool initialized_ = false;
   bool rendering_ = false;
 };
 
-Canvas::Canvas(QWidget* parent, QOpenGLContext* context) : QWidget(parent) {
+Canvas::Canvas(QWidget* parent, std::future<QOpenGLContext*> context) : QWidget(parent) {
   setObjectName("picDraw");
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(64, 64);
-  surface_ = new CanvasSurface(this, context);
+  setAutoFillBackground(true);
+  setPalette(QPalette(Qt::white));
+  const bool waiting = context.valid();
+  surface_ = new CanvasSurface(this, std::move(context));
   QWidget* container = QWidget::createWindowContainer(surface_, this);
   container->setFocusPolicy(Qt::NoFocus);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(container);
+  if (!waiting) return;
+  // The canvas's window is made once its context has come: making an OpenGL
+  // window needs the driver, which the context's thread is still loading.
+  // Until then the main window shows, with a white canvas area.
+  container->hide();
+  auto* poll = new QTimer(this);
+  poll->setInterval(2);
+  connect(poll, &QTimer::timeout, this, [this, poll, container] {
+    if (!surface_->ContextArrived()) return;
+    poll->stop();
+    poll->deleteLater();
+    if (surface_->Refused())
+      emit contextRefused();
+    else
+      container->show();
+  });
+  poll->start();
 }
 
 float Canvas::Scale() const { return static_cast<float>(surface_->devicePixelRatio()); }

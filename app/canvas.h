@@ -16,6 +16,7 @@
 #include <QSurfaceFormat>
 #include <QWidget>
 #include <functional>
+#include <future>
 
 class QOpenGLContext;
 
@@ -26,9 +27,10 @@ class CanvasSurface;
 class Canvas : public QWidget {
   Q_OBJECT
  public:
-  // context: one made for the canvas's format ahead of time (taken over), or
-  // nullptr to make it on the window's first paint.
-  explicit Canvas(QWidget* parent = nullptr, QOpenGLContext* context = nullptr);
+  // context: one being made for the canvas's format on another thread, taken
+  // over when it is ready (until then the window waits, without holding up
+  // the event loop); without one the window makes its own on its first paint.
+  explicit Canvas(QWidget* parent = nullptr, std::future<QOpenGLContext*> context = {});
 
   // Makes the context current (when there is one) before core code draws or
   // reads pixels outside a paint.
@@ -55,6 +57,9 @@ class Canvas : public QWidget {
  signals:
   // The GL context exists and has been current on the window (its first paint).
   void contextReady();
+  // The context made for the canvas elsewhere did not come: the display
+  // gives no OpenGL.
+  void contextRefused();
 
  protected:
   // Events sent to the canvas widget itself (and those of its window, which

@@ -79,10 +79,6 @@ QOpenGLContext* MakeCanvasContext() {
 
 std::future<QOpenGLContext*> g_canvasContext;
 
-QOpenGLContext* TakeCanvasContext() {
-  return g_canvasContext.valid() ? g_canvasContext.get() : MakeCanvasContext();
-}
-
 QString CaptionOfHandler(const std::string& handler, const QString& fallback) {
   const MenuItemDef* m = FindMenuItem(handler);
   return m ? QString(m->caption) : fallback;
@@ -90,7 +86,7 @@ QString CaptionOfHandler(const std::string& handler, const QString& fallback) {
 
 }  // namespace
 
-void frmF1::ProbeOpenGLInBackground() {
+void frmF1::MakeCanvasContextInBackground() {
   if (!g_canvasContext.valid()) g_canvasContext = std::async(std::launch::async, MakeCanvasContext);
 }
 
@@ -138,20 +134,11 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
   InstallConstructionForms(this);  // frmComp, the transformations, the construction prompts
   InstallRecentFiles(this);
 
-  // Without OpenGL the window gets a blank area in place of the canvas (a GL
-  // window would fail on its first paint); the program then starts without a
-  // context, as on a failed pixel format. The context is taken last: making
-  // it loads the driver, which takes longer than building the rest.
-  if (QOpenGLContext* context = TakeCanvasContext()) {
-    picDraw_ = new Canvas(this, context);
-    setCentralWidget(picDraw_);
-  } else {
-    auto* blank = new QWidget(this);
-    blank->setObjectName("picDraw");
-    blank->setAutoFillBackground(true);
-    blank->setPalette(QPalette(Qt::white));
-    setCentralWidget(blank);
-  }
+  // The canvas takes its context when it is ready: the window is shown while
+  // the driver still loads. Without OpenGL the canvas gives way to a blank
+  // area (OnContextRefused).
+  picDraw_ = new Canvas(this, std::move(g_canvasContext));
+  setCentralWidget(picDraw_);
   host_ = std::make_unique<QtHost>(this, picDraw_, centralWidget());
   SetHost(host_.get());
 
@@ -161,7 +148,8 @@ frmF1::frmF1(const std::string& commandLine, QWidget* parent) : QMainWindow(pare
     if (picDraw_) picDraw_->MakeCurrent();
     RunGuarded(DropToolGesture);
   });
-  if (picDraw_) connect(picDraw_, &Canvas::contextReady, this, &frmF1::OnContextReady);
+  connect(picDraw_, &Canvas::contextReady, this, &frmF1::OnContextReady);
+  connect(picDraw_, &Canvas::contextRefused, this, &frmF1::OnContextRefused);
   resize(1120, 760);
   // The way free turns go in space is the user's, kept between sessions.
   FreeTrackBall = QSettings("Vantrel", "Vantrel").value("view/freeTrackBall", false).toBool();
@@ -394,6 +382,22 @@ void frmF1::OnContextReady() {
     View.SetScreen(picDraw_->DeviceWidth(), picDraw_->DeviceHeight());
     RedrawScene();
   }
+}
+
+void frmF1::OnContextRefused() {
+  // The window gets a blank area in place of the canvas, and the program
+  // starts without a context, as on a failed pixel format.
+  if (!picDraw_) return;
+  takeCentralWidget();
+  picDraw_->deleteLater();
+  picDraw_ = nullptr;
+  auto* blank = new QWidget(this);
+  blank->setObjectName("picDraw");
+  blank->setAutoFillBackground(true);
+  blank->setPalette(QPalette(Qt::white));
+  setCentralWidget(blank);
+  host_->SetCanvasArea(nullptr, blank);
+  if (!started_) StartProgram(true);
 }
 
 void frmF1::showEvent(QShowEvent* e) {

@@ -34,9 +34,10 @@ class frmF1 : public QMainWindow {
   ~frmF1() override;
 
   // Makes the canvas's OpenGL context on a thread of its own, so that loading
-  // the driver (most of the start's time) runs while the window is built; the
-  // next window built takes it (or the display's refusal) for its canvas.
-  static void ProbeOpenGLInBackground();
+  // the driver (most of the start's time) runs while the window is built and
+  // shown; the next window built takes it (or the display's refusal) for its
+  // canvas.
+  static void MakeCanvasContextInBackground();
 
   // True once the start-up sequence has run.
   bool started() const { return started_; }
@@ -73,6 +74,7 @@ class frmF1 : public QMainWindow {
   QIcon IconFor(const QString& iconName, const QString& fallbackText) const;
   void StartProgram(bool haveContext);
   void OnContextReady();
+  void OnContextRefused();
   void ShowGraphEdit(float X, float Y);
   void ShowHoverText(QToolBar* bar, const QPoint& posInBar);
   void UpdateTitle();

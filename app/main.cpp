@@ -1,6 +1,7 @@
 // vantrel: the desktop program. Its command line is one document path, the
 // whole command tail.
 #include <QApplication>
+#include <QImageReader>
 #include <QSurfaceFormat>
 #include <QTimer>
 #include <string>
@@ -21,7 +22,11 @@ int main(int argc, char* argv[]) {
   QApplication::setApplicationVersion(VANTREL_VERSION);
   QApplication::setDesktopFileName("vantrel");
   vt::app::MarkStartup("application made");
-  vt::app::frmF1::ProbeOpenGLInBackground();
+  // The image format plugins (the window's style reads its icons with them)
+  // are loaded before the driver starts loading on the other thread: loading
+  // a library waits while another is being loaded.
+  QImageReader::supportedImageFormats();
+  vt::app::frmF1::MakeCanvasContextInBackground();
 
   // Qt has taken its own options out of argv; the rest, blanks and all, is
   // the path.

@@ -29,6 +29,11 @@ class QtHost : public Host {
   // canvasArea: the widget in the canvas's place (the canvas itself, or a
   // blank stand-in when there is no OpenGL).
   QtHost(QWidget* window, Canvas* canvas, QWidget* canvasArea);
+  // The canvas gave way to a blank area (the display refused a context).
+  void SetCanvasArea(Canvas* canvas, QWidget* canvasArea) {
+    canvas_ = canvas;
+    canvasArea_ = canvasArea;
+  }
   ~QtHost() override;
 
   MsgResult MsgBox(const std::string& text, const std::string& title, MsgButtons buttons,
