@@ -27,13 +27,14 @@ std::string ReadAll(const char* path) {
   return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
 }
 
-void WriteReport(const char* path) {
+// One line: the moment and the memory now, written to the report later.
+std::string ReportLine() {
   const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(
                       std::chrono::system_clock::now().time_since_epoch())
                       .count();
   const std::string status = ReadAll("/proc/self/status");
-  std::ofstream out(path, std::ios::app);
-  out << ms << ' ' << StatusField(status, "VmRSS:") << ' ' << StatusField(status, "VmHWM:") << '\n';
+  return std::to_string(ms) + ' ' + std::to_string(StatusField(status, "VmRSS:")) + ' ' +
+         std::to_string(StatusField(status, "VmHWM:")) + '\n';
 }
 
 struct Mark {
@@ -95,13 +96,14 @@ void NoteFrameShown() {
   if (done || !g_painted) return;
   done = true;
   MarkStartup("first frame on screen");
-  // After the events already queued: the heap that start-up used and freed
-  // goes back to the system.
+  // The report tells this moment; it is written after the events already
+  // queued, once the heap that start-up used and freed is back with the system.
   const char* path = std::getenv("VANTREL_STARTUP_REPORT");
-  QTimer::singleShot(0, [path] {
+  const std::string line = path && *path ? ReportLine() : std::string();
+  QTimer::singleShot(0, [path, line] {
     malloc_trim(0);
     MarkStartup("heap trimmed");
-    if (path && *path) WriteReport(path);
+    if (!line.empty()) std::ofstream(path, std::ios::app) << line;
     PrintMarks();
   });
 }

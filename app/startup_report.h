@@ -3,7 +3,7 @@
 // start-up freed is handed back to the system, and when
 // VANTREL_STARTUP_REPORT names a file (bench/startup.sh) one line is appended
 // to it: the wall clock in milliseconds since the epoch, then VmRSS and
-// VmHWM of the process in KiB.
+// VmHWM of the process in KiB, all at that moment.
 //
 // The marks on the way there: with VANTREL_STARTUP_MARKS set, the first frame
 // also prints one line per mark to stderr, the milliseconds since the process

@@ -5,9 +5,10 @@
 # memory at that moment (VmRSS, from /proc), then VmRSS and its peak VmHWM
 # one second later, read by this script (the same for any program, whatever
 # moment it reports). Without a display it runs itself
-# under xvfb-run with a 1280x800 screen. One launch before the counted runs
-# warms the disk cache and the user's settings; every launch uses the same
-# private HOME, removed at the end.
+# under xvfb-run with a 1280x800 screen. Three launches before the counted
+# runs warm the disk cache, the user's settings and the OpenGL driver's shader
+# cache (which fills over the first launches); every launch uses the same
+# private HOME and cache, removed at the end.
 #
 # Given several programs (an older build against the current one), the runs
 # alternate between them, so that a shared machine's load falls on all alike,
@@ -61,7 +62,7 @@ median() { sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] 
 
 many=$(( ${#programs[@]} > 1 ))
 for p in "${!programs[@]}"; do
-  launch "${programs[$p]}" >/dev/null  # warm-up, not counted
+  for _ in 1 2 3; do launch "${programs[$p]}" >/dev/null; done  # warm-up, not counted
   : >"$work/runs.$p"
   if (( many )); then echo "program $((p + 1)): ${programs[$p]}"; fi
 done
