@@ -369,6 +369,8 @@ void frmF1::StartProgram(bool haveContext) {
   host_->CanvasSize(w, h);
   View.SetScreen(w, h);
   RefreshControls();
+  // After the paint the start runs in, so that the first frame shows first.
+  QTimer::singleShot(0, this, &frmF1::programStarted);
 }
 
 void frmF1::OnContextReady() {

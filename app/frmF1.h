@@ -41,6 +41,12 @@ class frmF1 : public QMainWindow {
 
   // True once the start-up sequence has run.
   bool started() const { return started_; }
+
+ signals:
+  // The start-up sequence has run and its first frame is drawn.
+  void programStarted();
+
+ public:
   // The canvas; nullptr where the display gives no OpenGL at all.
   Canvas* picDraw() const { return picDraw_; }
   // A menu, submenu or context menu by its name ("mnuEdit", "GraphEdit").

@@ -43,19 +43,17 @@ int main(int argc, char* argv[]) {
   vt::app::MarkStartup("window shown");
 
   // The recovery copy of this program: the orphans of other runs are offered
-  // once the program has started, then this one is kept up to date in the
-  // background; a clean exit removes it unless unsaved work would go with it.
+  // as soon as the program has started (before the user is at work), then
+  // this one is kept up to date in the background; a clean exit removes it
+  // unless unsaved work would go with it.
   vt::RecoveryKeeper recovery(vt::RecoveryFilePath());
-  bool recoveryOffered = false;
+  QObject::connect(&window, &vt::app::frmF1::programStarted, [&] {
+    if (window.picDraw()) window.picDraw()->MakeCurrent();
+    if (vt::OfferRecoveryCopies(vt::RecoveryFolder(), recovery.writer().path()) > 0) window.RefreshControls();
+  });
   QTimer recoveryTimer;
   QObject::connect(&recoveryTimer, &QTimer::timeout, [&] {
-    if (!window.started()) return;
-    if (!recoveryOffered) {
-      recoveryOffered = true;
-      if (window.picDraw()) window.picDraw()->MakeCurrent();
-      if (vt::OfferRecoveryCopies(vt::RecoveryFolder(), recovery.writer().path()) > 0) window.RefreshControls();
-    }
-    recovery.Tick();
+    if (window.started()) recovery.Tick();
   });
   recoveryTimer.start(5000);
 
