@@ -94,6 +94,7 @@ class GuiTest : public QObject {
   void aClickReachesTheToolWithTheScenePointUnderThePixel();
   void copyCutAndPasteUseTheSystemClipboard();
   void withoutOpenGLTheProgramStartsAndSaysSo();
+  void theProgramStartsOnTheContextItsThreadMade();
 
  private:
   // Runs `act` on the next modal dialog once it is open.
@@ -518,6 +519,30 @@ void GuiTest::withoutOpenGLTheProgramStartsAndSaysSo() {
   program.start(QCoreApplication::applicationDirPath() + "/vantrel", {});
   QVERIFY(program.waitForStarted(5000));
   QVERIFY2(!program.waitForFinished(2000), "the program ended without OpenGL");
+  program.kill();
+  program.waitForFinished(5000);
+}
+
+void GuiTest::theProgramStartsOnTheContextItsThreadMade() {
+  // The program's own start: the canvas's context is made on a thread of its
+  // own while the window is built, and handed to the canvas's window; the
+  // first frame must reach the screen (the start-up report says when).
+  const QString report = temp_->filePath("start.txt");
+  QProcess program;
+  QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+  env.insert("XDG_DATA_HOME", xdg_->path() + "/data");
+  env.insert("XDG_DATA_DIRS", xdg_->path() + "/none");
+  env.insert("VANTREL_STARTUP_REPORT", report);
+  program.setProcessEnvironment(env);
+  program.start(QCoreApplication::applicationDirPath() + "/vantrel", {});
+  QVERIFY(program.waitForStarted(5000));
+  QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(report).size() > 0, 30000);
+  QFile file(report);
+  QVERIFY(file.open(QIODevice::ReadOnly));
+  const QStringList fields = QString::fromUtf8(file.readLine()).split(' ', Qt::SkipEmptyParts);
+  QCOMPARE(fields.size(), 3);  // the moment, VmRSS and VmHWM
+  QVERIFY(fields[1].toLong() > 0);
+  QCOMPARE(program.state(), QProcess::Running);
   program.kill();
   program.waitForFinished(5000);
 }
