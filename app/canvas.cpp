@@ -2,17 +2,18 @@
 #include "app/startup_report.h"
 #include "app/surface_format.h"
 
+#include <GL/gl.h>
+
 #include <QCoreApplication>
 #include <QMouseEvent>
 #include <QOpenGLContext>
+#include <QPalette>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWheelEvent>
 #include <QWindow>
 #include <chrono>
 #include <memory>
-#include <QPalette>
-#include <QTimer>
-#include <GL/gl.h>
-#include <QVBoxLayout>
-#include <QWheelEvent>
 
 #include "document/frame_commands.h"
 #include "render/frame.h"
@@ -51,9 +52,9 @@ int ShiftCode(Qt::KeyboardModifiers m) {
 
 }  // namespace
 
-// The canvas's window: an OpenGL window with a context of its own (made
-// here on first use, or taken over from the thread that made it), whose paints and
-// mouse go to the canvas widget.
+// The canvas's window: an OpenGL window with a context of its own (made here
+// on first use, or taken over from the thread that made it), whose paints
+// and mouse go to the canvas widget.
 class CanvasSurface : public QWindow {
  public:
   CanvasSurface(Canvas* canvas, std::future<QOpenGLContext*> pending)
