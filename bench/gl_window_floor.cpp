@@ -6,7 +6,11 @@
 //   bench/startup.sh 7 build/bin/vantrel build/bin/vt_gl_window_floor
 //
 // With VT_FLOOR_WINDOW=1 the canvas is a QOpenGLWindow in a window container
-// instead, which Qt does not compose through a second context.
+// instead, which Qt does not compose through a second context. With
+// VT_FLOOR_DRAW=1 the canvas also draws one filled triangle and one smooth
+// line: the least a picture asks of the software renderer's shader compiler.
+#include <GL/gl.h>
+
 #include <QApplication>
 #include <QMainWindow>
 #include <QOpenGLFunctions>
@@ -36,6 +40,23 @@ class Clearing : public Surface, protected QOpenGLFunctions {
   void paintGL() override {
     this->glClearColor(1, 1, 1, 1);
     this->glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    if (!std::getenv("VT_FLOOR_DRAW")) return;
+    glColor3f(1, 0, 0);
+    glBegin(GL_TRIANGLES);
+    glVertex2f(-0.5f, -0.5f);
+    glVertex2f(0.5f, -0.5f);
+    glVertex2f(0, 0.5f);
+    glEnd();
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glEnable(GL_LINE_SMOOTH);
+    glColor3f(0, 0, 1);
+    glBegin(GL_LINES);
+    glVertex2f(-0.9f, -0.8f);
+    glVertex2f(0.9f, 0.7f);
+    glEnd();
+    glDisable(GL_LINE_SMOOTH);
+    glDisable(GL_BLEND);
   }
 };
 
