@@ -393,6 +393,17 @@ void DrawOverlay() {
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
   glLoadIdentity();
+  // The overlay's texts are placed with its own matrices: percent of the
+  // canvas in x and y.
+  WindowProjection overlay = g_compiled;
+  std::fill(overlay.model, overlay.model + 16, 0.0);
+  std::fill(overlay.proj, overlay.proj + 16, 0.0);
+  overlay.model[0] = overlay.model[5] = overlay.model[10] = overlay.model[15] = 1;
+  overlay.proj[0] = overlay.proj[5] = 2.0 / 100;
+  overlay.proj[10] = -2.0 / 20;
+  overlay.proj[12] = overlay.proj[13] = -1;
+  overlay.proj[15] = 1;
+  TextPlacement place(overlay);
   glPushAttrib(GL_ENABLE_BIT);
   glDisable(GL_LIGHTING);
   glDisable(GL_DEPTH_TEST);
@@ -525,6 +536,14 @@ bool HaveContext() { return g_haveContext; }
 unsigned int SceneList() { return g_sceneList; }
 
 const WindowProjection& CompiledProjection() { return g_compiled; }
+
+WindowProjection UnscaledProjection() {
+  WindowProjection m = g_compiled;
+  const double S[3] = {DrawnScale(0), DrawnScale(1), DrawnScale(2)};
+  for (int col = 0; col < 3; ++col)
+    for (int row = 0; row < 4; ++row) m.model[col * 4 + row] /= S[col];
+  return m;
+}
 
 bool Initialize() {
   if (!glGetString(GL_VERSION)) {

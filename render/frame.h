@@ -60,6 +60,9 @@ unsigned int SceneList();
 // again when the view no longer matches.
 struct WindowProjection;
 const WindowProjection& CompiledProjection();
+// The same without the space scene's axis scales: the matrices the head of
+// the scene (grid and axes) and the balls are drawn with.
+WindowProjection UnscaledProjection();
 
 // The snapped cursor point of an active creation tool, drawn after the
 // objects in its own draw mode; nullptr when there is none.

@@ -467,6 +467,8 @@ void DrawGrid() {
 }
 
 void DrawAxes() {
+  // The axes' numbers and names go through the glyph atlas, placed as drawn.
+  TextPlacement place(UnscaledProjection());
   glDisable(GL_LIGHTING);
   if (SceneMode != 3) {
     DrawPlaneAxes();

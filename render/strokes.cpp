@@ -496,14 +496,7 @@ bool DrawBallCap(float x, float y, float z, float radius) {
   // Under uneven axis scales the ball is built round where it is drawn (the
   // view without the scales) and its vertices written back in scene units.
   const double S[3] = {DrawnScale(0), DrawnScale(1), DrawnScale(2)};
-  const bool scaled = S[0] != 1 || S[1] != 1 || S[2] != 1;
-  WindowProjection unscaled;
-  if (scaled) {
-    unscaled = CompiledProjection();
-    for (int col = 0; col < 3; ++col)
-      for (int row = 0; row < 4; ++row) unscaled.model[col * 4 + row] /= S[col];
-  }
-  const WindowProjection& m = scaled ? unscaled : CompiledProjection();
+  const WindowProjection m = UnscaledProjection();
   if (!m.valid || !(radius > 0)) return false;
   const ViewFrame f = FrameOf(m);
   if (!f.ok) return false;

@@ -129,6 +129,12 @@ struct GlyphAtlas {
 
 GlyphAtlas g_atlas;
 
+// The placement DrawTextAt and DrawBitmapAt write through, when one is set.
+const WindowProjection* g_placement = nullptr;
+// The texture the one-off pictures go through: each one is loaded into it
+// where it is drawn (in a list, at every call of the list).
+GLuint g_oneOff = 0;
+
 struct GlyphBits {
   int w = 0, h = 0;
   std::vector<GLubyte> alpha;  // w * h, rows bottom-up, 255 where a bit is set
@@ -660,11 +666,18 @@ void EnsureOutlineFonts() {
 void ForgetFonts() {
   FontBitmapBase = FontOutlineSmall = FontOutlineLarge = 0;
   g_atlas = GlyphAtlas();
+  g_oneOff = 0;
   g_outlinesTried = false;
 }
 
 void DrawTextAt(float x, float y, float z, const std::string& text) {
   if (text.empty() || !FontBitmapBase) return;
+  if (g_placement && g_atlas.texture && !CapturingPicture()) {
+    // Black, as the glyph lists leave the colour.
+    glColor3f(0, 0, 0);
+    DrawTextsInWindow({TextAt{x, y, z, &text}}, *g_placement);
+    return;
+  }
   glPushAttrib(GL_LIST_BIT | GL_ENABLE_BIT);
   glDisable(GL_LIGHTING);
   glColor3f(0, 0, 0);
@@ -729,13 +742,14 @@ bool ProjectToWindow(const WindowProjection& m, double x, double y, double z, do
   return true;
 }
 
-void DrawTextsInWindow(const std::vector<TextAt>& texts, const WindowProjection& m) {
-  if (texts.empty() || !m.valid || !g_atlas.texture || !FontBitmapBase) return;
-  const double tw = g_atlas.width, th = g_atlas.height;
+namespace {
+
+// Quads in window space: window pixels in x and y, the window depth in z,
+// textured with an alpha texture tested at one half, in the current colour.
+void BeginWindowQuads(const WindowProjection& m) {
   glMatrixMode(GL_PROJECTION);
   glPushMatrix();
   glLoadIdentity();
-  // Window pixels in x and y; z is the window depth itself.
   glOrtho(m.viewport[0], m.viewport[0] + m.viewport[2], m.viewport[1], m.viewport[1] + m.viewport[3], 0, -1);
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
@@ -743,15 +757,91 @@ void DrawTextsInWindow(const std::vector<TextAt>& texts, const WindowProjection&
   glPushAttrib(GL_ENABLE_BIT | GL_TEXTURE_BIT | GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT);
   glDisable(GL_LIGHTING);
   glEnable(GL_TEXTURE_2D);
-  glBindTexture(GL_TEXTURE_2D, g_atlas.texture);
   glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
   glEnable(GL_ALPHA_TEST);
   glAlphaFunc(GL_GREATER, 0.5f);
+}
+
+void EndWindowQuads() {
+  glPopAttrib();
+  glMatrixMode(GL_PROJECTION);
+  glPopMatrix();
+  glMatrixMode(GL_MODELVIEW);
+  glPopMatrix();
+}
+
+// One one-bit picture through the one-off texture, its lower left corner at
+// (x0, y0). Inside a list being compiled the picture goes into the list.
+void OneOffQuad(float x0, float y0, float z, int w, int h, const GLubyte* rows) {
+  if (w <= 0 || h <= 0) return;
+  if (!g_oneOff) glGenTextures(1, &g_oneOff);
+  const size_t rowBytes = static_cast<size_t>((w + 7) / 8);
+  std::vector<GLubyte> alpha(static_cast<size_t>(w) * static_cast<size_t>(h), 0);
+  for (int r = 0; r < h; ++r)
+    for (int k = 0; k < w; ++k)
+      if (rows[static_cast<size_t>(r) * rowBytes + static_cast<size_t>(k / 8)] & (0x80 >> (k % 8)))
+        alpha[static_cast<size_t>(r) * static_cast<size_t>(w) + static_cast<size_t>(k)] = 255;
+  glBindTexture(GL_TEXTURE_2D, g_oneOff);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+  glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+  glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+  glPixelStorei(GL_UNPACK_SKIP_ROWS, 0);
+  glPixelStorei(GL_UNPACK_SKIP_PIXELS, 0);
+  glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, w, h, 0, GL_ALPHA, GL_UNSIGNED_BYTE, alpha.data());
+  glPopClientAttrib();
+  const float x1 = x0 + static_cast<float>(w), y1 = y0 + static_cast<float>(h);
+  glBegin(GL_QUADS);
+  glTexCoord2f(0, 0);
+  glVertex3f(x0, y0, z);
+  glTexCoord2f(1, 0);
+  glVertex3f(x1, y0, z);
+  glTexCoord2f(1, 1);
+  glVertex3f(x1, y1, z);
+  glTexCoord2f(0, 1);
+  glVertex3f(x0, y1, z);
+  glEnd();
+}
+
+}  // namespace
+
+TextPlacement::TextPlacement(const WindowProjection& m) : m_(m), previous_(g_placement) {
+  g_placement = m_.valid ? &m_ : nullptr;
+}
+
+TextPlacement::~TextPlacement() { g_placement = previous_; }
+
+void DrawBitmapAt(float x, float y, float z, int w, int h, float xorig, float yorig, const unsigned char* rows) {
+  if (g_placement && !CapturingPicture()) {
+    double wx, wy, wz;
+    if (w <= 0 || h <= 0 || !ProjectToWindow(*g_placement, x, y, z, wx, wy, wz)) return;
+    BeginWindowQuads(*g_placement);
+    // Where glBitmap puts it: the floor of the raster position less the origin.
+    OneOffQuad(static_cast<float>(std::floor(wx - xorig)), static_cast<float>(std::floor(wy - yorig)),
+               static_cast<float>(wz), w, h, rows);
+    EndWindowQuads();
+    return;
+  }
+  glRasterPos3f(x, y, z);
+  glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+  glBitmap(w, h, xorig, yorig, 0, 0, rows);
+  glPopClientAttrib();
+}
+
+void DrawTextsInWindow(const std::vector<TextAt>& texts, const WindowProjection& m) {
+  if (texts.empty() || !m.valid || !g_atlas.texture || !FontBitmapBase) return;
+  const double tw = g_atlas.width, th = g_atlas.height;
+  BeginWindowQuads(m);
+  glBindTexture(GL_TEXTURE_2D, g_atlas.texture);
   glColor4f(0, 0, 0, 1);
   glBegin(GL_QUADS);
   struct Other {
     float x, y, z;
-    unsigned cp;
+    const MonoGlyph* glyph;
   };
   std::vector<Other> others;
   for (const TextAt& t : texts) {
@@ -767,10 +857,10 @@ void DrawTextsInWindow(const std::vector<TextAt>& texts, const WindowProjection&
     const float base = static_cast<float>(ry);
     for (unsigned cp : CodePoints(*t.text)) {
       if (cp >= static_cast<unsigned>(kBitmapGlyphs)) {
-        // Not in the atlas: written as a bitmap after the quads.
+        // Not in the atlas: a picture of its own after the atlas's quads.
         const MonoGlyph* extra = ExtraGlyphFor(cp);
         if (!extra) continue;
-        others.push_back({pen, base, z, cp});
+        others.push_back({pen, base, z, extra});
         pen += extra->advance;
         continue;
       }
@@ -796,18 +886,10 @@ void DrawTextsInWindow(const std::vector<TextAt>& texts, const WindowProjection&
     }
   }
   glEnd();
-  if (!others.empty()) {
-    glDisable(GL_TEXTURE_2D);
-    for (const Other& o : others) {
-      glRasterPos3f(o.x, o.y, o.z);
-      DrawExtraGlyph(o.cp);
-    }
-  }
-  glPopAttrib();
-  glMatrixMode(GL_PROJECTION);
-  glPopMatrix();
-  glMatrixMode(GL_MODELVIEW);
-  glPopMatrix();
+  for (const Other& o : others)
+    OneOffQuad(std::floor(o.x - o.glyph->xorig), std::floor(o.y - o.glyph->yorig), o.z, o.glyph->w, o.glyph->h,
+               o.glyph->rows.data());
+  EndWindowQuads();
 }
 
 }  // namespace vt

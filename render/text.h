@@ -79,6 +79,29 @@ struct WindowProjection {
 // place lies outside the view volume (an invalid raster position).
 bool ProjectToWindow(const WindowProjection& m, double x, double y, double z, double& wx, double& wy,
                      double& wz);
+// While one lives, DrawTextAt and DrawBitmapAt write with textured quads
+// placed in window space with these matrices (those the head of the scene
+// or the overlay is drawn with) instead of glBitmap: the same pixels, with
+// the state the labels' quads already use, where each glBitmap call is a
+// draw and a texture upload of its own and costs the software renderer
+// shader variants of its own.
+class TextPlacement {
+ public:
+  explicit TextPlacement(const WindowProjection& m);
+  ~TextPlacement();
+  TextPlacement(const TextPlacement&) = delete;
+  TextPlacement& operator=(const TextPlacement&) = delete;
+
+ private:
+  WindowProjection m_;
+  const WindowProjection* previous_;
+};
+// A one-bit picture in glBitmap's layout (rows bottom-up, (w + 7) / 8 bytes a
+// row) with its lower left corner at the raster position of the place less
+// the origin, in the current colour: glBitmap, or a textured quad under a
+// TextPlacement (not when a picture is captured).
+void DrawBitmapAt(float x, float y, float z, int w, int h, float xorig, float yorig, const unsigned char* rows);
+
 // Many texts written as DrawTextAt writes them, pixel for pixel, but in one
 // pass of textured quads placed in window space with the matrices given:
 // each glyph of the bitmap font lands where glBitmap would put it, at the

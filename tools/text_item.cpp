@@ -203,7 +203,7 @@ void CText::Draw() {
       t.italic = FontItalic;
       CaptureText(t, static_cast<float>(bm.descent));
     } else {
-      glBitmap(bm.width, bm.height, 0, 0, 0, 0, bm.bits.data());
+      DrawBitmapAt(PosX, PosY, PosZ, bm.width, bm.height, 0, 0, bm.bits.data());
     }
   } else {
     Wide = Height = 0;

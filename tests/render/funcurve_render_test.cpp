@@ -25,7 +25,9 @@ class FunCurveDrawTest : public RenderTest {
                    const std::string& minU, const std::string& maxU, float minV = -5, float maxV = 5) {
     CFunCurve* p = Doc.FunCurves.Add(test::MakeCurve(funForm, coordType, fx, fy, steps, minU, maxU, minV, maxV));
     p->LineWidth = 3;
-    if (funForm == 2 || funForm == 3) EXPECT_TRUE(p->GetPoints());
+    if (funForm == 2 || funForm == 3) {
+      EXPECT_TRUE(p->GetPoints());
+    }
     return p;
   }
   // Some pixel within `radius` pixels of the scene point passes the test.

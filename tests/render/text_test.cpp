@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -53,10 +54,21 @@ class Writer : public CLine {
     std::string text;
   };
   std::vector<Item> items;
+  // Written through textured quads placed with the scene's matrices, as the
+  // axes and the overlay write theirs, instead of with glBitmap.
+  bool placed = false;
+  // A one-bit picture (rows bottom-up) drawn in blue at the first item's place.
+  int picW = 0, picH = 0;
+  std::vector<unsigned char> pic;
   void Draw() override {
+    std::optional<TextPlacement> place;
+    if (placed) place.emplace(CompiledProjection());
     glEnable(GL_LIGHTING);
     glColor3f(1, 0, 0);
     for (const Item& i : items) DrawTextAt(i.x, i.y, i.z, i.text);
+    glDisable(GL_LIGHTING);
+    glColor3f(0, 0, 1);
+    if (!pic.empty()) DrawBitmapAt(items[0].x, items[0].y - 1, items[0].z, picW, picH, 2, 1, pic.data());
   }
 };
 
@@ -109,6 +121,33 @@ TEST_F(TextTest, LabelPassMatchesTheBitmapGlyphsPixelForPixel) {
                                 AddPoint(0.05f, 4.4f, 2.6f, "Mid")};
   for (Position* p : pts) p->Size = 0;
   CompareLabelPaths(pts, 0.3f, true);
+}
+
+// Texts and one-bit pictures written as the axes and the overlay write them,
+// through quads placed in window space, give glBitmap's pixels: characters
+// beyond ASCII, places off the canvas and a picture with an origin included.
+TEST_F(TextTest, PlacedTextsAndPicturesMatchGlBitmap) {
+  Writer* w = AddWriter();
+  w->items = {{-6.13f, 2.71f, 0, "angle BAC = 63.71\xC2\xB0"}, {0.37f, -3.05f, 0, "r = 2.87 \xCF\x80"}, {-12, 0, 0, "off"}};
+  w->picW = 13, w->picH = 7;
+  for (int r = 0; r < w->picH; ++r)  // a checkerboard of 2 x 1 cells, 2 bytes a row
+    for (int b = 0; b < 2; ++b) w->pic.push_back(r % 2 ? 0xCC : 0x33);
+  Frame();
+  const Image bitmaps = image_;
+  w->placed = true;
+  Frame();
+  ASSERT_EQ(bitmaps.rgb.size(), image_.rgb.size());
+  int differ = 0, dark = 0, blue = 0;
+  for (size_t i = 0; i < image_.rgb.size(); ++i) differ += bitmaps.rgb[i] != image_.rgb[i] ? 1 : 0;
+  for (int y = 0; y < kH; ++y)
+    for (int x = 0; x < kW; ++x) {
+      const Rgb p = Pixel(x, y);
+      dark += IsDark(p) ? 1 : 0;
+      blue += p[2] > 200 && p[0] < 60 && p[1] < 60 ? 1 : 0;
+    }
+  EXPECT_EQ(differ, 0);
+  EXPECT_GT(dark, 80);
+  EXPECT_GT(blue, 30);
 }
 
 TEST_F(TextTest, OutlineGlyphsAreInEmUnitsExtrudedAndAdvance) {
