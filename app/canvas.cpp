@@ -52,6 +52,14 @@ int ShiftCode(Qt::KeyboardModifiers m) {
 
 }  // namespace
 
+QOpenGLContext* MakeCanvasContext() {
+  auto context = std::make_unique<QOpenGLContext>();
+  context->setFormat(CanvasSurfaceFormat());
+  if (!context->create()) return nullptr;
+  context->moveToThread(QCoreApplication::instance()->thread());
+  return context.release();
+}
+
 // The canvas's window: an OpenGL window with a context of its own (made here
 // on first use, or taken over from the thread that made it), whose paints
 // and mouse go to the canvas widget.
@@ -112,11 +120,10 @@ class CanvasSurface : public QWindow {
   bool MakeContext() {
     if (!ContextArrived() || refused_) return false;
     if (!context_) {
-      context_ = std::make_unique<QOpenGLContext>();
-      context_->setFormat(format());
-      context_->create();
+      context_.reset(MakeCanvasContext());
+      refused_ = !context_;
     }
-    return context_->isValid();
+    return context_ != nullptr;
   }
   // One frame: the canvas paints into the back buffer, which is then shown.
   void Render() {
@@ -241,11 +248,6 @@ void Canvas::Resized() {
 }
 
 void Canvas::Paint() {
-  if (!started_) {
-    glClearColor(1, 1, 1, 1);
-    glClear(GL_COLOR_BUFFER_BIT);
-    return;
-  }
   if (frameFresh_) {
     frameFresh_ = false;
     return;

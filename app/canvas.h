@@ -24,6 +24,10 @@ namespace vt::app {
 
 class CanvasSurface;
 
+// A context in the canvas's format, or nullptr when this display gives no
+// OpenGL; made on any thread and handed to the application's.
+QOpenGLContext* MakeCanvasContext();
+
 class Canvas : public QWidget {
   Q_OBJECT
  public:
@@ -48,8 +52,8 @@ class Canvas : public QWidget {
   void makeCurrent();
   QOpenGLContext* context() const;
   QSurfaceFormat format() const;
-  // The frame as shown; makes the context (and so starts the program) when
-  // there is none yet.
+  // The frame as shown; a null image before the program has started on the
+  // canvas's context.
   QImage grabFramebuffer();
   // Asks for a repaint of the canvas window.
   void update();

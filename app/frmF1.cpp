@@ -27,7 +27,6 @@
 #include "app/canvas.h"
 #include "app/desktop_integration.h"
 #include "app/qt_host.h"
-#include "app/surface_format.h"
 #include "app/svg_icon.h"
 #include "animation/dialogs/animation_forms.h"
 #include "document/command_table.h"
@@ -65,16 +64,6 @@ QString IconOfHandler(const std::string& handler) {
   for (const DropDownDef& d : DropDownTable())
     if (handler == d.handler) return d.icon;
   return QString();
-}
-
-// The canvas's context, when this display gives OpenGL contexts at all;
-// made on any thread and handed to the application's.
-QOpenGLContext* MakeCanvasContext() {
-  auto context = std::make_unique<QOpenGLContext>();
-  context->setFormat(CanvasSurfaceFormat());
-  if (!context->create()) return nullptr;
-  context->moveToThread(QCoreApplication::instance()->thread());
-  return context.release();
 }
 
 std::future<QOpenGLContext*> g_canvasContext;

@@ -2,21 +2,17 @@
 // whole command tail.
 #include <QApplication>
 #include <QImageReader>
-#include <QSurfaceFormat>
 #include <QTimer>
 #include <string>
 
 #include "app/canvas.h"
 #include "app/frmF1.h"
 #include "app/startup_report.h"
-#include "app/surface_format.h"
 #include "document/frame_commands.h"
 #include "document/recovery.h"
 
 int main(int argc, char* argv[]) {
   vt::app::MarkStartup("main");
-  // The canvas's format must be the default before the application exists.
-  vt::app::SetCanvasSurfaceFormat();
   QApplication app(argc, argv);
   QApplication::setApplicationName("Vantrel");
   QApplication::setApplicationVersion(VANTREL_VERSION);

@@ -16,11 +16,4 @@ QSurfaceFormat CanvasSurfaceFormat() {
   return format;
 }
 
-void SetCanvasSurfaceFormat() {
-  QSurfaceFormat window = CanvasSurfaceFormat();
-  window.setDepthBufferSize(0);
-  window.setStencilBufferSize(0);
-  QSurfaceFormat::setDefaultFormat(window);
-}
-
 }  // namespace vt::app

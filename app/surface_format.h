@@ -7,13 +7,8 @@
 
 namespace vt::app {
 
-// The canvas's format.
+// The canvas's format (with an 8-bit stencil buffer for the space scene's
+// shadow).
 QSurfaceFormat CanvasSurfaceFormat();
-
-// Sets the default format, that of the window the canvas is composed into:
-// the canvas's without the depth buffer, which composing does not use (on
-// the software renderer it is a window-sized buffer held for nothing). Call
-// before the QApplication is made; the canvas asks for its own format.
-void SetCanvasSurfaceFormat();
 
 }  // namespace vt::app

@@ -14,7 +14,6 @@
 
 #include "app/canvas.h"
 #include "app/frmF1.h"
-#include "app/surface_format.h"
 #include "document/document.h"
 #include "document/frame_commands.h"
 #include "document/globals.h"
@@ -35,7 +34,6 @@ void PostMove(QWidget* canvas, const QPointF& p, Qt::MouseButtons buttons) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  app::SetCanvasSurfaceFormat();
   QApplication qapp(argc, argv);
   const int points = argc > 1 ? std::atoi(argv[1]) : 1000;
   const int moves = argc > 2 ? std::atoi(argv[2]) : 600;

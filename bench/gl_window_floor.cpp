@@ -1,7 +1,7 @@
 // The floor under the start-up figures: a main window whose only content is
 // an OpenGL widget in the canvas's format that clears itself. It writes the
-// same report line as the desktop program when its first frame is on the
-// screen, so bench/startup.sh measures both alike:
+// desktop program's report (app/startup_report.h) when its first frame is on
+// the screen, so bench/startup.sh measures both alike:
 //
 //   bench/startup.sh 7 build/bin/vantrel build/bin/vt_gl_window_floor
 //
@@ -13,33 +13,23 @@
 
 #include <QApplication>
 #include <QMainWindow>
-#include <QOpenGLFunctions>
 #include <QOpenGLWidget>
 #include <QOpenGLWindow>
 #include <QWidget>
-#include <chrono>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <string>
 
+#include "app/startup_report.h"
 #include "app/surface_format.h"
 
 namespace {
 
-long StatusKib(const std::string& status, const char* key) {
-  const size_t at = status.find(key);
-  return at == std::string::npos ? 0 : std::strtol(status.c_str() + at + std::char_traits<char>::length(key), nullptr, 10);
-}
-
 // A GL widget or window that clears itself white.
 template <class Surface>
-class Clearing : public Surface, protected QOpenGLFunctions {
+class Clearing : public Surface {
  protected:
-  void initializeGL() override { this->initializeOpenGLFunctions(); }
   void paintGL() override {
-    this->glClearColor(1, 1, 1, 1);
-    this->glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glClearColor(1, 1, 1, 1);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     if (!std::getenv("VT_FLOOR_DRAW")) return;
     glColor3f(1, 0, 0);
     glBegin(GL_TRIANGLES);
@@ -60,36 +50,33 @@ class Clearing : public Surface, protected QOpenGLFunctions {
   }
 };
 
-void WriteReport(const char* report) {
-  static bool written = false;
-  if (written || !report) return;
-  written = true;
-  std::ifstream in("/proc/self/status");
-  const std::string status((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(
-                      std::chrono::system_clock::now().time_since_epoch())
-                      .count();
-  std::ofstream(report, std::ios::app) << ms << ' ' << StatusKib(status, "VmRSS:") << ' '
-                                       << StatusKib(status, "VmHWM:") << '\n';
+// The program's own report, at the first frame shown.
+void FrameShown() {
+  vt::app::NoteFirstPaint();
+  vt::app::NoteFrameShown();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  vt::app::SetCanvasSurfaceFormat();
+  // The window a GL widget is composed into: the canvas's format without the
+  // depth and stencil buffers, which composing does not use.
+  QSurfaceFormat composed = vt::app::CanvasSurfaceFormat();
+  composed.setDepthBufferSize(0);
+  composed.setStencilBufferSize(0);
+  QSurfaceFormat::setDefaultFormat(composed);
   QApplication app(argc, argv);
   QMainWindow window;
-  const char* report = std::getenv("VANTREL_STARTUP_REPORT");
   if (std::getenv("VT_FLOOR_WINDOW")) {
     auto* canvas = new Clearing<QOpenGLWindow>;
     canvas->setFormat(vt::app::CanvasSurfaceFormat());
     window.setCentralWidget(QWidget::createWindowContainer(canvas));
-    QObject::connect(canvas, &QOpenGLWindow::frameSwapped, [report] { WriteReport(report); });
+    QObject::connect(canvas, &QOpenGLWindow::frameSwapped, FrameShown);
   } else {
     auto* canvas = new Clearing<QOpenGLWidget>;
     canvas->setFormat(vt::app::CanvasSurfaceFormat());
     window.setCentralWidget(canvas);
-    QObject::connect(canvas, &QOpenGLWidget::frameSwapped, [report] { WriteReport(report); });
+    QObject::connect(canvas, &QOpenGLWidget::frameSwapped, FrameShown);
   }
   window.resize(1120, 760);
   window.show();

@@ -45,13 +45,7 @@ void CArc::Draw() {
   bool stippled = DrawMode == 1 && LineStippleOf(GELineStyle, factor, pattern);
   DashPen pen(stippled, factor, pattern);
   // The arc is one strip, so that a dash pattern runs along it unbroken.
-  glb::Begin(pen.Mode(GL_LINE_STRIP));
-  if (pen.Textured()) {
-    for (size_t i = 0; i + 1 < s.size(); ++i) pen.Segment(s[i], s[i + 1], true);
-  } else {
-    for (const Position& p : s) glVertex3f(p.x, p.y, p.z);
-  }
-  glb::End();
+  pen.Strip(s.data(), s.size());
   glb::Begin(GL_LINES);
   if (AT == 2) {
     pen.Segment(s.front(), c, false);

@@ -51,17 +51,7 @@ void CCircle::Draw() {
   }
   SetColor(color);
   DashPen pen(stippled, factor, pattern);
-  glb::Begin(pen.Mode(GL_LINE_STRIP));
-  if (pen.Textured()) {
-    for (int i = 0; i < DrawSegments; ++i)
-      pen.Segment(Rim[static_cast<size_t>(i)], Rim[static_cast<size_t>(i) + 1], true);
-  } else {
-    for (int i = 0; i <= DrawSegments; ++i) {
-      const Position& a = Rim[static_cast<size_t>(i)];
-      glVertex3f(a.x, a.y, a.z);
-    }
-  }
-  glb::End();
+  pen.Strip(Rim.data(), static_cast<size_t>(DrawSegments) + 1);
   if (Filled) glb::Enable(GL_DEPTH_TEST, true);
   pen.Finish();
   glb::Enable(GL_LINE_SMOOTH, false);

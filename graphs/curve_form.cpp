@@ -144,7 +144,6 @@ bool VisiblePlaneArea(CBox& area) {
 bool VisiblePlaneRange(float& minX, float& maxX, float& minY, float& maxY) {
   const WindowProjection& m = CompiledProjection();
   if (!m.valid || m.viewport[2] <= 0 || m.viewport[3] <= 0) return false;
-  auto onPlane = [&m](double wx, double wy, double& x, double& y) { return OnPlane(m, wx, wy, x, y); };
   const double left = m.viewport[0], bottom = m.viewport[1];
   const double width = m.viewport[2], height = m.viewport[3];
   double lo[2] = {1e30, 1e30}, hi[2] = {-1e30, -1e30};
@@ -153,7 +152,7 @@ bool VisiblePlaneRange(float& minX, float& maxX, float& minY, float& maxY) {
     lo[1] = std::min(lo[1], y), hi[1] = std::max(hi[1], y);
   };
   double cx, cy;
-  if (!onPlane(left + width / 2, bottom + height / 2, cx, cy)) return false;
+  if (!OnPlane(m, left + width / 2, bottom + height / 2, cx, cy)) return false;
   if (SceneMode != 3) {
     CBox area;
     if (!VisiblePlaneArea(area)) return false;

@@ -389,18 +389,20 @@ void DrawOverlay() {
   glMatrixMode(GL_PROJECTION);
   glPushMatrix();
   glLoadIdentity();
-  glOrtho(0, 100, 0, 100, -10, 10);
+  // Percent of the canvas in x and y, z from -kDepth to kDepth.
+  constexpr double kDepth = 10;
+  glOrtho(0, 100, 0, 100, -kDepth, kDepth);
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
   glLoadIdentity();
-  // The overlay's texts are placed with its own matrices: percent of the
-  // canvas in x and y.
+  // The overlay's texts are placed with those matrices (the identity and the
+  // same orthographic projection), read here as the list is compiled.
   WindowProjection overlay = g_compiled;
   std::fill(overlay.model, overlay.model + 16, 0.0);
   std::fill(overlay.proj, overlay.proj + 16, 0.0);
   overlay.model[0] = overlay.model[5] = overlay.model[10] = overlay.model[15] = 1;
   overlay.proj[0] = overlay.proj[5] = 2.0 / 100;
-  overlay.proj[10] = -2.0 / 20;
+  overlay.proj[10] = -1 / kDepth;
   overlay.proj[12] = overlay.proj[13] = -1;
   overlay.proj[15] = 1;
   TextPlacement place(overlay);

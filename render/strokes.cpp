@@ -83,19 +83,6 @@ int DashRow(unsigned short pattern) {
   return -1;
 }
 
-// The window position of a scene place under the compiled matrices, for
-// places outside the view volume too (a line is made 500 units long).
-bool WindowPlace(const WindowProjection& m, const Position& p, double& wx, double& wy) {
-  double eye[4], clip[4];
-  for (int r = 0; r < 4; ++r) eye[r] = m.model[r] * p.x + m.model[4 + r] * p.y + m.model[8 + r] * p.z + m.model[12 + r];
-  for (int r = 0; r < 4; ++r)
-    clip[r] = m.proj[r] * eye[0] + m.proj[4 + r] * eye[1] + m.proj[8 + r] * eye[2] + m.proj[12 + r] * eye[3];
-  if (!(clip[3] > 0)) return false;
-  wx = m.viewport[0] + (clip[0] / clip[3] + 1) * m.viewport[2] / 2.0;
-  wy = m.viewport[1] + (clip[1] / clip[3] + 1) * m.viewport[3] / 2.0;
-  return true;
-}
-
 // The part [t0, t1] of the window segment p + t (q - p), t in [0, 1], inside
 // the viewport; false when none is.
 bool ClipToViewport(const int* vp, double px, double py, double qx, double qy, double& t0, double& t1) {
@@ -166,9 +153,10 @@ void DashPen::Segment(const Position& a, const Position& b, bool runOn) {
   if (!runOn || !started_) along_ = 0;
   started_ = true;
   const WindowProjection& m = CompiledProjection();
-  double ax = 0, ay = 0, bx = 0, by = 0, t0 = 0, t1 = 0;
+  double ax = 0, ay = 0, az = 0, bx = 0, by = 0, bz = 0, t0 = 0, t1 = 0;
   double s0 = along_, s1 = along_;
-  if (WindowPlace(m, a, ax, ay) && WindowPlace(m, b, bx, by)) {
+  // Places outside the view volume too: a line is made 500 units long.
+  if (ProjectToWindow(m, a.x, a.y, a.z, ax, ay, az, false) && ProjectToWindow(m, b.x, b.y, b.z, bx, by, bz, false)) {
     // GL's count for a smooth line: one a pixel of its length, from where it
     // enters the canvas, and the whole of a last part pixel.
     const double len = std::hypot(bx - ax, by - ay);
@@ -183,6 +171,16 @@ void DashPen::Segment(const Position& a, const Position& b, bool runOn) {
   glVertex3f(a.x, a.y, a.z);
   glTexCoord2f(static_cast<float>(s1 * k), row_);
   glVertex3f(b.x, b.y, b.z);
+}
+
+void DashPen::Strip(const Position* points, std::size_t count) {
+  glb::Begin(textured_ ? GL_LINES : GL_LINE_STRIP);
+  if (textured_) {
+    for (std::size_t i = 0; i + 1 < count; ++i) Segment(points[i], points[i + 1], true);
+  } else {
+    for (std::size_t i = 0; i < count; ++i) glVertex3f(points[i].x, points[i].y, points[i].z);
+  }
+  glb::End();
 }
 
 void DashPen::Finish() {

@@ -44,21 +44,19 @@ bool LineStippleOf(int lineStyle, int& factor, unsigned short& pattern);
 // renderer cuts a stippled line into one primitive per dash (a dotted line
 // across the canvas is hundreds), a textured line stays one primitive.
 // Otherwise, and for a pattern the texture has no row for, it is GL's
-// stipple. Segment by segment, whether the caller draws GL_LINES or a strip
-// (a strip given segment by segment is drawn as GL_LINES with textured
-// dashes; its pattern runs on from one segment to the next).
+// stipple. Segments go inside the caller's GL_LINES; a strip is drawn by
+// Strip (as GL_LINES with textured dashes, its pattern running on from one
+// segment to the next).
 class DashPen {
  public:
   // Sets the dash state; stippled false: a solid stroke (stipple off).
   DashPen(bool stippled, int factor, unsigned short pattern);
-  // The primitive to begin for the segments of a stroke drawn as `mode`:
-  // GL_LINES with textured dashes, else `mode` itself.
-  unsigned int Mode(unsigned int mode) const { return textured_ ? 0x0001 /* GL_LINES */ : mode; }
-  // True with textured dashes: a strip must be given segment by segment.
-  bool Textured() const { return textured_; }
   // The vertices of a segment; runOn: the pattern runs on from the segment
   // before (a strip), else it starts again (GL_LINES).
   void Segment(const Position& a, const Position& b, bool runOn);
+  // A whole strip through the points, its own primitive (GL_LINES of its
+  // segments with textured dashes, so that the pattern runs on along it).
+  void Strip(const Position* points, std::size_t count);
   // Switches the texture or the stipple off again.
   void Finish();
 

@@ -135,6 +135,39 @@ const WindowProjection* g_placement = nullptr;
 // where it is drawn (in a list, at every call of the list).
 GLuint g_oneOff = 0;
 
+// A one-bit picture (glBitmap's rows, (w + 7) / 8 bytes each) as alpha
+// bytes, 255 where a bit is set.
+std::vector<GLubyte> AlphaOfBits(int w, int h, const GLubyte* rows) {
+  std::vector<GLubyte> alpha(static_cast<size_t>(w) * static_cast<size_t>(h), 0);
+  const size_t rowBytes = static_cast<size_t>((w + 7) / 8);
+  for (int r = 0; r < h; ++r)
+    for (int k = 0; k < w; ++k)
+      if (rows[static_cast<size_t>(r) * rowBytes + static_cast<size_t>(k / 8)] & (0x80 >> (k % 8)))
+        alpha[static_cast<size_t>(r) * static_cast<size_t>(w) + static_cast<size_t>(k)] = 255;
+  return alpha;
+}
+
+// The bound 2D texture samples its texels as they are, clamped at the edges.
+void NearestClamped() {
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+}
+
+// A textured quad between window corners (x0, y0) and (x1, y1) at depth z,
+// taking the texture between (u0, v0) and (u1, v1); inside GL_QUADS.
+void EmitQuad(float x0, float y0, float x1, float y1, float z, float u0, float v0, float u1, float v1) {
+  glTexCoord2f(u0, v0);
+  glVertex3f(x0, y0, z);
+  glTexCoord2f(u1, v0);
+  glVertex3f(x1, y0, z);
+  glTexCoord2f(u1, v1);
+  glVertex3f(x1, y1, z);
+  glTexCoord2f(u0, v1);
+  glVertex3f(x0, y1, z);
+}
+
 struct GlyphBits {
   int w = 0, h = 0;
   std::vector<GLubyte> alpha;  // w * h, rows bottom-up, 255 where a bit is set
@@ -174,10 +207,7 @@ void BuildAtlas(const std::array<GlyphBits, kBitmapGlyphs>& bits) {
   glGetIntegerv(GL_TEXTURE_BINDING_2D, &oldBinding);
   glGenTextures(1, &g_atlas.texture);
   glBindTexture(GL_TEXTURE_2D, g_atlas.texture);
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+  NearestClamped();
   glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, kWidth, height, 0, GL_ALPHA, GL_UNSIGNED_BYTE, texels.data());
   glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(oldBinding));
   g_atlas.width = kWidth;
@@ -239,12 +269,7 @@ bool BuildBitmapFont(GLuint& base) {
       GlyphBits& gb = bits[static_cast<size_t>(c)];
       gb.w = m.w;
       gb.h = m.h;
-      gb.alpha.assign(static_cast<size_t>(m.w) * static_cast<size_t>(m.h), 0);
-      const size_t rowBytes = static_cast<size_t>((m.w + 7) / 8);
-      for (int r = 0; r < m.h; ++r)
-        for (int k = 0; k < m.w; ++k)
-          if (m.rows[static_cast<size_t>(r) * rowBytes + static_cast<size_t>(k / 8)] & (0x80 >> (k % 8)))
-            gb.alpha[static_cast<size_t>(r) * static_cast<size_t>(m.w) + static_cast<size_t>(k)] = 255;
+      gb.alpha = AlphaOfBits(m.w, m.h, m.rows.data());
       glBitmap(m.w, m.h, m.xorig, m.yorig, m.advance, 0.0f, m.w ? m.rows.data() : nullptr);
     }
     glEndList();
@@ -725,7 +750,7 @@ void DrawOutlineText(const std::string& text) {
 }
 
 bool ProjectToWindow(const WindowProjection& m, double x, double y, double z, double& wx, double& wy,
-                     double& wz) {
+                     double& wz, bool insideOnly) {
   if (!m.valid) return false;
   double eye[4], clip[4];
   for (int r = 0; r < 4; ++r) eye[r] = m.model[r] * x + m.model[4 + r] * y + m.model[8 + r] * z + m.model[12 + r];
@@ -733,7 +758,7 @@ bool ProjectToWindow(const WindowProjection& m, double x, double y, double z, do
     clip[r] = m.proj[r] * eye[0] + m.proj[4 + r] * eye[1] + m.proj[8 + r] * eye[2] + m.proj[12 + r] * eye[3];
   const double w = clip[3];
   if (!(w > 0)) return false;
-  for (int i = 0; i < 3; ++i) {
+  for (int i = 0; i < 3 && insideOnly; ++i) {
     if (clip[i] < -w || clip[i] > w) return false;
   }
   wx = m.viewport[0] + (clip[0] / w + 1) * m.viewport[2] / 2.0;
@@ -775,17 +800,9 @@ void EndWindowQuads() {
 void OneOffQuad(float x0, float y0, float z, int w, int h, const GLubyte* rows) {
   if (w <= 0 || h <= 0) return;
   if (!g_oneOff) glGenTextures(1, &g_oneOff);
-  const size_t rowBytes = static_cast<size_t>((w + 7) / 8);
-  std::vector<GLubyte> alpha(static_cast<size_t>(w) * static_cast<size_t>(h), 0);
-  for (int r = 0; r < h; ++r)
-    for (int k = 0; k < w; ++k)
-      if (rows[static_cast<size_t>(r) * rowBytes + static_cast<size_t>(k / 8)] & (0x80 >> (k % 8)))
-        alpha[static_cast<size_t>(r) * static_cast<size_t>(w) + static_cast<size_t>(k)] = 255;
+  const std::vector<GLubyte> alpha = AlphaOfBits(w, h, rows);
   glBindTexture(GL_TEXTURE_2D, g_oneOff);
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+  NearestClamped();
   glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
   glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
   glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
@@ -793,16 +810,8 @@ void OneOffQuad(float x0, float y0, float z, int w, int h, const GLubyte* rows) 
   glPixelStorei(GL_UNPACK_SKIP_PIXELS, 0);
   glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, w, h, 0, GL_ALPHA, GL_UNSIGNED_BYTE, alpha.data());
   glPopClientAttrib();
-  const float x1 = x0 + static_cast<float>(w), y1 = y0 + static_cast<float>(h);
   glBegin(GL_QUADS);
-  glTexCoord2f(0, 0);
-  glVertex3f(x0, y0, z);
-  glTexCoord2f(1, 0);
-  glVertex3f(x1, y0, z);
-  glTexCoord2f(1, 1);
-  glVertex3f(x1, y1, z);
-  glTexCoord2f(0, 1);
-  glVertex3f(x0, y1, z);
+  EmitQuad(x0, y0, x0 + static_cast<float>(w), y0 + static_cast<float>(h), z, 0, 0, 1, 1);
   glEnd();
 }
 
@@ -870,17 +879,9 @@ void DrawTextsInWindow(const std::vector<TextAt>& texts, const WindowProjection&
         // Where glBitmap puts the bitmap: the floor of the raster position
         // less the origin.
         const float x0 = std::floor(pen - g.xorig), y0 = std::floor(base - g.yorig);
-        const float x1 = x0 + static_cast<float>(g.w), y1 = y0 + static_cast<float>(g.h);
-        const float u0 = static_cast<float>(g.u / tw), v0 = static_cast<float>(g.v / th);
-        const float u1 = static_cast<float>((g.u + g.w) / tw), v1 = static_cast<float>((g.v + g.h) / th);
-        glTexCoord2f(u0, v0);
-        glVertex3f(x0, y0, z);
-        glTexCoord2f(u1, v0);
-        glVertex3f(x1, y0, z);
-        glTexCoord2f(u1, v1);
-        glVertex3f(x1, y1, z);
-        glTexCoord2f(u0, v1);
-        glVertex3f(x0, y1, z);
+        EmitQuad(x0, y0, x0 + static_cast<float>(g.w), y0 + static_cast<float>(g.h), z, static_cast<float>(g.u / tw),
+                 static_cast<float>(g.v / th), static_cast<float>((g.u + g.w) / tw),
+                 static_cast<float>((g.v + g.h) / th));
       }
       pen += g.advance;
     }

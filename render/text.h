@@ -76,9 +76,10 @@ struct WindowProjection {
   bool valid = false;
 };
 // The window position of a place as glRasterPos finds it: false when the
-// place lies outside the view volume (an invalid raster position).
+// place lies outside the view volume (an invalid raster position); with
+// insideOnly false, false only behind the eye.
 bool ProjectToWindow(const WindowProjection& m, double x, double y, double z, double& wx, double& wy,
-                     double& wz);
+                     double& wz, bool insideOnly = true);
 // While one lives, DrawTextAt and DrawBitmapAt write with textured quads
 // placed in window space with these matrices (those the head of the scene
 // or the overlay is drawn with) instead of glBitmap: the same pixels, with

@@ -19,7 +19,6 @@
 
 #include "app/canvas.h"
 #include "app/frmF1.h"
-#include "app/surface_format.h"
 #include "document/document.h"
 #include "document/globals.h"
 #include "document/frame_commands.h"
@@ -221,11 +220,9 @@ class MessageWatcher {
 
 }  // namespace vt::guitest
 
-// The main of a GUI test: the canvas's surface format is set before the
-// application starts, as the program does.
+// The main of a GUI test.
 #define VT_GUI_TEST_MAIN(TestClass)          \
   int main(int argc, char** argv) {          \
-    vt::app::SetCanvasSurfaceFormat();       \
     QApplication app(argc, argv);            \
     TestClass test;                          \
     return QTest::qExec(&test, argc, argv);  \
